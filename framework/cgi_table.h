@@ -1,0 +1,21 @@
+// The dispatcher's table: CGI names and the handlers behind them.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+class InfCgilet;
+
+namespace camera {
+
+struct CgiEntry {
+  const char* name;
+  InfCgilet* (*create)();  // a new handler, owned by the caller
+};
+
+std::span<const CgiEntry> cgiTable();
+
+// The entry of the name, compared whole and by case; null for a name that is no endpoint.
+const CgiEntry* findCgi(std::string_view name);
+
+}  // namespace camera

@@ -1,0 +1,60 @@
+// The checks on texts that every other check is made of.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace camera {
+
+// Characters that a text may be made of, besides extra characters given as a text.
+struct CharClass {
+  bool letters = false;    // A to Z, a to z
+  bool digits = false;     // 0 to 9
+  bool hexDigits = false;  // 0 to 9, A to F, a to f
+};
+inline constexpr CharClass kAlnum{.letters = true, .digits = true};
+inline constexpr CharClass kDigits{.digits = true};
+inline constexpr CharClass kHexDigits{.hexDigits = true};
+
+// True when every byte is of the class or one of the extra characters; the empty text passes, a NUL never
+// does.
+bool consistsOf(std::string_view text, CharClass accepted, std::string_view extra = {});
+
+// True for an optional minus sign and decimal digits that yield a value of min to max; value may be null.
+bool parseInteger(std::string_view text, int min, int max, int* value);
+
+// The length of the text in bytes when it is min to max, otherwise -1.
+int lengthWithin(std::string_view text, int min, int max);
+
+// Position of the text among count words, compared whole and by case; -1 when absent. With variants, a text
+// that no word equals matches the word it extends with an underscore ("ov9710_720p" matches "ov9710").
+int indexOf(std::string_view text, const char* const words[], int count, bool variants = false);
+
+// Copies the text with its NUL and clears the rest of the buffer. False, and nothing copied, when it does not
+// fit.
+bool copyText(char* buffer, std::size_t size, std::string_view text);
+
+// Appends the pieces between the separator's occurrences, empty ones included; an empty text has none.
+// Returns their number, or -1 when the separator is empty.
+int split(std::string_view text, std::string_view separator, std::vector<std::string>& pieces);
+
+// True for a day that the Gregorian calendar has, in the years 1 to 9999.
+bool isCalendarDate(int year, int month, int day);
+
+// True for four decimal numbers 0 to 255 without leading zeros, joined by dots; address may be null and
+// receives the four bytes in network order.
+bool parseIpv4(std::string_view text, unsigned char* address = nullptr);
+
+// True for an IPv4 netmask: at least one set bit, and all of them contiguous from the top.
+bool isNetmask(std::string_view text);
+
+// Takes the next field of a separated text. cursor moves past the separator, or becomes null after the last
+// field. The field is split at its first inner separator into two texts; without an inner separator in it, or
+// with an empty one, all goes into the first and the second is empty. second may be null, and what follows
+// the inner separator is then dropped. Returns 0; -1 at the end; -2 when a field does not fit its buffer.
+int nextField(const char** cursor, const char* separator, const char* inner, char* first,
+              std::size_t firstSize, char* second, std::size_t secondSize);
+
+}  // namespace camera

@@ -1,0 +1,17 @@
+// Parser of application/x-www-form-urlencoded texts.
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace camera {
+
+// Parameters of a request by name, in ascending byte order.
+using Queries = std::map<std::string, std::string>;
+
+// Adds the parameters of the text. "+" is a space, a broken escape stays as it is, of a name given twice the
+// last value stays, a parameter without "=" has an empty value.
+void parseForm(std::string_view text, Queries& queries);
+
+}  // namespace camera

@@ -1,0 +1,41 @@
+// The dispatcher: one process serves one request under the name by which it was started.
+#include <libgen.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include "framework/cgi_table.h"
+#include "framework/cgilet.h"
+#include "platform/log.h"
+
+namespace {
+
+// The last component of the path, of which only the first 255 bytes count.
+std::string cgiName(const char* path) {
+  char buffer[256];
+  std::strncpy(buffer, path, sizeof buffer - 1);
+  buffer[sizeof buffer - 1] = '\0';
+  return basename(buffer);
+}
+
+void announce(const std::string& name) {
+  const std::string line = "cgi_name " + name + "\n";
+  const ssize_t ignored = write(STDERR_FILENO, line.data(), line.size());
+  static_cast<void>(ignored);
+  dbg_log("cgi_name:%s", name.c_str());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::string name = cgiName(argc > 0 ? argv[0] : "");
+  announce(name);
+  const camera::CgiEntry* entry = camera::findCgi(name);
+  if (entry == nullptr) return 0;
+
+  const std::unique_ptr<InfCgilet> cgilet{entry->create()};
+  camera::serve(*cgilet);
+  return 0;
+}

@@ -1,0 +1,72 @@
+// httpport.cgi: the TCP port of the camera's HTTP server.
+#include "framework/cgilet.h"
+#include "handlers/transaction.h"
+#include "platform/records/httpsvr.h"
+#include "platform/records/rtspsvr.h"
+
+namespace {
+
+constexpr int kMaxPort = 65535;
+
+// This one endpoint reads a port as atoi does: leading digits count, what follows them is dropped ("80-1" is
+// 80).
+bool parsePort(const std::string& text, std::int32_t* port) {
+  if (text.empty() || !camera::consistsOf(text, camera::kDigits, "-")) return false;
+  const std::size_t end = text.find('-', 1);
+  int number = 0;
+  if (!camera::parseInteger(text.substr(0, end), 1, kMaxPort, &number)) return false;
+  *port = number;
+  return true;
+}
+
+bool setIfDifferent(std::int32_t* field, std::int32_t value) {
+  if (*field == value) return false;
+  *field = value;
+  return true;
+}
+
+}  // namespace
+
+class HttpPortCgilet final : public InfCgilet {
+ public:
+  void onLoad() override {
+    status = 500;
+    if (cam_get_httpsvr(&httpsvr_) == 0) status = 200;
+  }
+
+  void onApply() override {
+    if (status != 200) return;
+    status = 400;
+    _httpsvr_setting wanted = httpsvr_;
+    for (const auto& [name, value] : queries) {
+      if (name != "httpport" || !parsePort(value, &wanted.http_port)) return;
+    }
+    _rtspsvr_setting rtspsvr;
+    if (cam_get_rtspsvr(&rtspsvr) != 0) {
+      status = 500;
+      return;
+    }
+    if (wanted.http_port == wanted.alt_port || wanted.http_port == rtspsvr.rtsp_port) return;
+    status = setIfDifferent(&httpsvr_.http_port, wanted.http_port) ? store() : 200;
+  }
+
+  void onReply() override {
+    if (status != 200) {
+      infFail(status);
+      return;
+    }
+    pair("httpport", httpsvr_.http_port);
+    infOK();
+  }
+
+ private:
+  int store() {
+    camera::Transaction transaction;
+    transaction.write(cam_set_httpsvr, httpsvr_, 1);
+    return transaction.finish();
+  }
+
+  _httpsvr_setting httpsvr_;
+};
+
+CAMERA_CGILET(HttpPortCgilet)

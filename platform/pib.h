@@ -1,0 +1,63 @@
+// Product information: what the camera knows about its own hardware.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Raised by PIB::init when the product information is missing or malformed; the log says where.
+class PIBError : public std::exception {
+ public:
+  const char* what() const noexcept override;
+};
+
+// Read-only data; construct, init, read, destroy. The constructor reads nothing and leaves every field 0.
+class PIB {
+ public:
+  PIB();
+  ~PIB();
+
+  // Reads /etc/camera/product.conf. Raises PIBError. Returns 0.
+  int init();
+
+  // What init does with the file's text; on a fresh object.
+  void parse(std::string_view text);
+
+  std::uint32_t has_pir;       // a passive infrared sensor
+  std::uint32_t input_count;   // digital inputs
+  std::uint32_t output_count;  // digital outputs
+  std::uint8_t has_speaker;
+  std::uint8_t has_mic;
+  std::uint8_t has_pan_tilt;
+  std::uint8_t has_zoom;  // only looked at when has_pan_tilt is 1
+  std::uint8_t has_privacy;
+  std::uint8_t has_sdcard;
+  std::uint8_t has_irled;
+  std::uint8_t has_icr;  // a day/night switch
+  std::uint8_t has_h264;
+
+  int getRegion() const;              // index of the regulatory region, which limits the wireless channels
+  std::string getSensor() const;      // model name of the image sensor
+  std::string getSensorCaps() const;  // names of the sensor's capabilities, separated by single spaces
+  std::string getMacAddress() const;  // of the wired interface
+  bool probeWireless() const;         // a wireless interface exists
+
+  const std::vector<std::string>& displaySystems() const;  // supported names; empty: only the one in use
+  const std::vector<std::string>& maxExposureTimes() const;
+  // The system's own name of one of the camera's interfaces "eth0", "ppp0", "ra0".
+  std::string interfaceName(const std::string& name) const;
+  bool hasModule(const std::string& name) const;
+
+ private:
+  struct Data;
+  Data* data_;
+
+ public:
+  PIB(const PIB&) = delete;
+  PIB& operator=(const PIB&) = delete;
+};
+
+// 1 when the named optional software module is installed on the product, otherwise 0. Raises PIBError.
+int check_extra_modules(const char* name);

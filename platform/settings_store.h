@@ -1,0 +1,71 @@
+// The settings store: records in files, replaced atomically, and merged where two processes change one
+// record.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/record.h"
+#include "platform/store_files.h"
+
+namespace camera {
+
+enum class StoreResult : int {
+  kDone = 0,
+  kRefused = 1,  // a text without an end, a value outside its bounds, or a decision on stale values
+  kFailed = 2,   // refused by the operating system, or the stored file is not what the store wrote
+};
+
+// One per process and not thread-safe: it remembers what this process knows of each record. Every record that
+// is read is validated. A file that cannot be read is never replaced but by reset.
+class SettingsStore {
+ public:
+  // The indexes in RecordInfo::linked are positions in records.
+  SettingsStore(StoreFiles& files, std::span<const RecordInfo* const> records)
+      : files_(files), records_(records) {}
+
+  // Fills the record with what is stored, or the factory defaults without a file. A failure leaves it
+  // untouched.
+  StoreResult read(const RecordInfo& info, void* record);
+
+  // Stores what differs from this process's last read or write of the record; all of it where there was none.
+  // Returns kDone only after the disk has it. What is then remembered is what was stored, with other
+  // processes' changes in it: a caller that goes on to write the same record reads it again first.
+  StoreResult write(const RecordInfo& info, const void* record);
+
+  // Goes back to the factory defaults, whatever the file holds.
+  StoreResult reset(const RecordInfo& info);
+
+  // What the last refusal or failure was about: for a failure the file and why.
+  const std::string& fault() const { return fault_; }
+
+  std::span<const RecordInfo* const> records() const { return records_; }
+
+ private:
+  using Bytes = std::vector<std::uint8_t>;
+  struct Known {
+    const RecordInfo* info;
+    Bytes record;
+  };
+  class Lock;
+
+  StoreResult begin(const Lock& lock);
+  StoreResult load(const RecordInfo& info, Bytes* record);
+  StoreResult checkLinked(const RecordInfo& info);
+  StoreResult replace(const RecordInfo& info, const Bytes& record);
+  StoreResult settle(const RecordInfo& info, Bytes record);
+  const Bytes* known(const RecordInfo& info) const;
+  void remember(const RecordInfo& info, Bytes record);
+  StoreResult refuse(const RecordInfo& info, const std::string& reason);
+  StoreResult fail(const char* name, const std::string& reason);
+  StoreResult fail(const char* name, int error);
+
+  StoreFiles& files_;
+  std::span<const RecordInfo* const> records_;
+  std::vector<Known> known_;
+  std::string fault_;
+};
+
+}  // namespace camera

@@ -1,0 +1,158 @@
+// A camera platform that records every call and gives back what the test scripted, linked in place of the
+// real one.
+#include "tests/handlers/scripted_platform.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+
+#include "framework/cgi_table.h"
+#include "framework/cgilet.h"
+#include "platform/cam.h"
+#include "platform/log.h"
+#include "platform/record_text.h"
+#include "tests/support/cgi_run.h"
+
+namespace camera::test {
+namespace {
+
+// The record and the element that a name such as "lan.dhcp" or "rtspsvr.urlentry[1]" stands for.
+std::pair<std::size_t, Element> locate(const std::string& name) {
+  const std::size_t dot = name.find('.');
+  for (std::size_t i = 0; i < kRecordCount; ++i) {
+    if (name.substr(0, dot) != kRecords[i]->name) continue;
+    if (const auto element = findElement(*kRecords[i], name.substr(dot + 1))) return {i, *element};
+  }
+  throw std::runtime_error{"no such setting: " + name};
+}
+
+int answer(const std::string& call) {
+  scripted().calls.push_back(call);
+  const auto found = scripted().results.find(call);
+  return found == scripted().results.end() ? 0 : found->second;
+}
+
+int readRecord(RecordIndex index, void* record) {
+  const auto i = static_cast<std::size_t>(index);
+  const int result = answer(std::string{"get "} + kRecords[i]->name);
+  if (result == 0) std::memcpy(record, scripted().records[i].data(), kRecords[i]->size);
+  return result;
+}
+
+int writeRecord(RecordIndex index, const void* record, _cam_actions* actions, unsigned char flag) {
+  const auto i = static_cast<std::size_t>(index);
+  const int result = answer(std::string{"set "} + kRecords[i]->name + " " + std::to_string(flag));
+  if (result == 0) {
+    std::memcpy(scripted().records[i].data(), record, kRecords[i]->size);
+    actions->records |= recordBit(index);
+  }
+  return result;
+}
+
+std::string joined(const std::vector<std::string>& calls, bool all) {
+  std::string text;
+  for (const std::string& call : calls) {
+    if (all || !call.starts_with("get ")) text += (text.empty() ? "" : " ") + call;
+  }
+  return text;
+}
+
+}  // namespace
+
+ScriptedPlatform& scripted() {
+  static ScriptedPlatform platform;
+  return platform;
+}
+
+void ScriptedPlatform::reset() {
+  *this = {};
+  for (const RecordInfo* info : kRecords) {
+    const auto* defaults = static_cast<const std::uint8_t*>(info->defaults);
+    records.emplace_back(defaults, defaults + info->size);
+  }
+}
+
+void ScriptedPlatform::store(const std::string& values) {
+  std::istringstream words{values};
+  for (std::string word; words >> word;) {
+    const std::size_t equals = word.find('=');
+    const auto [i, element] = locate(word.substr(0, equals));
+    if (!parseElement(*element.field, word.substr(equals + 1), records[i].data() + element.offset)) {
+      throw std::runtime_error{"no value for the store: " + word};
+    }
+  }
+}
+
+std::string ScriptedPlatform::stored(const std::string& name) const {
+  const auto [i, element] = locate(name);
+  return formatElement(*element.field, records[i].data() + element.offset);
+}
+
+std::string ScriptedPlatform::writes() const {
+  return joined(calls, false);
+}
+std::string ScriptedPlatform::allCalls() const {
+  return joined(calls, true);
+}
+
+Reply request(const char* cgi, const std::string& query) {
+  const CgiEntry* entry = findCgi(cgi);
+  if (entry == nullptr) throw std::runtime_error{std::string{"no endpoint "} + cgi};
+  const std::string response = capture(test::get(query), [&] {
+    const std::unique_ptr<InfCgilet> cgilet{entry->create()};
+    serve(*cgilet);
+  });
+  constexpr std::string_view kStatus = "Status: ";
+  const std::size_t end = response.find("\r\n\r\n");
+  if (!response.starts_with(kStatus) || end == response.npos) return {0, response};
+  std::string body = response.substr(end + 4);
+  for (char& c : body) c = c == '\n' ? ' ' : c;
+  return {std::stoi(response.substr(kStatus.size())), body};
+}
+
+void expectRows(const char* cgi, const char* state, const std::vector<Row>& rows) {
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::string{cgi} + "?" + row.query + "  on " + state + " " + row.state);
+    scripted().reset();
+    scripted().store(state);
+    scripted().store(row.state);
+    const Reply reply = request(cgi, row.query);
+    const bool bare = row.status != 200 && *row.reply == '\0';
+    EXPECT_EQ(reply.status, row.status);
+    EXPECT_EQ(reply.body, bare ? "error=" + std::to_string(row.status) + " " : row.reply);
+    EXPECT_EQ(scripted().writes(), row.writes);
+  }
+}
+
+}  // namespace camera::test
+
+std::string dbg_log(const char* format, ...) {
+  return format;
+}
+
+void cam_clean_actions(_cam_actions* actions) {
+  camera::test::answer("clean");
+  actions->records = 0;
+}
+
+int cam_work_actions(_cam_actions* actions) {
+  std::string call = "work";
+  for (std::size_t i = 0; i < camera::kRecordCount; ++i) {
+    if ((actions->records >> i & 1) != 0)
+      call += std::string{call == "work" ? " " : ","} + camera::kRecords[i]->name;
+  }
+  return camera::test::answer(call);
+}
+
+#define CAMERA_SCRIPT_RECORD(name, type)                                                \
+  int cam_get_##name(type* record) {                                                    \
+    return camera::test::readRecord(camera::RecordIndex::name, record);                 \
+  }                                                                                     \
+  int cam_set_##name(const type* record, _cam_actions* actions, unsigned char flag) {   \
+    return camera::test::writeRecord(camera::RecordIndex::name, record, actions, flag); \
+  }
+CAMERA_RECORDS(CAMERA_SCRIPT_RECORD)
+#undef CAMERA_SCRIPT_RECORD

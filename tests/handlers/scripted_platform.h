@@ -1,0 +1,51 @@
+// A camera platform that records every call and gives back what the test scripted, linked in place of the
+// real one.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/record.h"
+
+namespace camera::test {
+
+// Of the process; a test starts with scripted().reset().
+struct ScriptedPlatform {
+  std::vector<std::string> calls;      // "get lan", "set lan 1", "clean", "work lan,ddns", in order
+  std::map<std::string, int> results;  // what a call of that text returns instead of 0, e.g. {"set lan 1", 2}
+  std::vector<std::vector<std::uint8_t>> records;  // what the store holds, by index
+
+  void reset();
+  // Puts values into the store: "lan.dhcp=1 httpsvr.http_port=80", in the text form of camera-settings.
+  void store(const std::string& values);
+  // One stored value, in the same form: stored("lan.dhcp").
+  std::string stored(const std::string& name) const;
+  // The calls that wrote or acted, joined by spaces: what a read must leave empty.
+  std::string writes() const;
+  std::string allCalls() const;
+};
+
+ScriptedPlatform& scripted();
+
+// One request against a scripted starting state.
+struct Row {
+  const char* query;
+  const char* state;  // for ScriptedPlatform::store, on top of the suite's own
+  int status;
+  const char* reply;   // body with spaces for line ends; of a failure "" stands for "error=CODE "
+  const char* writes;  // "" for none
+};
+
+struct Reply {
+  int status;
+  std::string body;
+};
+
+// Serves a request of the endpoint on the scripted platform as it is.
+Reply request(const char* cgi, const std::string& query);
+
+// Serves every row from a fresh store that holds the state.
+void expectRows(const char* cgi, const char* state, const std::vector<Row>& rows);
+
+}  // namespace camera::test

@@ -1,0 +1,113 @@
+// A disk in memory on which any step can fail, or be the last one before a crash, and which knows what was
+// synced.
+#pragma once
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "platform/store_files.h"
+
+namespace camera::test {
+
+enum class Crash {
+  kKilled,     // the process is gone, the disk is as it was
+  kPowerLost,  // what was not synced is gone
+  kDataLost,   // names had reached the disk, contents that were not synced had not
+};
+
+class MemoryDisk : public StoreFiles {
+ public:
+  std::string failing;   // the step that fails with EIO; a write has then written half
+  int stepsToLive = -1;  // the step at which the process dies, halfway through a write; -1: never
+  int steps = 0;
+
+  int lock() override { return step("lock"); }
+  void unlock() override {}
+
+  int read(const char* name, void* buffer, std::size_t size, std::size_t* length) override {
+    if (step("read") != 0) return EIO;
+    if (!names_.contains(name)) return ENOENT;
+    *length = std::min(size, names_[name]->data.size());
+    std::memcpy(buffer, names_[name]->data.data(), *length);
+    return 0;
+  }
+
+  int create(const char* name) override {
+    if (step("create") != 0) return EIO;
+    if (names_.contains(name)) return EEXIST;
+    open_ = names_[name] = std::make_shared<File>();
+    return 0;
+  }
+
+  int write(const void* data, std::size_t size) override {
+    const bool wasDead = dead();
+    const int error = step("write");
+    if (!wasDead) open_->data.append(static_cast<const char*>(data), error == 0 ? size : size / 2);
+    return error;
+  }
+
+  int sync() override {
+    if (step("sync") != 0) return EIO;
+    open_->synced = open_->data.size();
+    return 0;
+  }
+
+  void close() override { open_.reset(); }
+
+  int rename(const char* from, const char* to) override {
+    if (step("rename") != 0) return EIO;
+    names_[to] = names_[from];
+    names_.erase(from);
+    return 0;
+  }
+
+  int remove(const char* name) override {
+    if (step("remove") != 0) return EIO;
+    return names_.erase(name) == 1 ? 0 : ENOENT;
+  }
+
+  int syncFolder() override {
+    if (step("syncFolder") != 0) return EIO;
+    durable_ = names_;
+    return 0;
+  }
+
+  std::string path(const char* name) const override { return std::string("disk/") + name; }
+
+  bool has(const char* name) const { return names_.contains(name); }
+  std::string& content(const char* name) { return names_[name]->data; }
+
+  // What the next process finds.
+  void restartAfter(Crash crash) {
+    if (crash == Crash::kPowerLost) names_ = durable_;
+    if (crash != Crash::kKilled) {
+      for (auto& [name, file] : names_) file->data.resize(file->synced);
+    }
+    open_.reset();
+    failing.clear();
+    stepsToLive = -1;
+    steps = 0;
+  }
+
+ private:
+  struct File {
+    std::string data;
+    std::size_t synced = 0;
+  };
+
+  bool dead() const { return stepsToLive >= 0 && steps > stepsToLive; }
+  int step(const char* name) {
+    ++steps;
+    return dead() || failing == name ? EIO : 0;
+  }
+
+  std::map<std::string, std::shared_ptr<File>> names_;
+  std::map<std::string, std::shared_ptr<File>> durable_;
+  std::shared_ptr<File> open_;
+};
+
+}  // namespace camera::test
