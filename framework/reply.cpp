@@ -62,8 +62,8 @@ void send(int code, const std::string& body) {
   response += "\r\n\r\n";
   response += body;
 
-  std::fflush(stdout);  // the handler's own header lines go first
-  std::signal(SIGPIPE, SIG_IGN);
+  static_cast<void>(std::fflush(stdout));  // the handler's own header lines go first
+  static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   std::string_view rest = response;
   while (!rest.empty()) {
     const ssize_t count = write(STDOUT_FILENO, rest.data(), rest.size());

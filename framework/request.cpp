@@ -163,7 +163,7 @@ bool BaseCgilet::checkDate(int year, int month, int day) {
 bool BaseCgilet::checkTimeRange(const std::vector<std::string>& fields, int count) {
   static constexpr int kMax[] = {23, 59, 59};
   if (count < 2 || count > 3 || static_cast<std::size_t>(count) != fields.size()) return false;
-  for (std::size_t i = 0; i < fields.size(); ++i) {
+  for (std::size_t i = 0; i < std::size(kMax) && i < fields.size(); ++i) {
     if (!CheckRange(fields[i], 0, kMax[i])) return false;
   }
   return true;

@@ -20,9 +20,9 @@ static_assert(sizeof(_cam_actions) == 8);
 //   0 stored and synced; 1 refused: a text without an end, a field outside its bounds, or a decision made on
 //   values that another process has changed since; 2 failed: what the operating system refused.
 //   The flag, 0 or 1, is fixed per call site; both do the same.
-#define CAMERA_DECLARE_RECORD(name, type) \
-  struct type;                            \
-  int cam_get_##name(struct type* record);       \
+#define CAMERA_DECLARE_RECORD(name, type)  \
+  struct type;                             \
+  int cam_get_##name(struct type* record); \
   int cam_set_##name(const struct type* record, _cam_actions* actions, unsigned char flag);
 CAMERA_RECORDS(CAMERA_DECLARE_RECORD)
 #undef CAMERA_DECLARE_RECORD

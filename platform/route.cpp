@@ -11,7 +11,7 @@ static_assert(describe::tiles(kFields, sizeof(Route)));
 
 }  // namespace
 
-constinit const RecordInfo kRouteRecord{.name = "route",
+constexpr RecordInfo kRouteRecord{.name = "route",
                                         .version = 1,
                                         .size = sizeof(Route),
                                         .fields = kFields,

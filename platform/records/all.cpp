@@ -4,7 +4,7 @@
 namespace camera {
 
 #define CAMERA_RECORD_POINTER(name, type) &name##Record,
-constinit const std::array<const RecordInfo*, kRecordCount> kRecords{CAMERA_RECORDS(CAMERA_RECORD_POINTER)};
+constexpr std::array<const RecordInfo*, kRecordCount> kRecords{CAMERA_RECORDS(CAMERA_RECORD_POINTER)};
 #undef CAMERA_RECORD_POINTER
 
 }  // namespace camera

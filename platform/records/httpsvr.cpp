@@ -18,7 +18,7 @@ static_assert(describe::tiles(kFields, sizeof(_httpsvr_setting)));
 
 }  // namespace
 
-constinit const RecordInfo httpsvrRecord{.name = "httpsvr",
+constexpr RecordInfo httpsvrRecord{.name = "httpsvr",
                                          .version = 1,
                                          .size = sizeof(_httpsvr_setting),
                                          .fields = kFields,

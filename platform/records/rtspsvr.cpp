@@ -21,7 +21,7 @@ static_assert(describe::tiles(kFields, sizeof(_rtspsvr_setting)));
 
 }  // namespace
 
-constinit const RecordInfo rtspsvrRecord{.name = "rtspsvr",
+constexpr RecordInfo rtspsvrRecord{.name = "rtspsvr",
                                          .version = 1,
                                          .size = sizeof(_rtspsvr_setting),
                                          .fields = kFields,

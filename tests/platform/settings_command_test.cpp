@@ -101,7 +101,7 @@ TEST(RecordText, IsReadBackAsItWasWritten) {
   for (const Row& row : {Row{"", ""}, Row{" a b ", " a b "}, Row{"\\\n", "\\\\\\n"}, Row{"\\n", "\\\\n"},
                          Row{"\t\r\x7F\x01", "\\x09\\x0d\\x7f\\x01"}, Row{"\xC3\xA4=", "\xC3\xA4="}}) {
     char field[8]{};
-    std::memcpy(field, row.value.data(), row.value.size());
+    row.value.copy(field, sizeof field);
     EXPECT_EQ(formatElement(kText, field), row.text);
     char parsed[8] = "xxxxxxx";
     EXPECT_TRUE(parseElement(kText, row.text, parsed)) << row.text;
