@@ -19,11 +19,11 @@ static_assert(describe::tiles(kFields, sizeof(_httpsvr_setting)));
 }  // namespace
 
 constexpr RecordInfo httpsvrRecord{.name = "httpsvr",
-                                         .version = 1,
-                                         .size = sizeof(_httpsvr_setting),
-                                         .fields = kFields,
-                                         .defaults = &kDefaults,
-                                         .whole = false,
-                                         .linked = recordBit(RecordIndex::rtspsvr)};
+                                   .version = 1,
+                                   .size = sizeof(_httpsvr_setting),
+                                   .fields = kFields,
+                                   .defaults = &kDefaults,
+                                   .whole = false,
+                                   .linked = recordBit(RecordIndex::rtspsvr)};
 
 }  // namespace camera

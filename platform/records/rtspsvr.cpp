@@ -22,11 +22,11 @@ static_assert(describe::tiles(kFields, sizeof(_rtspsvr_setting)));
 }  // namespace
 
 constexpr RecordInfo rtspsvrRecord{.name = "rtspsvr",
-                                         .version = 1,
-                                         .size = sizeof(_rtspsvr_setting),
-                                         .fields = kFields,
-                                         .defaults = &kDefaults,
-                                         .whole = false,
-                                         .linked = recordBit(RecordIndex::httpsvr)};
+                                   .version = 1,
+                                   .size = sizeof(_rtspsvr_setting),
+                                   .fields = kFields,
+                                   .defaults = &kDefaults,
+                                   .whole = false,
+                                   .linked = recordBit(RecordIndex::httpsvr)};
 
 }  // namespace camera
