@@ -29,7 +29,7 @@ struct Program {
 };
 
 [[noreturn]] void fail(const std::string& what) {
-  std::fprintf(stderr, "spawn-cost: %s\n", what.c_str());
+  static_cast<void>(std::fprintf(stderr, "spawn-cost: %s\n", what.c_str()));
   std::exit(1);
 }
 

@@ -1,0 +1,250 @@
+// The whole camera as a fixture: processes, HTTP and the camera's folders.
+#include "tests/camera/camera.h"
+
+#include <arpa/inet.h>
+#include <curl/curl.h>
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <stdexcept>
+
+namespace camera::test {
+namespace {
+
+constexpr double kBootSeconds = 20;
+const std::string kSource = CAMERA_SOURCE_DIR;
+
+void check(bool condition, const std::string& what) {
+  if (!condition) throw std::runtime_error("test camera: " + what);
+}
+
+std::size_t collectBody(char* data, std::size_t size, std::size_t count, void* target) {
+  static_cast<std::string*>(target)->append(data, size * count);
+  return size * count;
+}
+
+std::size_t collectHeader(char* data, std::size_t size, std::size_t count, void* target) {
+  std::string line(data, size * count);
+  const std::size_t colon = line.find(": ");
+  if (colon == line.npos) return line.size();
+  std::string name = line.substr(0, colon);
+  std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
+  (*static_cast<Reply*>(target)).headers[name] = line.substr(colon + 2, line.find('\r') - colon - 2);
+  return line.size();
+}
+
+std::size_t occurrences(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at + 1)) ++count;
+  return count;
+}
+
+std::vector<pid_t> processIds() {
+  std::vector<pid_t> ids;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+    const std::string name = entry.path().filename();
+    if (std::isdigit(static_cast<unsigned char>(name[0])) != 0) ids.push_back(std::stoi(name));
+  }
+  return ids;
+}
+
+std::string procFile(pid_t pid, const std::string& name) {
+  return readFile("/proc/" + std::to_string(pid) + "/" + name);
+}
+
+pid_t onlyChild(pid_t pid) {
+  const std::string children = procFile(pid, "task/" + std::to_string(pid) + "/children");
+  check(!children.empty(), "process " + std::to_string(pid) + " has no child");
+  return std::stoi(children);
+}
+
+}  // namespace
+
+pid_t start(const Command& command, const std::string& in, const std::string& out, const std::string& err) {
+  std::vector<char*> argv;
+  for (const std::string& word : command) argv.push_back(const_cast<char*>(word.c_str()));
+  argv.push_back(nullptr);
+  posix_spawn_file_actions_t files;
+  posix_spawn_file_actions_init(&files);
+  posix_spawn_file_actions_addopen(&files, 0, in.c_str(), O_RDONLY, 0);
+  posix_spawn_file_actions_addopen(&files, 1, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+  posix_spawn_file_actions_addopen(&files, 2, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+  pid_t pid = 0;
+  const int failure = posix_spawnp(&pid, argv[0], &files, nullptr, argv.data(), environ);
+  posix_spawn_file_actions_destroy(&files);
+  check(failure == 0, "cannot start " + command[0]);
+  return pid;
+}
+
+int waitFor(pid_t pid) {
+  int status = 0;
+  check(waitpid(pid, &status, 0) == pid, "cannot wait");
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+int freePort() {
+  const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t size = sizeof address;
+  check(bind(descriptor, reinterpret_cast<sockaddr*>(&address), size) == 0 &&
+            getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &size) == 0,
+        "no free port");
+  close(descriptor);
+  return ntohs(address.sin_port);
+}
+
+Reply fetch(int port, const std::string& path, const std::vector<std::string>& requestHeaders,
+            const std::string* body) {
+  static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
+  const std::unique_ptr<CURL, void (*)(CURL*)> curl{curl_easy_init(), curl_easy_cleanup};
+  check(ready == CURLE_OK && curl != nullptr, "no curl");
+  curl_slist* list = curl_slist_append(nullptr, "Expect:");
+  for (const std::string& header : requestHeaders) list = curl_slist_append(list, header.c_str());
+  const std::unique_ptr<curl_slist, void (*)(curl_slist*)> freed{list, curl_slist_free_all};
+
+  Reply reply{};
+  const std::string url = "http://127.0.0.1:" + std::to_string(port) + path;
+  curl_easy_setopt(curl.get(), CURLOPT_URL, url.c_str());
+  curl_easy_setopt(curl.get(), CURLOPT_NOPROXY, "*");
+  curl_easy_setopt(curl.get(), CURLOPT_NOSIGNAL, 1L);
+  curl_easy_setopt(curl.get(), CURLOPT_TIMEOUT, 30L);
+  curl_easy_setopt(curl.get(), CURLOPT_HTTPHEADER, list);
+  curl_easy_setopt(curl.get(), CURLOPT_WRITEFUNCTION, collectBody);
+  curl_easy_setopt(curl.get(), CURLOPT_WRITEDATA, &reply.body);
+  curl_easy_setopt(curl.get(), CURLOPT_HEADERFUNCTION, collectHeader);
+  curl_easy_setopt(curl.get(), CURLOPT_HEADERDATA, &reply);
+  if (body != nullptr) {
+    curl_easy_setopt(curl.get(), CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body->size()));
+    curl_easy_setopt(curl.get(), CURLOPT_POSTFIELDS, body->data());
+  }
+  if (curl_easy_perform(curl.get()) != CURLE_OK) return {};
+  curl_easy_getinfo(curl.get(), CURLINFO_RESPONSE_CODE, &reply.status);
+  return reply;
+}
+
+std::string readFile(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void writeFile(const std::filesystem::path& path, const std::string& content) {
+  std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
+}
+
+TemporaryFolder::TemporaryFolder() {
+  std::string name = std::filesystem::temp_directory_path() / "camera-test-XXXXXX";
+  check(mkdtemp(name.data()) != nullptr, "no temporary folder");
+  path_ = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(path_, ignored);
+}
+
+int TemporaryFolder::processes() const {
+  const std::string name = path_.filename();
+  const std::vector<pid_t> ids = processIds();
+  return static_cast<int>(std::count_if(ids.begin(), ids.end(), [&](pid_t pid) {
+    return occurrences(procFile(pid, "cmdline") + procFile(pid, "mountinfo"), name) != 0;
+  }));
+}
+
+Camera::Camera(Command options) : options_{std::move(options)} {
+  std::filesystem::create_directory(state());
+  const Output stored = settings({"set", "httpsvr", "http_port=" + std::to_string(freePort())});
+  check(stored.status == 0, "no settings: " + stored.err);
+}
+
+Camera::~Camera() {
+  turnOff();
+}
+
+Command Camera::sandbox(const std::string& program) const {
+  Command command{kSource + "/virtual-camera/" + program, "--state", state()};
+  command.insert(command.end(), options_.begin(), options_.end());
+  return command;
+}
+
+// The camera says on its standard output where it answers, once for every start of a web server.
+void Camera::awaitAnnouncement(std::size_t count) {
+  check(within(kBootSeconds,
+               [&] { return occurrences(readFile(folder_ / "boot.out"), "The camera answers on") >= count; }),
+        "it does not start: " + readFile(folder_ / "boot.out") + readFile(folder_ / "boot.err"));
+}
+
+void Camera::boot() {
+  std::filesystem::remove(folder_ / "boot.out");
+  boot_ = start(sandbox("boot"), "/dev/null", folder_ / "boot.out", folder_ / "boot.err");
+  awaitAnnouncement(1);
+}
+
+void Camera::turnOff() {
+  if (boot_ == 0) return;
+  kill(boot_, SIGTERM);
+  waitFor(boot_);
+  boot_ = 0;
+}
+
+void Camera::reboot() {
+  const std::size_t before = occurrences(readFile(folder_ / "boot.out"), "The camera answers on");
+  Command command{"nsenter", "-m", "-p", "-t", std::to_string(onlyChild(onlyChild(boot_)))};
+  if (geteuid() != 0) command.insert(command.end(), {"-U", "--preserve-credentials"});
+  command.emplace_back("/sbin/reboot");
+  waitFor(start(command, "/dev/null", "/dev/null", "/dev/null"));  // it may die with its camera
+  awaitAnnouncement(before + 1);
+}
+
+int Camera::port() const {
+  static const std::string address = "http://127.0.0.1:";
+  const std::string announcements = readFile(folder_ / "boot.out");
+  const std::size_t last = announcements.rfind(address);
+  check(last != announcements.npos, "it was never on");
+  return std::stoi(announcements.substr(last + address.size()));
+}
+
+Reply Camera::get(const std::string& path, const std::vector<std::string>& headers) {
+  return fetch(port(), path, headers);
+}
+
+Reply Camera::post(const std::string& name, const std::string& body, const std::string& contentType) {
+  return fetch(port(), "/cgi-bin/" + name, {"Content-Type: " + contentType}, &body);
+}
+
+Output Camera::inside(const Command& command, const std::string& in) {
+  Command whole = sandbox("sandbox");
+  whole.insert(whole.end(), command.begin(), command.end());
+  writeFile(folder_ / "in", in);
+  const int status = waitFor(start(whole, folder_ / "in", folder_ / "out", folder_ / "err"));
+  return {status, readFile(folder_ / "out"), readFile(folder_ / "err")};
+}
+
+Output Camera::settings(const Command& words) {
+  Command command{"camera-settings"};
+  command.insert(command.end(), words.begin(), words.end());
+  return inside(command);
+}
+
+Output Camera::runOnce(const std::string& argv0, const std::map<std::string, std::string>& environment,
+                       const std::string& in) {
+  Command command{"env", "-i"};
+  for (const auto& [name, value] : environment) {
+    command.push_back(name);
+    command.back().append("=").append(value);
+  }
+  command.insert(command.end(), {"/bin/bash", "-c", "exec -a \"$0\" /usr/lib/camera/bin/camera-cgi", argv0});
+  return inside(command, in);
+}
+
+}  // namespace camera::test

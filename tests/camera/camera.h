@@ -1,0 +1,100 @@
+// A whole camera for a test: its own sandbox and state folder, and a web server on a port of its own.
+#pragma once
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace camera::test {
+
+using Command = std::vector<std::string>;
+
+struct Output {
+  int status;  // exit status; minus the signal where one ended it
+  std::string out;
+  std::string err;
+};
+
+struct Reply {
+  long status;  // 0: no answer
+  std::string body;
+  std::map<std::string, std::string> headers;  // names in lower case
+};
+
+// Starts a program with these files as its standard streams.
+pid_t start(const Command& command, const std::string& in, const std::string& out, const std::string& err);
+int waitFor(pid_t pid);
+
+int freePort();
+Reply fetch(int port, const std::string& path, const std::vector<std::string>& requestHeaders = {},
+            const std::string* body = nullptr);
+std::string readFile(const std::filesystem::path& path);
+void writeFile(const std::filesystem::path& path, const std::string& content);
+
+// True as soon as the condition holds, false when it still does not after so many seconds.
+template <class Condition>
+bool within(double seconds, Condition condition) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  return true;
+}
+
+// Removes itself and what is in it at the end.
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  const std::filesystem::path& path() const { return path_; }
+  std::string operator/(const std::string& name) const { return path_ / name; }
+  // How many processes were started with the folder's name, or run in a sandbox with a state in it.
+  int processes() const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+class Camera {
+ public:
+  // Options of the sandbox, such as other actions. The camera is off.
+  explicit Camera(Command options = {});
+  ~Camera();
+
+  void boot();  // returns when it answers
+  void turnOff();
+  void reboot();  // by its own /sbin/reboot; returns when it answers again
+
+  Reply get(const std::string& path, const std::vector<std::string>& headers = {});
+  Reply post(const std::string& name, const std::string& body,
+             const std::string& contentType = "application/x-www-form-urlencoded");
+
+  Output inside(const Command& command, const std::string& in = {});  // in a fresh sandbox on the same state
+  Output settings(const Command& words);                              // camera-settings
+  // camera-cgi started under this name, with nothing but this environment.
+  Output runOnce(const std::string& argv0, const std::map<std::string, std::string>& environment = {},
+                 const std::string& in = {});
+
+  std::filesystem::path record(const std::string& name) const { return state() / "settings" / name; }
+  std::filesystem::path state() const { return folder_.path() / "state"; }
+  std::string log() const { return readFile(state() / "log" / "camera.log"); }
+  int port() const;  // where it said last that it answers
+
+ private:
+  Command sandbox(const std::string& program) const;
+  void awaitAnnouncement(std::size_t count);
+
+  TemporaryFolder folder_;
+  Command options_;
+  pid_t boot_ = 0;
+};
+
+}  // namespace camera::test
