@@ -1,22 +1,12 @@
 // The dispatcher's table: one line per CGI name, with its handler class.
 #include "framework/cgi_table.h"
 
-#include "framework/cgilet.h"
-
-#define CAMERA_CGIS(CGI) CGI("httpport.cgi", HttpPortCgilet)
-
-#define CAMERA_DECLARE_CGI(name, Class) InfCgilet* create##Class();
-CAMERA_CGIS(CAMERA_DECLARE_CGI)
-#undef CAMERA_DECLARE_CGI
+// At global scope, where the handler classes are: naming one here declares it.
+constexpr camera::CgiEntry kTable[] = {
+    {"httpport.cgi", camera::create<class HttpPortCgilet>},
+};
 
 namespace camera {
-namespace {
-
-#define CAMERA_CGI_ENTRY(name, Class) {name, create##Class},
-constexpr CgiEntry kTable[] = {CAMERA_CGIS(CAMERA_CGI_ENTRY)};
-#undef CAMERA_CGI_ENTRY
-
-}  // namespace
 
 std::span<const CgiEntry> cgiTable() {
   return kTable;

@@ -13,6 +13,10 @@ struct CgiEntry {
   InfCgilet* (*create)();  // a new handler, owned by the caller
 };
 
+// Defined for each class of the table where that class is.
+template <class Class>
+InfCgilet* create();
+
 std::span<const CgiEntry> cgiTable();
 
 // The entry of the name, compared whole and by case; null for a name that is no endpoint.

@@ -128,15 +128,11 @@ namespace camera {
 // Drives a handler through its one request; it has replied when this returns.
 void serve(InfCgilet& cgilet);
 
+// What the dispatcher's table calls to make a handler. The source file of an endpoint closes with the
+// explicit instantiation for its class.
 template <class Class>
 InfCgilet* create() {
   return new Class;
 }
 
 }  // namespace camera
-
-// Closes the source file of an endpoint class: what the dispatcher's table calls to make the handler.
-#define CAMERA_CGILET(Class)        \
-  InfCgilet* create##Class() {      \
-    return camera::create<Class>(); \
-  }

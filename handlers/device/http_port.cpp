@@ -69,4 +69,4 @@ class HttpPortCgilet final : public InfCgilet {
   _httpsvr_setting httpsvr_;
 };
 
-CAMERA_CGILET(HttpPortCgilet)
+template InfCgilet* camera::create<HttpPortCgilet>();
