@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "framework/common_api.h"
@@ -24,7 +25,8 @@ class BaseCgilet {
   virtual void SetOnEngine(int on);
 
   // Reads the query string and, of a POSTed form, the body (64 KiB at most). True when there is a parameter.
-  // A request whose body is too long, or not as long as it says, has none, and its reply becomes 400.
+  // A request whose body is too long, or not as long as it says, has none, and what would be a 200 becomes a
+  // 400.
   bool parseHttp();
   // Releases what parseHttp needed; the parameters stay.
   void cleanUp();
@@ -90,9 +92,10 @@ class BaseCgilet {
  private:
   std::string form_;
   std::vector<char> buffer_;
+  int malformed_;  // 1: the request could not be read
 
  protected:
-  int malformed_;  // 1: the request could not be read; set by parseHttp alone
+  bool malformed() const { return malformed_ != 0; }
 };
 
 // The reply: a result code and lines of key and value.

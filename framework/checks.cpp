@@ -48,7 +48,8 @@ bool parseInteger(std::string_view text, int min, int max, int* value) {
 
 int lengthWithin(std::string_view text, int min, int max) {
   const auto length = static_cast<std::int64_t>(text.size());
-  return length >= min && length <= max ? static_cast<int>(length) : -1;
+  const bool hasNul = text.find('\0') != text.npos;
+  return length >= min && length <= max && !hasNul ? static_cast<int>(length) : -1;
 }
 
 int indexOf(std::string_view text, const char* const words[], int count, bool variants) {
@@ -63,7 +64,7 @@ int indexOf(std::string_view text, const char* const words[], int count, bool va
 }
 
 bool copyText(char* buffer, std::size_t size, std::string_view text) {
-  if (text.size() >= size) return false;
+  if (text.size() >= size || text.find('\0') != text.npos) return false;
   std::copy(text.begin(), text.end(), buffer);
   std::memset(buffer + text.size(), 0, size - text.size());
   return true;
@@ -124,8 +125,9 @@ int nextField(const char** cursor, const char* separator, const char* inner, cha
     tail = field.substr(at + std::strlen(inner));
     field = field.substr(0, at);
   }
+  if (second != nullptr && tail.size() >= secondSize) return -2;
   if (!copyText(first, firstSize, field)) return -2;
-  if (second != nullptr && !copyText(second, secondSize, tail)) return -2;
+  if (second != nullptr) copyText(second, secondSize, tail);
   *cursor = end == rest.npos ? nullptr : *cursor + end + separatorLength;
   return 0;
 }

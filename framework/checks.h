@@ -1,7 +1,9 @@
 // The checks on texts that every other check is made of.
 #pragma once
 
+#include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,7 +27,7 @@ bool consistsOf(std::string_view text, CharClass accepted, std::string_view extr
 // True for an optional minus sign and decimal digits that yield a value of min to max; value may be null.
 bool parseInteger(std::string_view text, int min, int max, int* value);
 
-// The length of the text in bytes when it is min to max, otherwise -1.
+// The length of the text in bytes when it is min to max and none of them is a NUL, otherwise -1.
 int lengthWithin(std::string_view text, int min, int max);
 
 // Position of the text among count words, compared whole and by case; -1 when absent. With variants, a text
@@ -53,8 +55,30 @@ bool isNetmask(std::string_view text);
 // Takes the next field of a separated text. cursor moves past the separator, or becomes null after the last
 // field. The field is split at its first inner separator into two texts; without an inner separator in it, or
 // with an empty one, all goes into the first and the second is empty. second may be null, and what follows
-// the inner separator is then dropped. Returns 0; -1 at the end; -2 when a field does not fit its buffer.
+// the inner separator is then dropped. An empty text is one empty field. Returns 0; -1 at the end; -2, with
+// nothing moved or written, when a field does not fit its buffer.
 int nextField(const char** cursor, const char* separator, const char* inner, char* first,
               std::size_t firstSize, char* second, std::size_t secondSize);
+
+// Stores the value; true when the field held another.
+template <class Field>
+bool setIfDifferent(Field* field, int value) {
+  const auto converted = static_cast<Field>(value);
+  if (*field == converted) return false;
+  *field = converted;
+  return true;
+}
+
+// The decimal digits of a number, without the allocation that a string would need.
+class Decimal {
+ public:
+  explicit Decimal(std::int64_t number)
+      : end_{std::to_chars(digits_, digits_ + sizeof digits_, number).ptr} {}
+  std::string_view text() const { return {digits_, static_cast<std::size_t>(end_ - digits_)}; }
+
+ private:
+  char digits_[24];
+  char* end_;
+};
 
 }  // namespace camera

@@ -2,9 +2,8 @@
 #include "framework/common_api.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cstring>
+#include <initializer_list>
 #include <limits>
 
 namespace {
@@ -21,25 +20,17 @@ int checkText(std::string_view text, int min, int max, char* out, std::size_t si
   return 0;
 }
 
-// Decimal digits of a number, without the allocation that a string would need.
-struct Decimal {
-  explicit Decimal(int number) : end{std::to_chars(digits.begin(), digits.end(), number).ptr} {}
-  std::string_view text() const { return {digits.data(), static_cast<std::size_t>(end - digits.data())}; }
-  std::array<char, 12> digits;
-  char* end;
-};
-
 std::string_view orEmpty(const char* text) {
   return text == nullptr ? std::string_view{} : std::string_view{text};
 }
 
-// Appends all parts to what the buffer holds, or none of them. Returns the new length or -1.
-int appendAll(char* out, std::size_t size, std::initializer_list<std::string_view> parts) {
-  const std::size_t start = strnlen(out, size);
-  std::size_t end = start;
+// Writes all parts after the first kept characters of the buffer, or changes nothing. Returns the new length
+// or -1.
+int appendAll(char* out, std::size_t size, std::size_t kept, std::initializer_list<std::string_view> parts) {
+  std::size_t end = kept;
   for (const std::string_view part : parts) end += part.size();
   if (end >= size) return -1;
-  char* at = out + start;
+  char* at = out + kept;
   for (const std::string_view part : parts) at = std::copy(part.begin(), part.end(), at);
   *at = '\0';
   return static_cast<int>(end);
@@ -119,28 +110,19 @@ int CommonAPI::CmpStr(std::string_view text, const char* const list[], int count
 }
 
 void CommonAPI::CmpIdx(int index, std::uint8_t* field, bool* changed) {
-  if (index < 0 || *field == index) return;
-  *field = static_cast<std::uint8_t>(index);
-  *changed = true;
+  if (index >= 0 && camera::setIfDifferent(field, index)) *changed = true;
 }
 
 void CommonAPI::CmpInt(int value, std::int32_t* field, bool* changed) {
-  if (value < 0 || *field == value) return;
-  *field = value;
-  *changed = true;
+  if (value >= 0 && camera::setIfDifferent(field, value)) *changed = true;
 }
 
 void CommonAPI::isParamChanged(int value, std::int32_t* field, unsigned* changes) {
-  if (*field == value) return;
-  *field = value;
-  ++*changes;
+  if (camera::setIfDifferent(field, value)) ++*changes;
 }
 
 void CommonAPI::isParamChanged(int value, std::uint8_t* field, unsigned* changes) {
-  const auto byte = static_cast<std::uint8_t>(value);
-  if (*field == byte) return;
-  *field = byte;
-  ++*changes;
+  if (camera::setIfDifferent(field, value)) ++*changes;
 }
 
 void CommonAPI::isParamChanged(std::string_view text, std::int32_t* field, unsigned* changes) {
@@ -155,7 +137,6 @@ void CommonAPI::isParamChanged(std::string_view text, std::uint8_t* field, unsig
 }
 
 bool CommonAPI::replaceText(char* field, std::size_t size, std::string_view text) {
-  text = text.substr(0, text.find('\0'));
   if (std::string_view{field, strnlen(field, size)} == text) return false;
   return camera::copyText(field, size, text);
 }
@@ -191,7 +172,7 @@ bool CommonAPI::checkRange(std::string_view text, int min, int max) {
 }
 
 int CommonAPI::CopyStr(char* out, std::size_t size, int number, const char* text) {
-  const Decimal decimal(number);
+  const camera::Decimal decimal(number);
   const std::string_view value = text != nullptr ? std::string_view{text} : decimal.text();
   return camera::copyText(out, size, value) ? static_cast<int>(value.size()) : -1;
 }
@@ -201,11 +182,8 @@ int CommonAPI::AppendStr(char* out, std::size_t size, const char* text, const ch
   const std::string_view joiner = orEmpty(separator);
   const std::string_view before = afresh != 0 ? std::string_view{} : joiner;
   const std::string_view between = second != nullptr ? joiner : std::string_view{};
-  const std::size_t kept = afresh != 0 ? 0 : strnlen(out, size);
-  if (kept + before.size() + orEmpty(text).size() + between.size() + orEmpty(second).size() >= size)
-    return -1;
-  if (afresh != 0) out[0] = '\0';
-  return appendAll(out, size, {before, orEmpty(text), between, orEmpty(second)});
+  return appendAll(out, size, afresh != 0 ? 0 : strnlen(out, size),
+                   {before, orEmpty(text), between, orEmpty(second)});
 }
 
 int CommonAPI::GetValBySep(const char** cursor, const char* separator, const char* inner, char* first,
@@ -249,10 +227,10 @@ bool check_accept_str(std::string_view text, std::string_view accepted, bool let
 
 std::string strongEncode(std::string_view text) {
   std::string encoded;
-  for (const char c : text) {
+  for (const char c : text.substr(0, text.find('\0'))) {
     if (c == '\'') {
       encoded += "'\\''";  // end the quotes, an escaped quote, open them again
-    } else if (c != '\0') {
+    } else {
       encoded += c;
     }
   }
@@ -262,19 +240,21 @@ std::string strongEncode(std::string_view text) {
 int StrCat(char* out, std::size_t size, const char* prefix, const char* name, int number, const char* first,
            const char* second, const char* third, const char* fourth) {
   if (size == 0) return -1;
-  const Decimal decimal(number);
+  const camera::Decimal decimal(number);
   out[0] = '\0';
   return accepted(
-      appendAll(out, size,
+      appendAll(out, size, 0,
                 {orEmpty(prefix), orEmpty(name), number == -1 ? std::string_view{} : decimal.text(),
                  orEmpty(first), orEmpty(second), orEmpty(third), orEmpty(fourth)}) >= 0);
 }
 
 int StrCat(char* out, std::size_t size, const char* text, int number, const char* separator) {
-  const Decimal decimal(number);
-  const std::string_view joiner = strnlen(out, size) == 0 ? std::string_view{} : orEmpty(separator);
-  return accepted(
-      appendAll(out, size, {joiner, orEmpty(text), number == -1 ? std::string_view{} : decimal.text()}) >= 0);
+  const camera::Decimal decimal(number);
+  const std::size_t kept = strnlen(out, size);
+  const std::string_view joiner = kept == 0 ? std::string_view{} : orEmpty(separator);
+  return accepted(appendAll(out, size, kept,
+                            {joiner, orEmpty(text), number == -1 ? std::string_view{} : decimal.text()}) >=
+                  0);
 }
 
 int GetAttrValBySep(const char** cursor, const char* separator, const char* inner, char* first,

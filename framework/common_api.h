@@ -49,8 +49,9 @@ class CommonAPI {
   static void CmpIdx(int index, std::uint8_t* field, bool* changed);
   static void CmpInt(int value, std::int32_t* field, bool* changed);
 
-  // Overwrites a field that differs from the new value and marks the counter. The text forms of a number
-  // field take a decimal text that the caller has checked.
+  // Overwrites a field that differs from the new value and marks the counter; a text that does not fit, or
+  // holds a NUL, is no value. The text forms of a number field take a decimal text that the caller has
+  // checked.
   static void isParamChanged(int value, std::int32_t* field, unsigned* changes);
   static void isParamChanged(int value, std::uint8_t* field, unsigned* changes);
   static void isParamChanged(std::string_view text, std::int32_t* field, unsigned* changes);
@@ -87,14 +88,15 @@ class CommonAPI {
   static int b64_decode(std::string_view text, void* out, std::size_t size);
 
  private:
-  // True when the field differed and now holds the text up to a NUL; a text too long for it changes nothing.
+  // True when the field differed and now holds the text. One that is too long or holds a NUL changes nothing.
   static bool replaceText(char* field, std::size_t size, std::string_view text);
 };
 
 // True when every character is one of the accepted ones or, as the flags say, a letter or a digit.
 bool check_accept_str(std::string_view text, std::string_view accepted, bool letters, bool digits);
 
-// The text in a form that can stand between single quotes on a shell command line. NUL bytes are left out.
+// The text in a form that can stand between single quotes on a shell command line. It ends at the first NUL,
+// which no command line can hold.
 std::string strongEncode(std::string_view text);
 
 // Writes prefix, name, number and the further texts one after the other; null texts and the number -1 add

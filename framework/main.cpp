@@ -2,6 +2,7 @@
 #include <libgen.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -30,6 +31,8 @@ void announce(const std::string& name) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // A reader that has gone, of the log or of the reply, must not end a request half-way.
+  static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   const std::string name = cgiName(argc > 0 ? argv[0] : "");
   announce(name);
   const camera::CgiEntry* entry = camera::findCgi(name);

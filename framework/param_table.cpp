@@ -55,15 +55,11 @@ int CmpStr(std::string_view text, const char* const list[], int count, int* inde
 }
 
 void CmpInt(int value, int given, std::int32_t* field, bool* changed) {
-  if (given < 0 || *field == value) return;
-  *field = value;
-  *changed = true;
+  if (given >= 0 && camera::setIfDifferent(field, value)) *changed = true;
 }
 
 void CmpInt(int value, int given, std::uint8_t* field, bool* changed) {
-  if (given < 0 || *field == value) return;
-  *field = static_cast<std::uint8_t>(value);
-  *changed = true;
+  if (given >= 0 && camera::setIfDifferent(field, value)) *changed = true;
 }
 
 namespace camera {
@@ -73,113 +69,122 @@ constexpr int count(std::size_t size) {
   return static_cast<int>(size);
 }
 
-ParamSpec textOf(const char* name, int min, int max, CharClass characters, std::string_view extra) {
-  ParamSpec spec{.name = name, .kind = kStrParam};
-  spec.min = min;
-  spec.max = max;
-  spec.characters = characters;
-  spec.extra = extra;
-  return spec;
+ParamRow textOf(const char* name, int min, int max, CharClass characters, std::string_view extra) {
+  ParamRow row{.name = name, .kind = kStrParam};
+  row.min = min;
+  row.max = max;
+  row.characters = characters;
+  row.extra = extra;
+  return row;
+}
+
+std::string_view fieldText(const ParamRow& row) {
+  return {row.textField, strnlen(row.textField, row.textSize)};
 }
 
 }  // namespace
 
-ParamSpec ParamSpec::required() const {
-  ParamSpec spec = *this;
-  spec.isRequired = true;
-  return spec;
+ParamRow ParamRow::required() const {
+  ParamRow row = *this;
+  row.isRequired = true;
+  return row;
 }
 
-ParamSpec ParamSpec::startingAt(int value) const {
-  ParamSpec spec = *this;
-  spec.initial = value;
-  return spec;
+ParamRow ParamRow::startingAt(int value) const {
+  ParamRow row = *this;
+  row.initial = value;
+  return row;
 }
 
-ParamSpec ParamSpec::also(int (*further)(std::string_view)) const {
-  ParamSpec spec = *this;
-  spec.check = further;
-  return spec;
+ParamRow ParamRow::showing(const char* text) const {
+  ParamRow row = *this;
+  row.shown = text;
+  return row;
 }
 
-ParamSpec ParamSpec::unhandledIf(bool absent) const {
-  ParamSpec spec = *this;
-  if (absent) spec.kind = kUnhandledParam;
-  return spec;
+ParamRow ParamRow::also(int (*further)(std::string_view)) const {
+  ParamRow row = *this;
+  row.check = further;
+  return row;
 }
 
-ParamSpec ParamSpec::into(std::uint8_t& field, bool& change) const {
-  ParamSpec spec = *this;
-  spec.byteField = &field;
-  spec.changed = &change;
-  return spec;
+ParamRow ParamRow::unhandledIf(bool absent) const {
+  ParamRow row = *this;
+  if (absent) row.kind = kUnhandledParam;
+  return row;
 }
 
-ParamSpec ParamSpec::into(std::int32_t& field, bool& change) const {
-  ParamSpec spec = *this;
-  spec.integerField = &field;
-  spec.changed = &change;
-  return spec;
+ParamRow ParamRow::into(std::uint8_t& field, bool& change) const {
+  ParamRow row = *this;
+  row.byteField = &field;
+  row.changed = &change;
+  return row;
 }
 
-ParamSpec ParamSpec::intoText(char* field, std::size_t size, bool& change) const {
-  ParamSpec spec = *this;
-  spec.textField = field;
-  spec.textSize = size;
-  spec.changed = &change;
-  return spec;
+ParamRow ParamRow::into(std::int32_t& field, bool& change) const {
+  ParamRow row = *this;
+  row.integerField = &field;
+  row.changed = &change;
+  return row;
 }
 
-ParamSpec integerParam(const char* name, int min, int max) {
-  ParamSpec spec{.name = name, .kind = kIntParam};
-  spec.min = min;
-  spec.max = max;
-  return spec;
+ParamRow ParamRow::intoText(char* field, std::size_t size, bool& change) const {
+  ParamRow row = *this;
+  row.textField = field;
+  row.textSize = size;
+  row.changed = &change;
+  return row;
 }
 
-ParamSpec textParam(const char* name, int min, int max, std::string_view extra) {
+ParamRow integerParam(const char* name, int min, int max) {
+  ParamRow row{.name = name, .kind = kIntParam};
+  row.min = min;
+  row.max = max;
+  return row;
+}
+
+ParamRow textParam(const char* name, int min, int max, std::string_view extra) {
   return textOf(name, min, max, kAlnum, extra);
 }
 
-ParamSpec digitsParam(const char* name, int min, int max, std::string_view extra) {
+ParamRow digitsParam(const char* name, int min, int max, std::string_view extra) {
   return textOf(name, min, max, kDigits, extra);
 }
 
-ParamSpec hexParam(const char* name, int min, int max) {
+ParamRow hexParam(const char* name, int min, int max) {
   return textOf(name, min, max, kHexDigits, {});
 }
 
-ParamSpec choiceParam(const char* name, Words words) {
-  ParamSpec spec{.name = name, .kind = kCStrParam};
-  spec.words = words;
-  return spec;
+ParamRow choiceParam(const char* name, Words words) {
+  ParamRow row{.name = name, .kind = kCStrParam};
+  row.words = words;
+  return row;
 }
 
-ParamTable::ParamTable(std::initializer_list<ParamSpec> specs, UnknownNames unknown)
-    : specs_{specs}, unknown_{unknown}, params_(specs.size()) {
+ParamTable::ParamTable(std::initializer_list<ParamRow> rows, UnknownNames unknown)
+    : rows_{rows}, unknown_{unknown}, params_(rows.size()) {
   std::vector<const char*> names;
   std::vector<std::uint8_t> kinds;
   std::size_t bytes = 0;
-  for (const ParamSpec& spec : specs_) {
-    names.push_back(spec.name);
-    kinds.push_back(spec.kind);
-    if (spec.kind == kStrParam) bytes += static_cast<std::size_t>(spec.max) + 1;
+  for (const ParamRow& row : rows_) {
+    names.push_back(row.name);
+    kinds.push_back(row.kind);
+    if (row.kind == kStrParam) bytes += static_cast<std::size_t>(row.max) + 1;
   }
-  InitParams(count(specs_.size()), params_.data(), names.data(), kinds.data());
+  InitParams(count(rows_.size()), params_.data(), names.data(), kinds.data());
   buffers_ = std::make_unique<char[]>(bytes);
   char* buffer = buffers_.get();
-  for (std::size_t i = 0; i < specs_.size(); ++i) {
-    const ParamSpec& spec = specs_[i];
-    if (spec.isRequired) params_[i].optional = 0;
-    if (spec.kind == kIntParam) {
-      InitIntParam(&ints_.emplace_back(), spec.min, spec.max, spec.initial);
-    } else if (spec.kind == kStrParam) {
-      const std::size_t size = static_cast<std::size_t>(spec.max) + 1;
-      InitStrParam(&strs_.emplace_back(), spec.min, spec.max, size, buffer);
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    const ParamRow& row = rows_[i];
+    if (row.isRequired) params_[i].optional = 0;
+    if (row.kind == kIntParam) {
+      InitIntParam(&ints_.emplace_back(), row.min, row.max, row.initial);
+    } else if (row.kind == kStrParam) {
+      const std::size_t size = static_cast<std::size_t>(row.max) + 1;
+      InitStrParam(&strs_.emplace_back(), row.min, row.max, size, buffer);
       buffer += size;
-    } else if (spec.kind == kCStrParam) {
-      InitCStrParam(&choices_.emplace_back(), count(spec.words.size()), spec.initial, spec.words.data(),
-                    true);
+    } else if (row.kind == kCStrParam) {
+      InitCStrParam(&choices_.emplace_back(), count(row.words.size()), row.initial, row.words.data(), true);
     }
   }
 }
@@ -198,23 +203,24 @@ bool ParamTable::check(BaseCgilet& request) {
 
 bool ParamTable::checkOne(std::size_t i, std::string_view text) {
   const _Param& param = params_[i];
-  const ParamSpec& spec = specs_[i];
+  const ParamRow& row = rows_[i];
   if (param.kind == kIntParam) {
     _IntParam& value = ints_[param.index];
     return ChkInt(text, param.presence, value.min, value.max, &value.value, &value.state, 0, "", 0) == 0;
   }
   if (param.kind == kCStrParam) {
     _CStrParam& value = choices_[param.index];
+    if (CmpStr(text, value.list, value.count, &value.index, value.flag, false) != 0) return false;
     value.state = 1;
-    return CmpStr(text, value.list, value.count, &value.index, value.flag, false) == 0;
-  }
-  if (param.kind == kStrParam) {
+  } else if (param.kind == kStrParam) {
     _StrParam& value = strs_[param.index];
+    const CharClass& accepted = row.characters;
+    if (ChkStr(text, param.presence, value.min, value.max, value.value, value.size, accepted.letters,
+               accepted.digits, accepted.hexDigits, false, row.extra) != 0) {
+      return false;
+    }
+    if (!text.empty() && row.check != nullptr && row.check(text) != 0) return false;
     value.state = count(text.size());
-    return ChkStr(text, param.presence, value.min, value.max, value.value, value.size,
-                  spec.characters.letters, spec.characters.digits, spec.characters.hexDigits, false,
-                  spec.extra) == 0 &&
-           (text.empty() || spec.check == nullptr || spec.check(text) == 0);
   }
   return true;
 }
@@ -240,52 +246,61 @@ bool ParamTable::given(const char* name) const {
 bool ParamTable::givenEmpty(const char* name) const {
   return state(find(name)) == 0;
 }
+
+std::size_t ParamTable::findKind(const char* name, std::uint8_t kind) const {
+  const std::size_t i = find(name);
+  if (params_[i].kind != kind && params_[i].kind != kUnhandledParam) std::abort();
+  return i;
+}
+
 int ParamTable::integer(const char* name) const {
-  return ints_.at(params_[find(name)].index).value;
+  return number(findKind(name, kIntParam));
 }
 int ParamTable::choice(const char* name) const {
-  return choices_.at(params_[find(name)].index).index;
+  return number(findKind(name, kCStrParam));
 }
 const char* ParamTable::text(const char* name) const {
-  return strs_.at(params_[find(name)].index).value;
+  const _Param& param = params_[findKind(name, kStrParam)];
+  return param.kind == kStrParam ? strs_[param.index].value : "";
 }
 
 int ParamTable::number(std::size_t i) const {
   const _Param& param = params_[i];
   if (param.kind == kIntParam) return ints_[param.index].value;
-  return param.kind == kCStrParam ? choices_[param.index].index : 0;
+  return param.kind == kCStrParam ? choices_[param.index].index : rows_[i].initial;
 }
 
 std::string_view ParamTable::word(std::size_t i, int choice) const {
   const _Param& param = params_[i];
   if (param.kind == kStrParam) return strs_[param.index].value;
-  const Words& words = specs_[i].words;
+  const Words& words = rows_[i].words;
   return choice >= 0 && choice < count(words.size()) ? words[static_cast<std::size_t>(choice)] : "";
 }
 
 void ParamTable::merge() const {
-  for (std::size_t i = 0; i < specs_.size(); ++i) {
-    const ParamSpec& spec = specs_[i];
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    const ParamRow& row = rows_[i];
     const int given = state(i);
-    if (spec.byteField != nullptr) CmpInt(number(i), given, spec.byteField, spec.changed);
-    if (spec.integerField != nullptr) CmpInt(number(i), given, spec.integerField, spec.changed);
-    if (spec.textField == nullptr || given < 0) continue;
-    const std::string_view field{spec.textField, strnlen(spec.textField, spec.textSize)};
+    if (row.byteField != nullptr) CmpInt(number(i), given, row.byteField, row.changed);
+    if (row.integerField != nullptr) CmpInt(number(i), given, row.integerField, row.changed);
+    if (row.textField == nullptr || given < 0) continue;
     const std::string_view text = word(i, number(i));
-    if (field != text && copyText(spec.textField, spec.textSize, text)) *spec.changed = true;
+    if (fieldText(row) != text && copyText(row.textField, row.textSize, text)) *row.changed = true;
   }
 }
 
 void ParamTable::reply(InfCgilet& cgilet) const {
-  for (std::size_t i = 0; i < specs_.size(); ++i) {
-    const ParamSpec& spec = specs_[i];
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    const ParamRow& row = rows_[i];
     int value = number(i);
-    if (spec.byteField != nullptr) value = *spec.byteField;
-    if (spec.integerField != nullptr) value = *spec.integerField;
-    if (spec.kind == kIntParam) {
-      cgilet.pair(spec.name, value);
-    } else if (spec.kind != kUnhandledParam) {
-      cgilet.pair(spec.name, std::string{spec.textField != nullptr ? spec.textField : word(i, value)});
+    if (row.byteField != nullptr) value = *row.byteField;
+    if (row.integerField != nullptr) value = *row.integerField;
+    if (row.kind == kIntParam) {
+      cgilet.pair(row.name, value);
+    } else if (row.kind != kUnhandledParam) {
+      cgilet.pair(row.name, std::string{row.shown != nullptr       ? row.shown
+                                        : row.textField != nullptr ? fieldText(row)
+                                                                   : word(i, value)});
     }
   }
 }

@@ -80,7 +80,7 @@ namespace camera {
 
 // One line of an endpoint's table. Build it with integerParam, textParam, digitsParam, hexParam or
 // choiceParam.
-struct ParamSpec {
+struct ParamRow {
   const char* name;
   std::uint8_t kind;
   bool isRequired = false;
@@ -99,27 +99,29 @@ struct ParamSpec {
   char* textField = nullptr;
   std::size_t textSize = 0;
   bool* changed = nullptr;
+  const char* shown = nullptr;  // what the reply says of a text in place of its value
 
-  ParamSpec required() const;
-  ParamSpec startingAt(int value) const;
-  ParamSpec also(int (*further)(std::string_view)) const;
-  ParamSpec unhandledIf(bool absent) const;
-  ParamSpec into(std::uint8_t& field, bool& change) const;
-  ParamSpec into(std::int32_t& field, bool& change) const;
+  ParamRow required() const;
+  ParamRow startingAt(int value) const;
+  ParamRow showing(const char* text) const;
+  ParamRow also(int (*further)(std::string_view)) const;
+  ParamRow unhandledIf(bool absent) const;
+  ParamRow into(std::uint8_t& field, bool& change) const;
+  ParamRow into(std::int32_t& field, bool& change) const;
   template <std::size_t N>
-  ParamSpec into(char (&field)[N], bool& change) const {
+  ParamRow into(char (&field)[N], bool& change) const {
     return intoText(field, N, change);
   }
 
  private:
-  ParamSpec intoText(char* field, std::size_t size, bool& change) const;
+  ParamRow intoText(char* field, std::size_t size, bool& change) const;
 };
 
-ParamSpec integerParam(const char* name, int min, int max);
-ParamSpec textParam(const char* name, int min, int max, std::string_view extra);    // letters, digits, extra
-ParamSpec digitsParam(const char* name, int min, int max, std::string_view extra);  // digits, extra
-ParamSpec hexParam(const char* name, int min, int max);
-ParamSpec choiceParam(const char* name, Words words);
+ParamRow integerParam(const char* name, int min, int max);
+ParamRow textParam(const char* name, int min, int max, std::string_view extra);    // letters, digits, extra
+ParamRow digitsParam(const char* name, int min, int max, std::string_view extra);  // digits, extra
+ParamRow hexParam(const char* name, int min, int max);
+ParamRow choiceParam(const char* name, Words words);
 
 // A table of declared parameters and what one request gave for each. The order of the table is the order of
 // checking, of merging and of the reply lines.
@@ -127,13 +129,14 @@ class ParamTable {
  public:
   enum class UnknownNames : std::uint8_t { kRefuse, kIgnore };
 
-  explicit ParamTable(std::initializer_list<ParamSpec> specs, UnknownNames unknown = UnknownNames::kRefuse);
+  explicit ParamTable(std::initializer_list<ParamRow> rows, UnknownNames unknown = UnknownNames::kRefuse);
 
   // Looks every parameter up and checks what was given. False: a required one is missing, a value is not
   // acceptable, or (unless ignored) the request holds a name that the table does not. No field is written.
   bool check(BaseCgilet& request);
 
-  // What the request gave; the name must be one of the table.
+  // What the request gave; the name must be one of the table, of that kind. An unhandled parameter counts as
+  // not given and has its initial value.
   bool given(const char* name) const;       // also when given empty
   bool givenEmpty(const char* name) const;  // a text
   int integer(const char* name) const;
@@ -148,12 +151,13 @@ class ParamTable {
 
  private:
   std::size_t find(const char* name) const;
+  std::size_t findKind(const char* name, std::uint8_t kind) const;
   bool checkOne(std::size_t i, std::string_view text);
   int state(std::size_t i) const;
   int number(std::size_t i) const;
   std::string_view word(std::size_t i, int choice) const;
 
-  std::vector<ParamSpec> specs_;
+  std::vector<ParamRow> rows_;
   UnknownNames unknown_;
   std::vector<_Param> params_;
   std::vector<_IntParam> ints_;

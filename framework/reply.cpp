@@ -2,8 +2,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <charconv>
-#include <csignal>
 #include <cstdio>
 
 #include "framework/cgilet.h"
@@ -12,24 +10,20 @@ namespace {
 
 struct Reason {
   int code;
-  const char* status;
+  std::string_view status;
 };
 
 constexpr Reason kReasons[] = {
-    {200, "200 OK"},        {307, "307 Temporary Redirect"}, {400, "400 Bad Request"},
-    {404, "404 Not Found"}, {409, "409 Conflict"},           {500, "500 Internal Server Error"},
+    {500, "500 Internal Server Error"}, {200, "200 OK"},        {307, "307 Temporary Redirect"},
+    {400, "400 Bad Request"},           {404, "404 Not Found"}, {409, "409 Conflict"},
 };
 
-const char* statusLine(int code) {
+// A code that no reply has is a failure of ours.
+const Reason& reasonOf(int code) {
   for (const Reason& reason : kReasons) {
-    if (reason.code == code) return reason.status;
+    if (reason.code == code) return reason;
   }
-  return "500 Internal Server Error";
-}
-
-std::string decimal(long long number) {
-  char digits[24];
-  return {digits, std::to_chars(digits, digits + sizeof digits, number).ptr};
+  return kReasons[0];
 }
 
 // Appends the text so that it cannot end its line.
@@ -54,16 +48,15 @@ void appendLine(std::string& lines, std::string_view key, std::string_view value
 
 // Sends the response in one write where the reader takes it whole. A reader that has gone is no failure of
 // ours: what the request changed is changed.
-void send(int code, const std::string& body) {
+void send(const Reason& reason, const std::string& body) {
   std::string response = "Status: ";
-  response += statusLine(code);
+  response += reason.status;
   response += "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
-  response += decimal(static_cast<long long>(body.size()));
+  response += camera::Decimal(static_cast<std::int64_t>(body.size())).text();
   response += "\r\n\r\n";
   response += body;
 
   static_cast<void>(std::fflush(stdout));  // the handler's own header lines go first
-  static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   std::string_view rest = response;
   while (!rest.empty()) {
     const ssize_t count = write(STDOUT_FILENO, rest.data(), rest.size());
@@ -88,14 +81,14 @@ void InfCgilet::pair(const std::string& key, const std::string& value) {
 }
 
 void InfCgilet::pair(const std::string& key, int value) {
-  appendLine(body, key, decimal(value));
+  appendLine(body, key, camera::Decimal(value).text());
 }
 
 void InfCgilet::infOK() {
-  if (malformed_ != 0) {
+  if (malformed()) {
     infFail(400);
   } else {
-    send(200, body);
+    send(reasonOf(200), body);
   }
 }
 
@@ -104,8 +97,9 @@ void InfCgilet::infFail(int code) {
 }
 
 void InfCgilet::infFail(int code, const std::string& message) {
+  const Reason& reason = reasonOf(code);
   std::string failure;
-  appendLine(failure, "error", decimal(code));
+  appendLine(failure, "error", camera::Decimal(reason.code).text());
   if (!message.empty()) appendLine(failure, "message", message);
-  send(code, failure);
+  send(reason, failure);
 }

@@ -19,12 +19,6 @@ bool parsePort(const std::string& text, std::int32_t* port) {
   return true;
 }
 
-bool setIfDifferent(std::int32_t* field, std::int32_t value) {
-  if (*field == value) return false;
-  *field = value;
-  return true;
-}
-
 }  // namespace
 
 class HttpPortCgilet final : public InfCgilet {
@@ -47,7 +41,7 @@ class HttpPortCgilet final : public InfCgilet {
       return;
     }
     if (wanted.http_port == wanted.alt_port || wanted.http_port == rtspsvr.rtsp_port) return;
-    status = setIfDifferent(&httpsvr_.http_port, wanted.http_port) ? store() : 200;
+    status = camera::setIfDifferent(&httpsvr_.http_port, wanted.http_port) ? store() : 200;
   }
 
   void onReply() override {

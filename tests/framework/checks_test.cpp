@@ -109,6 +109,7 @@ TEST(Lengths, AreBytesWithinBothBounds) {
     EXPECT_EQ(BaseCgilet::checkLen(text, 1, 30), acceptable ? length : -1) << length;
     EXPECT_EQ(BaseCgilet::checkLen(length, 1, 30), acceptable ? length : -1) << length;
   }
+  EXPECT_FALSE(BaseCgilet::checkLength("a\0b"s, 1, 30));
 }
 
 struct WordRow {
@@ -330,7 +331,8 @@ TEST(ShellTexts, StayBetweenTheirQuotes) {
   std::string output;
   for (int c = fgetc(pipe); c != EOF; c = fgetc(pipe)) output += static_cast<char>(c);
   pclose(pipe);
-  EXPECT_EQ(output, "a'; echo injected; '$(echo x)`id`\\\"\n bc");
+  EXPECT_EQ(output, "a'; echo injected; '$(echo x)`id`\\\"\n b");
+  EXPECT_EQ(strongEncode("/x/.\0./.\0./y"s).find(".."), std::string::npos) << "dots must not meet";
 }
 
 TEST(Changes, AreMarkedOnlyWhenAFieldDiffers) {
@@ -345,6 +347,7 @@ TEST(Changes, AreMarkedOnlyWhenAFieldDiffers) {
   InfCgilet::isParamChanged("5", &record.number, &changes);
   EXPECT_EQ(changes, 0U);
   InfCgilet::isParamChanged("longer than it", record.text, &changes);
+  InfCgilet::isParamChanged("a\0b"s, record.text, &changes);
   EXPECT_EQ(changes, 0U) << "a text that does not fit changes nothing";
   InfCgilet::isParamChanged("new", record.text, &changes);
   EXPECT_STREQ(record.text, "new");

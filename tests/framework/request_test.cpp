@@ -43,6 +43,9 @@ TEST(Form, ReadsAsTheUrlStandardDoes) {
       {"a=%&b=%4&c=%4g&d=%%41", {{"a", "%"}, {"b", "%4"}, {"c", "%4g"}, {"d", "%A"}}},
       {"a=x%00y", {{"a", "x\0y"s}}},
       {"a=%0d%0a%26%3d", {{"a", "\r\n&="}}},
+      {"a=%c3%a9%e2%82%ac%f0%9f%93%b7", {{"a", "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x93\xB7"}}},
+      {"a=%ffx%c3", {{"a", "\xEF\xBF\xBDx\xEF\xBF\xBD"}}},
+      {"a=%e2%82x%ed%a0%80", {{"a", "\xEF\xBF\xBDx\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"}}},
   };
   for (const FormRow& row : rows) {
     Queries queries;
