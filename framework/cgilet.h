@@ -24,9 +24,9 @@ class BaseCgilet {
   virtual void SetSSL(void* ssl);
   virtual void SetOnEngine(int on);
 
-  // Reads the query string and, of a POSTed form, the body (64 KiB at most). True when there is a parameter.
-  // A request whose body is too long, or not as long as it says, has none, and what would be a 200 becomes a
-  // 400.
+  // Reads the query string and, of a POSTed form, the body (each 64 KiB at most). True when there is a
+  // parameter. A request that is too long, or whose body is not as long as it says, has none, and what would
+  // be a 200 becomes a 400.
   bool parseHttp();
   // Releases what parseHttp needed; the parameters stay.
   void cleanUp();

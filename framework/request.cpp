@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kMaxBody = 64 * 1024;
+constexpr int kMostBytes = 64 * 1024;  // of a query, and of a body
 constexpr std::string_view kFormType = "application/x-www-form-urlencoded";
 
 std::string environment(const char* name) {
@@ -65,13 +65,12 @@ void BaseCgilet::SetOnEngine(int /*on*/) {}
 bool BaseCgilet::parseHttp() {
   method_ = environment("REQUEST_METHOD");
   queryString_ = environment("QUERY_STRING");
+  contentType_ = environment("CONTENT_TYPE");
   camera::parseForm(queryString_, queries);
-  if (method_ == "POST") {
-    contentType_ = environment("CONTENT_TYPE");
-    if (isForm(contentType_) && !readBody()) {
-      malformed_ = 1;
-      queries.clear();
-    }
+  const bool hasBody = method_ == "POST" && isForm(contentType_);
+  if (queryString_.size() > kMostBytes || (hasBody && !readBody())) {
+    malformed_ = 1;
+    queries.clear();
   }
   return !queries.empty();
 }
@@ -79,7 +78,7 @@ bool BaseCgilet::parseHttp() {
 bool BaseCgilet::readBody() {
   contentLength_ = environment("CONTENT_LENGTH");
   int length = 0;
-  if (!contentLength_.empty() && !camera::parseInteger(contentLength_, 0, kMaxBody, &length)) return false;
+  if (!contentLength_.empty() && !camera::parseInteger(contentLength_, 0, kMostBytes, &length)) return false;
   buffer_.resize(static_cast<std::size_t>(length));
   if (readInput(buffer_.data(), buffer_.size()) != buffer_.size() || hasMoreInput()) return false;
   form_.assign(buffer_.begin(), buffer_.end());

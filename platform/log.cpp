@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr std::string_view kHead = "<15>camera-cgi: ";  // facility user, severity debug
+constexpr std::string_view kHead = "<15>camera: ";  // facility user, severity debug
 
 void send(const std::string& line) {
   const int descriptor = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);

@@ -201,7 +201,7 @@ StoreResult Command::restoreLine(std::string_view line, std::vector<Restored>* r
 
 StoreResult Command::writeRestored(const std::vector<Restored>& restored) {
   for (const Restored& entry : restored) {
-    const StoreResult result = report(store_.write(*entry.info, entry.record.data()));
+    const StoreResult result = report(store_.overwrite(*entry.info, entry.record.data()));
     if (result != StoreResult::kDone) return result;
   }
   return StoreResult::kDone;

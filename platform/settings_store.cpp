@@ -115,7 +115,7 @@ StoreResult SettingsStore::read(const RecordInfo& info, void* record) {
   const StoreResult result = load(info, &stored);
   if (result != StoreResult::kDone) return result;
   std::memcpy(record, stored.data(), info.size);
-  remember(info, std::move(stored));
+  remember(info, stored, stored);
   return result;
 }
 
@@ -131,16 +131,29 @@ StoreResult SettingsStore::write(const RecordInfo& info, const void* record) {
   if (result == StoreResult::kDone) result = load(info, &stored);
   if (result != StoreResult::kDone) return result;
 
-  const Bytes* base = known(info);
-  if (info.whole && base != nullptr && *base != stored) return refuse(info, "changed meanwhile");
+  const Known* before = known(info);
+  if (info.whole && before != nullptr && before->stored != stored) return refuse(info, "changed meanwhile");
+  const auto* wanted = static_cast<const std::uint8_t*>(record);
   Bytes merged = stored;
-  merge(info, base == nullptr ? nullptr : base->data(), static_cast<const std::uint8_t*>(record),
-        merged.data());
+  merge(info, before == nullptr ? nullptr : before->held.data(), wanted, merged.data());
   if (merged != stored) {
     result = replace(info, merged);
     if (result != StoreResult::kDone) return result;
   }
-  return settle(info, std::move(merged));
+  return settle(info, Bytes(wanted, wanted + info.size), std::move(merged));
+}
+
+StoreResult SettingsStore::overwrite(const RecordInfo& info, const void* record) {
+  if (const std::string invalid = firstInvalid(info, record); !invalid.empty()) {
+    return refuse(info, invalid + " is outside its bounds");
+  }
+  const Lock lock(files_);
+  StoreResult result = begin(lock);
+  if (result != StoreResult::kDone) return result;
+  Bytes whole(info.size);
+  merge(info, nullptr, static_cast<const std::uint8_t*>(record), whole.data());
+  result = replace(info, whole);
+  return result == StoreResult::kDone ? settle(info, whole, whole) : result;
 }
 
 StoreResult SettingsStore::reset(const RecordInfo& info) {
@@ -150,7 +163,8 @@ StoreResult SettingsStore::reset(const RecordInfo& info) {
   const int error = files_.remove(info.name);
   if (error != 0 && error != ENOENT) return fail(info.name, error);
   const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
-  return settle(info, Bytes(defaults, defaults + info.size));
+  const Bytes record(defaults, defaults + info.size);
+  return settle(info, record, record);
 }
 
 StoreResult SettingsStore::begin(const Lock& lock) {
@@ -175,11 +189,11 @@ StoreResult SettingsStore::load(const RecordInfo& info, Bytes* record) {
 
 StoreResult SettingsStore::checkLinked(const RecordInfo& info) {
   for (std::size_t i = 0; i < records_.size(); ++i) {
-    const Bytes* base = (info.linked >> i & 1) != 0 ? known(*records_[i]) : nullptr;
-    if (base == nullptr) continue;
+    const Known* before = (info.linked >> i & 1) != 0 ? known(*records_[i]) : nullptr;
+    if (before == nullptr) continue;
     Bytes stored;
     if (const StoreResult result = load(*records_[i], &stored); result != StoreResult::kDone) return result;
-    if (*base != stored) return refuse(*records_[i], "changed meanwhile");
+    if (before->stored != stored) return refuse(*records_[i], "changed meanwhile");
   }
   return StoreResult::kDone;
 }
@@ -198,25 +212,26 @@ StoreResult SettingsStore::replace(const RecordInfo& info, const Bytes& record) 
 }
 
 // Also after a write that changed nothing: the process that made the change may have died before its sync.
-StoreResult SettingsStore::settle(const RecordInfo& info, Bytes record) {
+StoreResult SettingsStore::settle(const RecordInfo& info, Bytes held, Bytes stored) {
   if (const int error = files_.syncFolder(); error != 0) return fail(info.name, error);
-  remember(info, std::move(record));
+  remember(info, std::move(held), std::move(stored));
   return StoreResult::kDone;
 }
 
-const SettingsStore::Bytes* SettingsStore::known(const RecordInfo& info) const {
+const SettingsStore::Known* SettingsStore::known(const RecordInfo& info) const {
   const auto found =
       std::find_if(known_.begin(), known_.end(), [&](const Known& k) { return k.info == &info; });
-  return found == known_.end() ? nullptr : &found->record;
+  return found == known_.end() ? nullptr : &*found;
 }
 
-void SettingsStore::remember(const RecordInfo& info, Bytes record) {
+void SettingsStore::remember(const RecordInfo& info, Bytes held, Bytes stored) {
+  Known now{&info, std::move(held), std::move(stored)};
   for (Known& entry : known_) {
     if (entry.info != &info) continue;
-    entry.record = std::move(record);
+    entry = std::move(now);
     return;
   }
-  known_.push_back({&info, std::move(record)});
+  known_.push_back(std::move(now));
 }
 
 StoreResult SettingsStore::refuse(const RecordInfo& info, const std::string& reason) {

@@ -31,9 +31,11 @@ class SettingsStore {
   StoreResult read(const RecordInfo& info, void* record);
 
   // Stores what differs from this process's last read or write of the record; all of it where there was none.
-  // Returns kDone only after the disk has it. What is then remembered is what was stored, with other
-  // processes' changes in it: a caller that goes on to write the same record reads it again first.
+  // Returns kDone only after the disk has it.
   StoreResult write(const RecordInfo& info, const void* record);
+
+  // Stores the whole record, whatever the file holds and whoever changed it.
+  StoreResult overwrite(const RecordInfo& info, const void* record);
 
   // Goes back to the factory defaults, whatever the file holds.
   StoreResult reset(const RecordInfo& info);
@@ -47,7 +49,8 @@ class SettingsStore {
   using Bytes = std::vector<std::uint8_t>;
   struct Known {
     const RecordInfo* info;
-    Bytes record;
+    Bytes held;    // what the caller last read or wrote: from there on its changes count
+    Bytes stored;  // what was stored then, other processes' changes included: another content makes it stale
   };
   class Lock;
 
@@ -55,9 +58,9 @@ class SettingsStore {
   StoreResult load(const RecordInfo& info, Bytes* record);
   StoreResult checkLinked(const RecordInfo& info);
   StoreResult replace(const RecordInfo& info, const Bytes& record);
-  StoreResult settle(const RecordInfo& info, Bytes record);
-  const Bytes* known(const RecordInfo& info) const;
-  void remember(const RecordInfo& info, Bytes record);
+  StoreResult settle(const RecordInfo& info, Bytes held, Bytes stored);
+  const Known* known(const RecordInfo& info) const;
+  void remember(const RecordInfo& info, Bytes held, Bytes stored);
   StoreResult refuse(const RecordInfo& info, const std::string& reason);
   StoreResult fail(const char* name, const std::string& reason);
   StoreResult fail(const char* name, int error);

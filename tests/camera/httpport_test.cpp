@@ -143,6 +143,15 @@ TEST_F(HttpPort, OnlyTheEndpointsAndTheCardAreServed) {
     EXPECT_EQ(camera().get(folder).status, 403) << folder;
 }
 
+// As root too, for whom the files of the kernel's settings are writable elsewhere.
+TEST_F(HttpPort, NothingInTheCameraReachesTheHostsKernel) {
+  const Output output =
+      camera().inside({"bash", "-c",
+                       "shopt -s globstar; for f in /proc/sys/{kernel,vm,net}/** /proc/sysrq-trigger; do"
+                       "  [[ ! -f $f ]] || { (: >>\"$f\") 2>/dev/null && echo \"$f\"; }; done; echo done"});
+  EXPECT_EQ(output.out, "done\n");
+}
+
 TEST_F(HttpPort, ABrokenRecordIsAnInternalFailureAndAMissingOneTheFactoryDefault) {
   const std::string good = recordBytes();
   std::string flipped = good;

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -62,8 +63,12 @@ TEST_F(Actions, ThatTakeTooLongAreLeftRunning) {
   EXPECT_GE(took, std::chrono::milliseconds(300));
   EXPECT_LT(took, std::chrono::seconds(20));
   // On a busy machine neither may have come far by then.
-  while (log().empty() || folder.content("pid").empty()) usleep(1000);
-  EXPECT_EQ(kill(std::stoi(folder.content("pid")), SIGKILL), 0) << "it was not left running";
+  for (int i = 0; i < 20'000 && (log().empty() || folder.content("pid").empty()); ++i) usleep(1000);
+  const pid_t child = std::stoi("0" + folder.content("pid"));
+  int status = 0;
+  ASSERT_GT(child, 0);
+  EXPECT_EQ(waitpid(child, &status, WNOHANG), 0) << "it was not left running";
+  EXPECT_EQ(kill(child, SIGKILL), 0);
 }
 
 TEST_F(Actions, StartCleanWhateverTheProgramInherited) {

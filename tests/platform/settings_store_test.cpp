@@ -327,6 +327,22 @@ TEST_F(Store, AProcessIsNotStaleAfterItsOwnWrites) {
   EXPECT_EQ(process.write(kWhole), StoreResult::kDone);
 }
 
+TEST_F(Store, ASecondWriteOfOneCopyKeepsWhatAnotherProcessChanged) {
+  Process first(disk);
+  Process second(disk);
+  ASSERT_EQ(first.read(), StoreResult::kDone);
+  ASSERT_EQ(second.read(), StoreResult::kDone);
+  second.sample.levels[0] = 9;
+  ASSERT_EQ(second.write(), StoreResult::kDone);
+  for (const int number : {5, 6}) {
+    first.sample.number = number;
+    ASSERT_EQ(first.write(), StoreResult::kDone);
+  }
+  ASSERT_EQ(first.read(), StoreResult::kDone);
+  EXPECT_EQ(first.sample.levels[0], 9);
+  EXPECT_EQ(first.sample.number, 6);
+}
+
 // Runs the body in a child process; its exit status is 0 when the body returns true.
 pid_t fork(const std::function<bool()>& body) {
   const pid_t child = ::fork();
