@@ -30,4 +30,12 @@ class Transaction {
   int result_ = 0;
 };
 
+// The transaction of one record.
+template <class Record>
+int store(int (*set)(const Record*, _cam_actions*, unsigned char), const Record& record, unsigned char flag) {
+  Transaction transaction;
+  transaction.write(set, record, flag);
+  return transaction.finish();
+}
+
 }  // namespace camera

@@ -2,8 +2,10 @@
 #include "platform/cam.h"
 
 #include <cstring>
+#include <ctime>
 
 #include "platform/actions.h"
+#include "platform/clock.h"
 #include "platform/record.h"
 #include "platform/route.h"
 #include "platform/settings_store.h"
@@ -26,10 +28,22 @@ int getRecord(RecordIndex index, void* record) {
   return static_cast<int>(store().read(*camera::kRecords[static_cast<std::size_t>(index)], record));
 }
 
-int setRecord(RecordIndex index, const void* record, _cam_actions* actions) {
-  const StoreResult result = store().write(*camera::kRecords[static_cast<std::size_t>(index)], record);
+// The clock's record holds an offset, and shows the date and time that follow from it.
+int getRecord(RecordIndex /*index*/, _curtime_setting* record) {
+  return static_cast<int>(camera::readClock(store(), std::time(nullptr), record));
+}
+
+int written(StoreResult result, RecordIndex index, _cam_actions* actions) {
   if (result == StoreResult::kDone) actions->records |= camera::recordBit(index);
   return static_cast<int>(result);
+}
+
+int setRecord(RecordIndex index, const void* record, _cam_actions* actions) {
+  return written(store().write(*camera::kRecords[static_cast<std::size_t>(index)], record), index, actions);
+}
+
+int setRecord(RecordIndex index, const _curtime_setting* record, _cam_actions* actions) {
+  return written(camera::setClock(store(), std::time(nullptr), *record), index, actions);
 }
 
 }  // namespace
@@ -50,6 +64,14 @@ void cam_clean_actions(_cam_actions* actions) {
 
 int cam_work_actions(_cam_actions* actions) {
   return camera::runActions(actions->records, camera::kRecords, {kActionsFolder, kActionMilliseconds});
+}
+
+void apply_timezone() {
+  camera::applyTimeZone(store());
+}
+
+std::int64_t camera::cameraTime() {
+  return cameraTime(store(), std::time(nullptr));
 }
 
 int cam_get_route(char* route, std::size_t size) {

@@ -37,3 +37,6 @@ int cam_work_actions(_cam_actions* actions);
 // The patrol route, a text of at most 63 characters; size counts the NUL. 0 done, 1 refused, 2 failed.
 int cam_get_route(char* route, std::size_t size);
 int cam_set_route(const char* route);
+
+// The signal of the present wireless connection, in the driver's unit; 0 without one.
+int cam_get_wireless_rssi();

@@ -1,25 +1,20 @@
 // Product information: the parser of product.conf.
 #include "platform/pib.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <charconv>
-#include <cstring>
 #include <iterator>
 #include <limits>
 #include <variant>
 
-#include "platform/descriptor.h"
 #include "platform/display_system.h"
 #include "platform/log.h"
+#include "platform/product_file.h"
 
 namespace {
 
-constexpr char kProductFile[] = "/etc/camera/product.conf";
+using camera::kProductFile;
 constexpr std::size_t kMostDisplaySystems = 3;
 constexpr std::string_view kBlanks = " \t\r";
 
@@ -170,17 +165,8 @@ PIB::~PIB() {
 }
 
 int PIB::init() {
-  const int descriptor = open(kProductFile, O_RDONLY | O_CLOEXEC);
-  int error = descriptor < 0 ? errno : 0;
   std::string text;
-  if (descriptor >= 0) {
-    error = camera::readAll(descriptor, &text);
-    close(descriptor);
-  }
-  if (error != 0) {
-    dbg_log("%s: %s", kProductFile, std::strerror(error));
-    throw PIBError();
-  }
+  if (!camera::readProductFile(&text)) throw PIBError();
   parse(text);
   return 0;
 }

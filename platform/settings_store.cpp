@@ -119,6 +119,13 @@ StoreResult SettingsStore::read(const RecordInfo& info, void* record) {
   return result;
 }
 
+StoreResult SettingsStore::peek(const RecordInfo& info, void* record) {
+  Bytes stored;
+  const StoreResult result = load(info, &stored);
+  if (result == StoreResult::kDone) std::memcpy(record, stored.data(), info.size);
+  return result;
+}
+
 StoreResult SettingsStore::write(const RecordInfo& info, const void* record) {
   // What is valid field by field is so after the merge with a valid record as well.
   if (const std::string invalid = firstInvalid(info, record); !invalid.empty()) {

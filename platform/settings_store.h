@@ -29,6 +29,8 @@ class SettingsStore {
   // Fills the record with what is stored, or the factory defaults without a file. A failure leaves it
   // untouched.
   StoreResult read(const RecordInfo& info, void* record);
+  // The same, but the next write of the record does not count it as this process's last read.
+  StoreResult peek(const RecordInfo& info, void* record);
 
   // Stores what differs from this process's last read or write of the record; all of it where there was none.
   // Returns kDone only after the disk has it.

@@ -41,7 +41,9 @@ class HttpPortCgilet final : public InfCgilet {
       return;
     }
     if (wanted.http_port == wanted.alt_port || wanted.http_port == rtspsvr.rtsp_port) return;
-    status = camera::setIfDifferent(&httpsvr_.http_port, wanted.http_port) ? store() : 200;
+    status = camera::setIfDifferent(&httpsvr_.http_port, wanted.http_port)
+                 ? camera::store(cam_set_httpsvr, httpsvr_, 1)
+                 : 200;
   }
 
   void onReply() override {
@@ -54,12 +56,6 @@ class HttpPortCgilet final : public InfCgilet {
   }
 
  private:
-  int store() {
-    camera::Transaction transaction;
-    transaction.write(cam_set_httpsvr, httpsvr_, 1);
-    return transaction.finish();
-  }
-
   _httpsvr_setting httpsvr_;
 };
 

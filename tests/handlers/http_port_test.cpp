@@ -38,30 +38,19 @@ TEST(HttpPort, TakesAPortThatNoServerUses) {
              });
 }
 
-struct ResultRow {
-  const char* call;
-  int result;
-  const char* query;
-  int status;
-  const char* calls;
-};
-
 TEST(HttpPort, AnswersAsTheStoreDoes) {
-  const ResultRow rows[] = {
-      {"get httpsvr", 2, "", 500, "get httpsvr"},
-      {"get httpsvr", 1, "httpport=8080", 500, "get httpsvr"},
-      {"get rtspsvr", 2, "httpport=8080", 500, "get httpsvr get rtspsvr"},
-      {"set httpsvr 1", 1, "httpport=8080", 400, "get httpsvr get rtspsvr clean set httpsvr 1"},
-      {"set httpsvr 1", 2, "httpport=8080", 500, "get httpsvr get rtspsvr clean set httpsvr 1"},
-      {"set httpsvr 1", -1, "httpport=8080", 500, "get httpsvr get rtspsvr clean set httpsvr 1"},
-      {"work httpsvr", 9, "httpport=8080", 200, "get httpsvr get rtspsvr clean set httpsvr 1 work httpsvr"},
-  };
-  for (const ResultRow& row : rows) {
-    scripted().reset();
-    scripted().results[row.call] = row.result;
-    EXPECT_EQ(request("httpport.cgi", row.query).status, row.status) << row.call << " " << row.result;
-    EXPECT_EQ(scripted().allCalls(), row.calls) << row.call << " " << row.result;
-  }
+  expectResults(
+      "httpport.cgi", kPorts,
+      {
+          {"get httpsvr", 2, "", 500, "get httpsvr"},
+          {"get httpsvr", 1, "httpport=8080", 500, "get httpsvr"},
+          {"get rtspsvr", 2, "httpport=8080", 500, "get httpsvr get rtspsvr"},
+          {"set httpsvr 1", 1, "httpport=8080", 400, "get httpsvr get rtspsvr clean set httpsvr 1"},
+          {"set httpsvr 1", 2, "httpport=8080", 500, "get httpsvr get rtspsvr clean set httpsvr 1"},
+          {"set httpsvr 1", -1, "httpport=8080", 500, "get httpsvr get rtspsvr clean set httpsvr 1"},
+          {"work httpsvr", 9, "httpport=8080", 200,
+           "get httpsvr get rtspsvr clean set httpsvr 1 work httpsvr"},
+      });
 }
 
 TEST(HttpPort, PassesUnusedBytesThrough) {

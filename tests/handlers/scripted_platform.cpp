@@ -12,7 +12,10 @@
 #include "framework/cgi_table.h"
 #include "framework/cgilet.h"
 #include "platform/cam.h"
+#include "platform/clock.h"
 #include "platform/log.h"
+#include "platform/pib.h"
+#include "platform/product_file.h"
 #include "platform/record_text.h"
 #include "tests/support/cgi_run.h"
 
@@ -127,6 +130,18 @@ void expectRows(const char* cgi, const char* state, const std::vector<Row>& rows
   }
 }
 
+void expectResults(const char* cgi, const char* state, const std::vector<ResultRow>& rows) {
+  for (const ResultRow& row : rows) {
+    SCOPED_TRACE(std::string{cgi} + "?" + row.query + "  with " + row.call + " giving " +
+                 std::to_string(row.result));
+    scripted().reset();
+    scripted().store(state);
+    scripted().results[row.call] = row.result;
+    EXPECT_EQ(request(cgi, row.query).status, row.status);
+    EXPECT_EQ(scripted().allCalls(), row.calls);
+  }
+}
+
 }  // namespace camera::test
 
 std::string dbg_log(const char* format, ...) {
@@ -156,3 +171,46 @@ int cam_work_actions(_cam_actions* actions) {
   }
 CAMERA_RECORDS(CAMERA_SCRIPT_RECORD)
 #undef CAMERA_SCRIPT_RECORD
+
+void apply_timezone() {
+  camera::test::scripted().calls.emplace_back("get zone");
+}
+
+std::int64_t camera::cameraTime() {
+  return camera::test::scripted().time;
+}
+
+int cam_get_wireless_rssi() {
+  return camera::test::scripted().rssi;
+}
+
+bool GetActiveIFInfo(const char* name, IF_INFO* info) {
+  const auto found = camera::test::scripted().interfaces.find(name);
+  if (found == camera::test::scripted().interfaces.end()) return false;
+  *info = found->second;
+  return true;
+}
+
+sitelist* dumpSites(sitelist* list) {
+  std::vector<sitelist>& sites = camera::test::scripted().sites;
+  camera::test::scripted().calls.emplace_back("get sites");
+  for (std::size_t i = 0; i < sites.size(); ++i)
+    sites[i].next = i + 1 < sites.size() ? &sites[i + 1] : nullptr;
+  return sites.empty() ? list : sites.data();
+}
+
+void ClearQueue(sitelist* list) {
+  const std::vector<sitelist>& sites = camera::test::scripted().sites;
+  const bool whole = list == (sites.empty() ? nullptr : sites.data());
+  camera::test::scripted().calls.emplace_back(whole ? "get freed" : "freed what it did not get");
+}
+
+bool camera::readProductFile(std::string* text) {
+  *text = camera::test::scripted().productInfo;
+  return !camera::test::scripted().productFails;
+}
+
+// Takes the place of libc's: no command of an endpoint ever runs on the machine that tests it.
+extern "C" int system(const char* command) {
+  return camera::test::answer(std::string{"system "} + command);
+}

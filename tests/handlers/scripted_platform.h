@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/if_info.h"
 #include "platform/record.h"
+#include "platform/site_survey.h"
 
 namespace camera::test {
 
@@ -15,6 +17,13 @@ struct ScriptedPlatform {
   std::vector<std::string> calls;      // "get lan", "set lan 1", "clean", "work lan,ddns", in order
   std::map<std::string, int> results;  // what a call of that text returns instead of 0, e.g. {"set lan 1", 2}
   std::vector<std::vector<std::uint8_t>> records;  // what the store holds, by index
+
+  std::string productInfo;                    // text of product.conf
+  bool productFails = false;                  // PIB::init raises PIBError
+  std::map<std::string, IF_INFO> interfaces;  // the active ones, by the camera's name
+  std::vector<sitelist> sites;                // what the survey heard
+  int rssi = 0;
+  std::int64_t time = 0;  // of the camera's clock; the local time of curtime is what the record holds
 
   void reset();
   // Puts values into the store: "lan.dhcp=1 httpsvr.http_port=80", in the text form of camera-settings.
@@ -47,5 +56,17 @@ Reply request(const char* cgi, const std::string& query);
 
 // Serves every row from a fresh store that holds the state.
 void expectRows(const char* cgi, const char* state, const std::vector<Row>& rows);
+
+// One request during which one call of the platform gives a result of its own.
+struct ResultRow {
+  const char* call;  // as in ScriptedPlatform::calls
+  int result;
+  const char* query;
+  int status;
+  const char* calls;  // all of them, in order
+};
+
+// Serves every row from a fresh store that holds the state.
+void expectResults(const char* cgi, const char* state, const std::vector<ResultRow>& rows);
 
 }  // namespace camera::test

@@ -2,6 +2,7 @@
 #include "platform/settings_store.h"
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,6 +12,7 @@
 #include <functional>
 
 #include "platform/records/httpsvr.h"
+#include "platform/records/lan.h"
 #include "tests/platform/memory_disk.h"
 #include "tests/platform/sample_record.h"
 #include "tests/platform/temporary_folder.h"
@@ -375,6 +377,40 @@ TEST(StoreProcesses, LoseNothingToEachOther) {
   const Sample sample = Process::stored(files);
   for (int index = 0; index < 4; ++index)
     EXPECT_EQ(sample.levels[index], kSampleDefaults.levels[index] + kWrites);
+}
+
+// Two processes that both read the record before either of them writes it.
+TEST(StoreProcesses, ThatChangeDifferentFieldsAtTheSameMomentBothWin) {
+  constexpr int kRounds = 1000;
+  const TemporaryFolder folder;
+  PosixStoreFiles files(folder.path());
+  int ends[2];
+  ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+
+  const auto meet = [](int socket) {
+    char byte = 0;
+    return write(socket, &byte, 1) == 1 && read(socket, &byte, 1) == 1;
+  };
+  const auto change = [&](int side) {
+    SettingsStore store(files, kRecords);
+    _lan_setting lan;
+    for (int round = 0; round <= kRounds; ++round) {
+      if (store.read(lanRecord, &lan) != StoreResult::kDone) return -1;
+      const std::string before = std::to_string(round - 1);
+      if (round > 0 && (lan.ip != before || lan.gateway != before)) return round;
+      snprintf(round % 2 == side ? lan.ip : lan.gateway, sizeof lan.ip, "%d", round);
+      if (!meet(ends[side])) return -1;
+      if (store.write(lanRecord, &lan) != StoreResult::kDone || !meet(ends[side])) return -1;
+    }
+    return 0;
+  };
+  const pid_t child = fork([&] { return close(ends[0]) == 0 && change(1) == 0; });
+  close(ends[1]);
+  EXPECT_EQ(change(0), 0) << "the round after which a change was lost";
+  close(ends[0]);
+  int status = -1;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
 }
 
 TEST(StoreProcesses, KilledAtAnyMomentKeepWhatTheyAcknowledged) {

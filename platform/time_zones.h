@@ -1,0 +1,51 @@
+// The time zones that the camera knows, and what the stored settings make of one.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+struct _tzone_setting;
+
+namespace camera {
+
+inline constexpr int kTimeZoneCount = 87;
+inline constexpr int kUtcTimeZone = 34;  // without daylight saving
+
+// When clocks change: month 1 to 12, week 1 to 5 (5: the last), weekday 0 to 6 (0: Sunday), and the local
+// time of the change in seconds from that day's midnight, which may lie before it or after the day.
+struct ChangeRule {
+  std::uint8_t month;
+  std::uint8_t week;
+  std::uint8_t weekday;
+  std::int32_t seconds;
+};
+
+struct DaylightRules {
+  ChangeRule start;  // by standard time
+  ChangeRule stop;   // by daylight saving time
+};
+
+// Offsets in minutes.
+struct TimeZone {
+  std::int16_t east;              // standard time minus UTC
+  const DaylightRules* daylight;  // the region's own; null without daylight saving
+  std::int16_t saving = 60;       // daylight saving time minus standard time
+};
+
+// From west to east; zone number n is entry n - 1. The numbers are stored, so that no entry ever moves.
+extern const std::array<TimeZone, kTimeZoneCount> kTimeZones;
+
+// What the stored settings make of a zone: offsets from UTC in seconds.
+struct LocalZone {
+  std::int32_t standard;
+  std::int32_t saving;  // 0 without daylight saving
+  DaylightRules daylight;
+};
+
+// Stored daylight saving rules that are none, or an offset beyond two hours, leave standard time only.
+LocalZone localZone(const _tzone_setting& setting);
+
+// Local time minus UTC at that instant, in seconds.
+std::int32_t offsetAt(const LocalZone& zone, std::int64_t instant);
+
+}  // namespace camera
