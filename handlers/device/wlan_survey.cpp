@@ -1,0 +1,94 @@
+// wlansurvey.cgi: the wireless networks that the camera can hear.
+#include <string_view>
+
+#include "framework/cgilet.h"
+#include "platform/pib.h"
+#include "platform/site_survey.h"
+
+namespace {
+
+// The survey's words and the reply's. A network whose words are not here is one that the camera cannot join.
+struct AuthWord {
+  std::string_view auth;
+  std::string_view encryption;  // empty: any
+  const char* word;
+};
+constexpr AuthWord kAuthWords[] = {
+    {"OPEN", "NONE", "open"},   {"OPEN", "WEP", "open"},      {"SHARED", "WEP", "shared"},
+    {"WPA-PSK", "", "WPA-PSK"}, {"WPA2-PSK", "", "WPA2-PSK"},
+};
+
+struct EncryptionWord {
+  std::string_view encryption;
+  const char* word;
+};
+constexpr EncryptionWord kEncryptionWords[] = {
+    {"NONE", "none"}, {"WEP", "WEP"}, {"AES", "AES"}, {"TKIP", "TKIP"}};
+
+// Null for a network that is not listed.
+const char* authWord(const sitelist& site) {
+  for (const AuthWord& row : kAuthWords) {
+    if (row.auth == site.auth && (row.encryption.empty() || row.encryption == site.encryption))
+      return row.word;
+  }
+  return nullptr;
+}
+
+const char* encryptionWord(const sitelist& site) {
+  for (const EncryptionWord& row : kEncryptionWords) {
+    if (row.encryption == site.encryption) return row.word;
+  }
+  return nullptr;
+}
+
+// Percent of a signal in dBm.
+int quality(int rssi) {
+  if (rssi >= -50) return 100;
+  if (rssi >= -80) return (26 * rssi + 2080) / 10 + 24;
+  if (rssi >= -90) return (26 * rssi + 2340) / 10;
+  return 0;
+}
+
+}  // namespace
+
+class WlanSurveyCgilet final : public InfCgilet {
+ public:
+  void onLoad() override {
+    status = 500;
+    try {
+      PIB product;
+      product.init();
+      status = product.probeWireless() ? 200 : 404;
+    } catch (const PIBError&) {
+      return;
+    }
+  }
+
+  void onApply() override { status = 400; }
+
+  void onReply() override {
+    if (status != 200) {
+      infFail(status);
+      return;
+    }
+    sitelist* sites = dumpSites(nullptr);
+    for (const sitelist* site = sites; site != nullptr; site = site->next) replySite(*site);
+    ClearQueue(sites);
+    infOK();
+  }
+
+ private:
+  void replySite(const sitelist& site) {
+    const char* auth = authWord(site);
+    const char* encryption = encryptionWord(site);
+    if (*site.ssid == '\0' || auth == nullptr || encryption == nullptr) return;
+    pair("ssid", site.ssid);
+    pair("signal", quality(site.rssi));
+    pair("mode", std::string_view{site.network_type} == "Infra" ? "infrastructure" : "Ad-hoc");
+    pair("channel", site.channel);
+    pair("auth", auth);
+    pair("encryption", encryption);
+  }
+};
+
+template InfCgilet* camera::create<WlanSurveyCgilet>();
