@@ -14,7 +14,7 @@ int hexValue(char c) {
 // What a lead byte of UTF-8 asks for: how many bytes after it, and the bounds of the first of them.
 struct Sequence {
   unsigned char firstLead, lastLead;
-  int following;
+  unsigned char following;
   unsigned char low, high;
 };
 constexpr Sequence kSequences[] = {

@@ -15,6 +15,8 @@ namespace {
 using camera::RecordIndex;
 using camera::StoreResult;
 
+static_assert(sizeof(std::time_t) == sizeof(std::int64_t), "the camera is in use beyond 2038");
+
 constexpr char kActionsFolder[] = "/usr/lib/camera/actions";
 constexpr int kActionMilliseconds = 10'000;
 

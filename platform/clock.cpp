@@ -1,6 +1,8 @@
 // The camera's clock over a settings store: reading it, setting it, and applying the stored time zone.
 #include "platform/clock.h"
 
+#include <algorithm>
+
 #include "platform/calendar.h"
 #include "platform/records/curtime.h"
 #include "platform/records/tzone.h"
@@ -11,7 +13,6 @@ namespace camera {
 namespace {
 
 constexpr std::int64_t kDay = 86400;
-constexpr std::int64_t kNearChange = 6 * 3600L;  // more than any daylight saving, less than a day
 
 // The zone that was applied last; UTC before that.
 LocalZone appliedZone{};
@@ -24,13 +25,12 @@ std::int64_t zoneOffset(std::int64_t instant) {
   return offsetAt(appliedZone, instant);
 }
 
-// The instant at which the zone shows that local time, given as if it were UTC.
+// The instant at which the zone shows that local time, given as if it were UTC. A larger offset is an earlier
+// instant; a time that is skipped is one of before the change, when the offset was the smaller.
 std::int64_t instantOf(std::int64_t wall) {
-  const std::int64_t near = wall - zoneOffset(wall);
-  const std::int64_t before = zoneOffset(near - kNearChange);
-  const std::int64_t after = zoneOffset(near + kNearChange);
-  const bool isAfter = zoneOffset(wall - before) != before && zoneOffset(wall - after) == after;
-  return wall - (isAfter ? after : before);
+  const auto [smaller, larger] =
+      std::minmax({appliedZone.standard, appliedZone.standard + appliedZone.saving});
+  return wall - (zoneOffset(wall - larger) == larger ? larger : smaller);
 }
 
 }  // namespace

@@ -10,8 +10,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <cctype>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -21,7 +19,8 @@ namespace camera::test {
 namespace {
 
 constexpr double kBootSeconds = 20;
-const std::string kSource = CAMERA_SOURCE_DIR;
+// Said on the standard output once for every start of a web server, followed by the port.
+constexpr std::string_view kAnnouncement = "The camera answers on http://127.0.0.1:";
 
 void check(bool condition, const std::string& what) {
   if (!condition) throw std::runtime_error("test camera: " + what);
@@ -30,41 +29,6 @@ void check(bool condition, const std::string& what) {
 std::size_t collectBody(char* data, std::size_t size, std::size_t count, void* target) {
   static_cast<std::string*>(target)->append(data, size * count);
   return size * count;
-}
-
-std::size_t collectHeader(char* data, std::size_t size, std::size_t count, void* target) {
-  std::string line(data, size * count);
-  const std::size_t colon = line.find(": ");
-  if (colon == line.npos) return line.size();
-  std::string name = line.substr(0, colon);
-  std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
-  (*static_cast<Reply*>(target)).headers[name] = line.substr(colon + 2, line.find('\r') - colon - 2);
-  return line.size();
-}
-
-std::size_t occurrences(const std::string& text, const std::string& part) {
-  std::size_t count = 0;
-  for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at + 1)) ++count;
-  return count;
-}
-
-std::vector<pid_t> processIds() {
-  std::vector<pid_t> ids;
-  for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
-    const std::string name = entry.path().filename();
-    if (std::isdigit(static_cast<unsigned char>(name[0])) != 0) ids.push_back(std::stoi(name));
-  }
-  return ids;
-}
-
-std::string procFile(pid_t pid, const std::string& name) {
-  return readFile("/proc/" + std::to_string(pid) + "/" + name);
-}
-
-pid_t onlyChild(pid_t pid) {
-  const std::string children = procFile(pid, "task/" + std::to_string(pid) + "/children");
-  check(!children.empty(), "process " + std::to_string(pid) + " has no child");
-  return std::stoi(children);
 }
 
 }  // namespace
@@ -91,17 +55,23 @@ int waitFor(pid_t pid) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
-int freePort() {
+int listenSomewhere(int* port) {
   const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   socklen_t size = sizeof address;
-  check(bind(descriptor, reinterpret_cast<sockaddr*>(&address), size) == 0 &&
+  check(bind(descriptor, reinterpret_cast<sockaddr*>(&address), size) == 0 && listen(descriptor, 8) == 0 &&
             getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &size) == 0,
         "no free port");
-  close(descriptor);
-  return ntohs(address.sin_port);
+  *port = ntohs(address.sin_port);
+  return descriptor;
+}
+
+int freePort() {
+  int port = 0;
+  close(listenSomewhere(&port));
+  return port;
 }
 
 Reply fetch(int port, const std::string& path, const std::vector<std::string>& requestHeaders,
@@ -122,14 +92,15 @@ Reply fetch(int port, const std::string& path, const std::vector<std::string>& r
   curl_easy_setopt(curl.get(), CURLOPT_HTTPHEADER, list);
   curl_easy_setopt(curl.get(), CURLOPT_WRITEFUNCTION, collectBody);
   curl_easy_setopt(curl.get(), CURLOPT_WRITEDATA, &reply.body);
-  curl_easy_setopt(curl.get(), CURLOPT_HEADERFUNCTION, collectHeader);
-  curl_easy_setopt(curl.get(), CURLOPT_HEADERDATA, &reply);
   if (body != nullptr) {
     curl_easy_setopt(curl.get(), CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body->size()));
     curl_easy_setopt(curl.get(), CURLOPT_POSTFIELDS, body->data());
   }
   if (curl_easy_perform(curl.get()) != CURLE_OK) return {};
   curl_easy_getinfo(curl.get(), CURLINFO_RESPONSE_CODE, &reply.status);
+  const char* type = nullptr;
+  curl_easy_getinfo(curl.get(), CURLINFO_CONTENT_TYPE, &type);
+  if (type != nullptr) reply.contentType = type;
   return reply;
 }
 
@@ -154,16 +125,18 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 int TemporaryFolder::processes() const {
-  const std::string name = path_.filename();
-  const std::vector<pid_t> ids = processIds();
-  return static_cast<int>(std::count_if(ids.begin(), ids.end(), [&](pid_t pid) {
-    return occurrences(procFile(pid, "cmdline") + procFile(pid, "mountinfo"), name) != 0;
-  }));
+  int count = 0;
+  for (const auto& process : std::filesystem::directory_iterator("/proc")) {
+    const std::string about = readFile(process.path() / "cmdline") + readFile(process.path() / "mountinfo");
+    if (about.find(path_.filename()) != about.npos) ++count;
+  }
+  return count;
 }
 
 Camera::Camera(Command options) : options_{std::move(options)} {
   std::filesystem::create_directory(state());
-  const Output stored = settings({"set", "httpsvr", "http_port=" + std::to_string(freePort())});
+  const Output stored =
+      inside({"camera-settings", "set", "httpsvr", "http_port=" + std::to_string(freePort())});
   check(stored.status == 0, "no settings: " + stored.err);
 }
 
@@ -172,22 +145,17 @@ Camera::~Camera() {
 }
 
 Command Camera::sandbox(const std::string& program) const {
-  Command command{kSource + "/virtual-camera/" + program, "--state", state()};
+  Command command{CAMERA_SOURCE_DIR "/virtual-camera/" + program, "--state", state()};
   command.insert(command.end(), options_.begin(), options_.end());
   return command;
 }
 
-// The camera says on its standard output where it answers, once for every start of a web server.
-void Camera::awaitAnnouncement(std::size_t count) {
-  check(within(kBootSeconds,
-               [&] { return occurrences(readFile(folder_ / "boot.out"), "The camera answers on") >= count; }),
-        "it does not start: " + readFile(folder_ / "boot.out") + readFile(folder_ / "boot.err"));
-}
-
 void Camera::boot() {
-  std::filesystem::remove(folder_ / "boot.out");
-  boot_ = start(sandbox("boot"), "/dev/null", folder_ / "boot.out", folder_ / "boot.err");
-  awaitAnnouncement(1);
+  const std::string out = folder_ / "boot.out";
+  std::filesystem::remove(out);
+  boot_ = start(sandbox("boot"), "/dev/null", out, folder_ / "boot.err");
+  check(within(kBootSeconds, [&] { return readFile(out).find(kAnnouncement) != out.npos; }),
+        "it does not start: " + readFile(out) + readFile(folder_ / "boot.err"));
 }
 
 void Camera::turnOff() {
@@ -197,21 +165,9 @@ void Camera::turnOff() {
   boot_ = 0;
 }
 
-void Camera::reboot() {
-  const std::size_t before = occurrences(readFile(folder_ / "boot.out"), "The camera answers on");
-  Command command{"nsenter", "-m", "-p", "-t", std::to_string(onlyChild(onlyChild(boot_)))};
-  if (geteuid() != 0) command.insert(command.end(), {"-U", "--preserve-credentials"});
-  command.emplace_back("/sbin/reboot");
-  waitFor(start(command, "/dev/null", "/dev/null", "/dev/null"));  // it may die with its camera
-  awaitAnnouncement(before + 1);
-}
-
 int Camera::port() const {
-  static const std::string address = "http://127.0.0.1:";
   const std::string announcements = readFile(folder_ / "boot.out");
-  const std::size_t last = announcements.rfind(address);
-  check(last != announcements.npos, "it was never on");
-  return std::stoi(announcements.substr(last + address.size()));
+  return std::stoi(announcements.substr(announcements.rfind(kAnnouncement) + kAnnouncement.size()));
 }
 
 Reply Camera::get(const std::string& path, const std::vector<std::string>& headers) {
@@ -230,19 +186,9 @@ Output Camera::inside(const Command& command, const std::string& in) {
   return {status, readFile(folder_ / "out"), readFile(folder_ / "err")};
 }
 
-Output Camera::settings(const Command& words) {
-  Command command{"camera-settings"};
-  command.insert(command.end(), words.begin(), words.end());
-  return inside(command);
-}
-
-Output Camera::runOnce(const std::string& argv0, const std::map<std::string, std::string>& environment,
-                       const std::string& in) {
+Output Camera::runOnce(const std::string& argv0, const Command& environment, const std::string& in) {
   Command command{"env", "-i"};
-  for (const auto& [name, value] : environment) {
-    command.push_back(name);
-    command.back().append("=").append(value);
-  }
+  command.insert(command.end(), environment.begin(), environment.end());
   command.insert(command.end(), {"/bin/bash", "-c", "exec -a \"$0\" /usr/lib/camera/bin/camera-cgi", argv0});
   return inside(command, in);
 }

@@ -5,7 +5,6 @@
 
 #include <chrono>
 #include <filesystem>
-#include <map>
 #include <string>
 #include <thread>
 #include <vector>
@@ -23,13 +22,15 @@ struct Output {
 struct Reply {
   long status;  // 0: no answer
   std::string body;
-  std::map<std::string, std::string> headers;  // names in lower case
+  std::string contentType;
 };
 
 // Starts a program with these files as its standard streams.
 pid_t start(const Command& command, const std::string& in, const std::string& out, const std::string& err);
 int waitFor(pid_t pid);
 
+// A socket that listens on a free port, which it stores; to be closed.
+int listenSomewhere(int* port);
 int freePort();
 Reply fetch(int port, const std::string& path, const std::vector<std::string>& requestHeaders = {},
             const std::string* body = nullptr);
@@ -71,17 +72,14 @@ class Camera {
 
   void boot();  // returns when it answers
   void turnOff();
-  void reboot();  // by its own /sbin/reboot; returns when it answers again
 
   Reply get(const std::string& path, const std::vector<std::string>& headers = {});
   Reply post(const std::string& name, const std::string& body,
              const std::string& contentType = "application/x-www-form-urlencoded");
 
   Output inside(const Command& command, const std::string& in = {});  // in a fresh sandbox on the same state
-  Output settings(const Command& words);                              // camera-settings
-  // camera-cgi started under this name, with nothing but this environment.
-  Output runOnce(const std::string& argv0, const std::map<std::string, std::string>& environment = {},
-                 const std::string& in = {});
+  // camera-cgi started under this name, with nothing but this environment (NAME=value).
+  Output runOnce(const std::string& argv0, const Command& environment = {}, const std::string& in = {});
 
   std::filesystem::path record(const std::string& name) const { return state() / "settings" / name; }
   std::filesystem::path state() const { return folder_.path() / "state"; }
@@ -90,7 +88,6 @@ class Camera {
 
  private:
   Command sandbox(const std::string& program) const;
-  void awaitAnnouncement(std::size_t count);
 
   TemporaryFolder folder_;
   Command options_;

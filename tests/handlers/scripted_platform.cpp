@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <sstream>
@@ -14,7 +15,6 @@
 #include "platform/cam.h"
 #include "platform/clock.h"
 #include "platform/log.h"
-#include "platform/pib.h"
 #include "platform/product_file.h"
 #include "platform/record_text.h"
 #include "tests/support/cgi_run.h"
@@ -34,8 +34,7 @@ std::pair<std::size_t, Element> locate(const std::string& name) {
 
 int answer(const std::string& call) {
   scripted().calls.push_back(call);
-  const auto found = scripted().results.find(call);
-  return found == scripted().results.end() ? 0 : found->second;
+  return scripted().results[call];
 }
 
 int readRecord(RecordIndex index, void* record) {
@@ -48,19 +47,10 @@ int readRecord(RecordIndex index, void* record) {
 int writeRecord(RecordIndex index, const void* record, _cam_actions* actions, unsigned char flag) {
   const auto i = static_cast<std::size_t>(index);
   const int result = answer(std::string{"set "} + kRecords[i]->name + " " + std::to_string(flag));
-  if (result == 0) {
-    std::memcpy(scripted().records[i].data(), record, kRecords[i]->size);
-    actions->records |= recordBit(index);
-  }
-  return result;
-}
-
-std::string joined(const std::vector<std::string>& calls, bool all) {
-  std::string text;
-  for (const std::string& call : calls) {
-    if (all || !call.starts_with("get ")) text += (text.empty() ? "" : " ") + call;
-  }
-  return text;
+  if (result != 0) return result;
+  std::memcpy(scripted().records[i].data(), record, kRecords[i]->size);
+  actions->records |= recordBit(index);
+  return 0;
 }
 
 }  // namespace
@@ -83,9 +73,8 @@ void ScriptedPlatform::store(const std::string& values) {
   for (std::string word; words >> word;) {
     const std::size_t equals = word.find('=');
     const auto [i, element] = locate(word.substr(0, equals));
-    if (!parseElement(*element.field, word.substr(equals + 1), records[i].data() + element.offset)) {
-      throw std::runtime_error{"no value for the store: " + word};
-    }
+    EXPECT_TRUE(parseElement(*element.field, word.substr(equals + 1), records[i].data() + element.offset))
+        << word;
   }
 }
 
@@ -94,51 +83,46 @@ std::string ScriptedPlatform::stored(const std::string& name) const {
   return formatElement(*element.field, records[i].data() + element.offset);
 }
 
-std::string ScriptedPlatform::writes() const {
-  return joined(calls, false);
-}
-std::string ScriptedPlatform::allCalls() const {
-  return joined(calls, true);
+std::string ScriptedPlatform::allCalls(bool reads) const {
+  std::string text;
+  for (const std::string& call : calls)
+    if (reads || !call.starts_with("get ")) text += (text.empty() ? "" : " ") + call;
+  return text;
 }
 
 Reply request(const char* cgi, const std::string& query) {
-  const CgiEntry* entry = findCgi(cgi);
-  if (entry == nullptr) throw std::runtime_error{std::string{"no endpoint "} + cgi};
-  const std::string response = capture(test::get(query), [&] {
-    const std::unique_ptr<InfCgilet> cgilet{entry->create()};
-    serve(*cgilet);
-  });
-  constexpr std::string_view kStatus = "Status: ";
-  const std::size_t end = response.find("\r\n\r\n");
-  if (!response.starts_with(kStatus) || end == response.npos) return {0, response};
-  std::string body = response.substr(end + 4);
-  for (char& c : body) c = c == '\n' ? ' ' : c;
-  return {std::stoi(response.substr(kStatus.size())), body};
+  const std::unique_ptr<InfCgilet> cgilet{findCgi(cgi)->create()};
+  const std::string response = capture(test::get(query), [&] { serve(*cgilet); });
+  std::string body = response.substr(response.find("\r\n\r\n") + 4);
+  std::replace(body.begin(), body.end(), '\n', ' ');
+  return {response.starts_with("Status: ") ? std::stoi(response.substr(8)) : 0, body};
 }
 
 void expectRows(const char* cgi, const char* state, const std::vector<Row>& rows) {
   for (const Row& row : rows) {
     SCOPED_TRACE(std::string{cgi} + "?" + row.query + "  on " + state + " " + row.state);
     scripted().reset();
-    scripted().store(state);
-    scripted().store(row.state);
+    scripted().store(std::string{state} + " " + row.state);
     const Reply reply = request(cgi, row.query);
-    const bool bare = row.status != 200 && *row.reply == '\0';
+    const bool bare = row.status != 200 && row.reply.empty();
     EXPECT_EQ(reply.status, row.status);
     EXPECT_EQ(reply.body, bare ? "error=" + std::to_string(row.status) + " " : row.reply);
     EXPECT_EQ(scripted().writes(), row.writes);
   }
 }
 
+void expectRefused(const char* cgi, const char* state, const std::vector<std::string>& queries) {
+  for (const std::string& query : queries) expectRows(cgi, state, {{query, "", 400, "", ""}});
+}
+
 void expectResults(const char* cgi, const char* state, const std::vector<ResultRow>& rows) {
-  for (const ResultRow& row : rows) {
-    SCOPED_TRACE(std::string{cgi} + "?" + row.query + "  with " + row.call + " giving " +
-                 std::to_string(row.result));
+  for (const auto& [call, result, query, status, calls] : rows) {
+    SCOPED_TRACE(std::string{cgi} + "?" + query + "  with " + call + " giving " + std::to_string(result));
     scripted().reset();
     scripted().store(state);
-    scripted().results[row.call] = row.result;
-    EXPECT_EQ(request(cgi, row.query).status, row.status);
-    EXPECT_EQ(scripted().allCalls(), row.calls);
+    scripted().results[call] = result;
+    EXPECT_EQ(request(cgi, query).status, status);
+    EXPECT_EQ(scripted().allCalls(), calls);
   }
 }
 
@@ -170,7 +154,6 @@ int cam_work_actions(_cam_actions* actions) {
     return camera::test::writeRecord(camera::RecordIndex::name, record, actions, flag); \
   }
 CAMERA_RECORDS(CAMERA_SCRIPT_RECORD)
-#undef CAMERA_SCRIPT_RECORD
 
 void apply_timezone() {
   camera::test::scripted().calls.emplace_back("get zone");
@@ -194,8 +177,7 @@ bool GetActiveIFInfo(const char* name, IF_INFO* info) {
 sitelist* dumpSites(sitelist* list) {
   std::vector<sitelist>& sites = camera::test::scripted().sites;
   camera::test::scripted().calls.emplace_back("get sites");
-  for (std::size_t i = 0; i < sites.size(); ++i)
-    sites[i].next = i + 1 < sites.size() ? &sites[i + 1] : nullptr;
+  for (std::size_t i = 1; i < sites.size(); ++i) sites[i - 1].next = &sites[i];
   return sites.empty() ? list : sites.data();
 }
 

@@ -30,19 +30,19 @@ struct ScriptedPlatform {
   void store(const std::string& values);
   // One stored value, in the same form: stored("lan.dhcp").
   std::string stored(const std::string& name) const;
-  // The calls that wrote or acted, joined by spaces: what a read must leave empty.
-  std::string writes() const;
-  std::string allCalls() const;
+  std::string allCalls(bool reads = true) const;  // joined by spaces
+  // The calls that wrote or acted: what a read must leave empty.
+  std::string writes() const { return allCalls(false); }
 };
 
 ScriptedPlatform& scripted();
 
 // One request against a scripted starting state.
 struct Row {
-  const char* query;
+  std::string query;
   const char* state;  // for ScriptedPlatform::store, on top of the suite's own
   int status;
-  const char* reply;   // body with spaces for line ends; of a failure "" stands for "error=CODE "
+  std::string reply;   // body with spaces for line ends; of a failure "" stands for "error=CODE "
   const char* writes;  // "" for none
 };
 
@@ -56,6 +56,7 @@ Reply request(const char* cgi, const std::string& query);
 
 // Serves every row from a fresh store that holds the state.
 void expectRows(const char* cgi, const char* state, const std::vector<Row>& rows);
+void expectRefused(const char* cgi, const char* state, const std::vector<std::string>& queries);  // as 400
 
 // One request during which one call of the platform gives a result of its own.
 struct ResultRow {

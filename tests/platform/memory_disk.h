@@ -2,9 +2,7 @@
 // synced.
 #pragma once
 
-#include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <map>
 #include <memory>
 #include <string>
@@ -13,32 +11,28 @@
 
 namespace camera::test {
 
-enum class Crash {
-  kKilled,     // the process is gone, the disk is as it was
-  kPowerLost,  // what was not synced is gone
-  kDataLost,   // names had reached the disk, contents that were not synced had not
-};
+// Killed: the disk is as it was. Power lost: what was not synced is gone. Data lost: names had reached the
+// disk, contents that were not synced had not.
+enum class Crash { kKilled, kPowerLost, kDataLost };
 
 class MemoryDisk : public StoreFiles {
  public:
-  std::string failing;   // the step that fails with EIO; a write has then written half
-  int stepsToLive = -1;  // the step at which the process dies, halfway through a write; -1: never
-  int steps = 0;
+  std::string failing;              // the step that fails with EIO; a write has then written half
+  int stepsToLive = kUnthreatened;  // until the process dies at the next one, halfway through a write
 
   int lock() override { return step("lock"); }
   void unlock() override {}
 
   int read(const char* name, void* buffer, std::size_t size, std::size_t* length) override {
     if (step("read") != 0) return EIO;
-    if (!names_.contains(name)) return ENOENT;
-    *length = std::min(size, names_[name]->data.size());
-    std::memcpy(buffer, names_[name]->data.data(), *length);
+    if (!has(name)) return ENOENT;
+    *length = content(name).copy(static_cast<char*>(buffer), size);
     return 0;
   }
 
   int create(const char* name) override {
     if (step("create") != 0) return EIO;
-    if (names_.contains(name)) return EEXIST;
+    if (has(name)) return EEXIST;
     open_ = names_[name] = std::make_shared<File>();
     return 0;
   }
@@ -60,8 +54,7 @@ class MemoryDisk : public StoreFiles {
 
   int rename(const char* from, const char* to) override {
     if (step("rename") != 0) return EIO;
-    names_[to] = names_[from];
-    names_.erase(from);
+    names_[to] = names_.extract(from).mapped();
     return 0;
   }
 
@@ -78,32 +71,26 @@ class MemoryDisk : public StoreFiles {
 
   std::string path(const char* name) const override { return std::string("disk/") + name; }
 
+  bool dead() const { return stepsToLive < 0; }
   bool has(const char* name) const { return names_.contains(name); }
   std::string& content(const char* name) { return names_[name]->data; }
 
   // What the next process finds.
   void restartAfter(Crash crash) {
+    stepsToLive = kUnthreatened;
+    if (crash == Crash::kKilled) return;
     if (crash == Crash::kPowerLost) names_ = durable_;
-    if (crash != Crash::kKilled) {
-      for (auto& [name, file] : names_) file->data.resize(file->synced);
-    }
-    open_.reset();
-    failing.clear();
-    stepsToLive = -1;
-    steps = 0;
+    for (auto& [name, file] : names_) file->data.resize(file->synced);
   }
 
  private:
+  static constexpr int kUnthreatened = 1'000'000;
   struct File {
     std::string data;
     std::size_t synced = 0;
   };
 
-  bool dead() const { return stepsToLive >= 0 && steps > stepsToLive; }
-  int step(const char* name) {
-    ++steps;
-    return dead() || failing == name ? EIO : 0;
-  }
+  int step(const char* name) { return --stepsToLive < 0 || failing == name ? EIO : 0; }
 
   std::map<std::string, std::shared_ptr<File>> names_;
   std::map<std::string, std::shared_ptr<File>> durable_;

@@ -11,7 +11,7 @@ struct Sample {
   std::uint8_t spare[3];
   char text[8];
   char names[2][6];
-  std::uint8_t levels[4];
+  std::uint8_t levels[4];  // version 1 ended before them
 };
 
 inline constexpr Sample kSampleDefaults{
@@ -27,17 +27,8 @@ inline constexpr Field kSampleFields[] = {
 };
 static_assert(describe::tiles(kSampleFields, sizeof(Sample)));
 
-// Version 1 ended before the levels.
-inline constexpr std::size_t kOldSampleSize = offsetof(Sample, levels);
-
 constexpr RecordInfo sampleInfo(const char* name, bool whole, std::uint64_t linked) {
-  return {.name = name,
-          .version = 2,
-          .size = sizeof(Sample),
-          .fields = kSampleFields,
-          .defaults = &kSampleDefaults,
-          .whole = whole,
-          .linked = linked};
+  return {name, 2, sizeof(Sample), kSampleFields, &kSampleDefaults, whole, linked};
 }
 
 inline constexpr RecordInfo kSample = sampleInfo("sample", false, 0);

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -20,6 +19,7 @@
 namespace camera::test {
 namespace {
 
+using enum StoreResult;
 using Change = std::function<void(Sample&)>;
 
 // One process: its own memory of what it read.
@@ -28,87 +28,71 @@ struct Process {
 
   StoreResult read(const RecordInfo& info = kSample) { return store.read(info, &sample); }
   StoreResult write(const RecordInfo& info = kSample) { return store.write(info, &sample); }
-  // What is stored now, by a process that knows nothing; the number is 9999 when it cannot be read.
-  static Sample stored(StoreFiles& files, const RecordInfo& info = kSample) {
-    Sample found{.number = 9999, .flag = 0, .spare = {}, .text = {}, .names = {}, .levels = {}};
-    SettingsStore(files, kSampleRecords).read(info, &found);
-    return found;
+  StoreResult put(int number, const RecordInfo& info = kSample) {
+    if (const StoreResult result = read(info); result != kDone) return result;
+    sample.number = number;
+    return write(info);
   }
 
   Sample sample{};
   SettingsStore store;
 };
 
-class Store : public testing::Test {
- protected:
-  // Stores the defaults with another number.
-  StoreResult put(int number, const RecordInfo& info = kSample) {
-    Process process(disk);
-    if (const StoreResult result = process.read(info); result != StoreResult::kDone) return result;
-    process.sample.number = number;
-    return process.write(info);
-  }
-  int storedNumber() { return Process::stored(disk).number; }
+// What is stored now, to a process that knows nothing; the number is 9999 when it cannot be read.
+Sample stored(StoreFiles& files, const RecordInfo& info = kSample) {
+  Process process(files);
+  process.sample.number = 9999;
+  process.read(info);
+  return process.sample;
+}
 
+bool same(const Sample& one, const Sample& other) {
+  return std::memcmp(&one, &other, sizeof one) == 0;
+}
+
+struct Store : testing::Test {
   MemoryDisk disk;
 };
 
-TEST_F(Store, WithoutAFileOrAFolderReadsTheDefaults) {
-  EXPECT_EQ(storedNumber(), kSampleDefaults.number);
+TEST(StoreFile, WithoutAFolderReadsTheDefaults) {
   PosixStoreFiles nowhere(testing::TempDir() + "no-such-folder");
-  Process process(nowhere);
-  ASSERT_EQ(process.read(), StoreResult::kDone);
-  EXPECT_EQ(std::memcmp(&kSampleDefaults, &process.sample, sizeof(Sample)), 0);
-  process.sample.number = 1;
-  EXPECT_EQ(process.write(), StoreResult::kFailed);
+  EXPECT_TRUE(same(stored(nowhere), kSampleDefaults));
+  EXPECT_EQ(Process(nowhere).put(1), kFailed);
 }
 
 TEST(StoreFile, HasTheseBytesThisModeAndNothingBesideIt) {
   const TemporaryFolder folder;
   PosixStoreFiles files(folder.path());
-  SettingsStore store(files, kRecords);
-  const _httpsvr_setting record{
-      .reserved0 = 0, .livevideo = 1, .snapshoturl = 0, .reserved1 = 0, .http_port = 8080, .alt_port = 443};
+  const _httpsvr_setting record{0, 1, 0, 0, 8080, 443};
   folder.put(".new", "left by a killed process");
-  ASSERT_EQ(store.write(httpsvrRecord, &record), StoreResult::kDone);
-
-  const unsigned char expected[] = {'C',  'S',  'E', 'T', 1, 0, 1,    0,    12, 0, 0,    0,    0xD5, 0xE2,
-                                    0xFC, 0xCF, 0,   1,   0, 0, 0x90, 0x1F, 0,  0, 0xBB, 0x01, 0,    0};
-  const std::string content = folder.content("httpsvr");
-  EXPECT_EQ(content, std::string(std::begin(expected), std::end(expected)))
-      << testing::PrintToString(content);
-  struct stat status {};
-  ASSERT_EQ(stat(folder.file("httpsvr").c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777, 0600U);
+  ASSERT_EQ(SettingsStore(files, kRecords).write(httpsvrRecord, &record), kDone);
+  const char expected[] = "CSET\1\0\1\0\14\0\0\0\xD5\xE2\xFC\xCF\0\1\0\0\x90\x1F\0\0\xBB\1\0";
+  EXPECT_EQ(folder.content("httpsvr"), std::string(expected, sizeof expected));
+  EXPECT_EQ(std::filesystem::status(folder.path("httpsvr")).permissions(), std::filesystem::perms(0600));
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
 }
 
 TEST_F(Store, AStepThatFailsFailsTheWriteAndKeepsTheOldRecord) {
-  for (const char* step : {"lock", "remove", "read", "create", "write", "sync", "rename", "syncFolder"}) {
+  const std::pair<const char*, StoreResult> steps[] = {
+      {"lock", kFailed}, {"remove", kFailed}, {"read", kDone},   {"create", kDone},
+      {"write", kDone},  {"sync", kDone},     {"rename", kDone}, {"syncFolder", kFailed}};
+  for (const auto& [step, resetResult] : steps) {
     disk = MemoryDisk();
-    ASSERT_EQ(put(1), StoreResult::kDone);
+    ASSERT_EQ(Process(disk).put(1), kDone);
     Process process(disk);
     process.read();
     process.sample.number = 2;
     disk.failing = step;
-    EXPECT_EQ(process.write(), StoreResult::kFailed) << step;
-    EXPECT_NE(process.store.fault().find("disk/"), std::string::npos)
-        << step << ": " << process.store.fault();
+    EXPECT_EQ(process.write(), kFailed) << step;
+    EXPECT_NE(process.store.fault().find("disk/"), std::string::npos) << step << process.store.fault();
     disk.failing.clear();
     EXPECT_FALSE(disk.has(".new")) << step;
-    EXPECT_EQ(storedNumber(), std::string_view(step) == "syncFolder" ? 2 : 1) << step;
-    EXPECT_EQ(process.write(), StoreResult::kDone) << step;
+    EXPECT_EQ(stored(disk).number, std::string_view(step) == "syncFolder" ? 2 : 1) << step;
+    EXPECT_EQ(process.write(), kDone) << step;
     disk.restartAfter(Crash::kPowerLost);
-    EXPECT_EQ(storedNumber(), 2) << step << ": the write after it was not durable";
-  }
-}
-
-TEST_F(Store, AResetThatFailsSaysSo) {
-  for (const char* step : {"lock", "remove", "syncFolder"}) {
-    disk = MemoryDisk();
-    ASSERT_EQ(put(1), StoreResult::kDone);
+    EXPECT_EQ(stored(disk).number, 2) << step << ": the write after it was not durable";
     disk.failing = step;
-    EXPECT_EQ(Process(disk).store.reset(kSample), StoreResult::kFailed) << step;
+    EXPECT_EQ(process.store.reset(kSample), resetResult) << step;
   }
 }
 
@@ -118,94 +102,64 @@ TEST_F(Store, DeathAtAnyStepLeavesTheOldOrTheNewRecord) {
     for (int step = 0; !survived; ++step) {
       SCOPED_TRACE(testing::Message() << "crash " << static_cast<int>(crash) << " at step " << step);
       disk = MemoryDisk();
-      ASSERT_EQ(put(1), StoreResult::kDone);
-      disk.steps = 0;
+      ASSERT_EQ(Process(disk).put(1), kDone);
       disk.stepsToLive = step;
-      const StoreResult result = put(2);
-      survived = disk.steps <= step;
+      const StoreResult result = Process(disk).put(2);
+      survived = !disk.dead();
       ASSERT_LT(step, 20);
       disk.restartAfter(crash);
-
-      const int number = storedNumber();
-      EXPECT_TRUE(number == 2 || (number == 1 && result != StoreResult::kDone)) << number;
-      EXPECT_EQ(put(3), StoreResult::kDone);
-      EXPECT_EQ(storedNumber(), 3);
+      const int number = stored(disk).number;
+      EXPECT_TRUE(number == 2 || (number == 1 && result != kDone)) << number;
+      EXPECT_EQ(Process(disk).put(3), kDone);
+      EXPECT_EQ(stored(disk).number, 3);
       EXPECT_FALSE(disk.has(".new"));
     }
   }
 }
 
 TEST_F(Store, RefusesToReadOrReplaceAFileThatIsNotWhatItWrote) {
-  ASSERT_EQ(put(1), StoreResult::kDone);
+  ASSERT_EQ(Process(disk).put(1), kDone);
   const std::string good = disk.content("sample");
-  std::vector<std::pair<std::string, std::string>> files;
-  for (std::size_t bit = 0; bit < good.size() * 8; ++bit) {
-    std::string flipped = good;
-    flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
-    files.emplace_back("bit " + std::to_string(bit), flipped);
+  std::vector<std::string> files = {good + '\0'};
+  for (std::size_t at = 0; at < good.size(); ++at) {
+    files.push_back(good.substr(0, at));
+    for (int bit = 1; bit < 256; bit *= 2) files.emplace_back(good)[at] = static_cast<char>(good[at] ^ bit);
   }
-  for (std::size_t length = 0; length < good.size(); ++length) {
-    files.emplace_back("length " + std::to_string(length), good.substr(0, length));
-  }
-  files.emplace_back("one byte more", good + '\0');
-
-  for (const auto& [what, file] : files) {
+  for (const std::string& file : files) {
     disk.content("sample") = file;
-    Process process(disk);
-    process.sample.number = 55;
-    EXPECT_EQ(process.read(), StoreResult::kFailed) << what;
-    EXPECT_EQ(process.sample.number, 55) << what;
-    process.sample = kSampleDefaults;
-    EXPECT_EQ(process.write(), StoreResult::kFailed) << what;
-    EXPECT_EQ(disk.content("sample"), file) << what;
+    EXPECT_EQ(stored(disk).number, 9999) << testing::PrintToString(file);
+    EXPECT_EQ(Process(disk).store.write(kSample, &kSampleDefaults), kFailed) << testing::PrintToString(file);
+    EXPECT_EQ(disk.content("sample"), file);
   }
-  EXPECT_EQ(Process(disk).store.reset(kSample), StoreResult::kDone);
-  EXPECT_EQ(storedNumber(), kSampleDefaults.number);
+  EXPECT_EQ(Process(disk).store.reset(kSample), kDone);
+  EXPECT_EQ(stored(disk).number, kSampleDefaults.number);
 }
 
 // Another description of the same file, as an older or newer program would have it.
-RecordInfo variant(std::uint16_t version, std::size_t size, std::span<const Field> fields) {
-  RecordInfo info = kSample;
-  info.version = version;
-  info.size = static_cast<std::uint16_t>(size);
-  info.fields = fields;
-  return info;
+RecordInfo variant(std::uint16_t version, std::span<const Field> fields) {
+  const std::size_t size = fields.back().offset + fields.back().width * fields.back().count;
+  return {"sample", version, static_cast<std::uint16_t>(size), fields, &kSampleDefaults, false, 0};
 }
 
 TEST_F(Store, TakesTheTailOfAnOlderRecordFromTheDefaults) {
-  const std::span<const Field> oldFields = std::span(kSampleFields).first<5>();
-  const RecordInfo old = variant(1, kOldSampleSize, oldFields);
-  Sample written = kSampleDefaults;
-  written.number = 5;
-  std::memset(written.levels, 99, sizeof written.levels);
-  SettingsStore store(disk, {});
-  ASSERT_EQ(store.write(old, &written), StoreResult::kDone);
-  EXPECT_EQ(disk.content("sample").size(), 16 + kOldSampleSize);
-  const Sample read = Process::stored(disk);
-  EXPECT_EQ(read.number, 5);
-  EXPECT_EQ(std::memcmp(read.levels, kSampleDefaults.levels, sizeof read.levels), 0);
-
-  struct Row {
-    const char* what;
-    RecordInfo writer;
-  };
-  const Row rows[] = {{"short, but of this version", variant(2, kOldSampleSize, oldFields)},
-                      {"of an older version, but whole", variant(1, sizeof(Sample), kSampleFields)},
-                      {"of a newer version", variant(3, sizeof(Sample), kSampleFields)}};
-  for (const Row& row : rows) {
+  const std::span<const Field> withoutLevels = std::span(kSampleFields).first<5>();
+  const Sample written{.number = 5, .flag = 1, .spare = {}, .text = "x", .names = {}, .levels = {9, 9, 9, 9}};
+  ASSERT_EQ(SettingsStore(disk, {}).write(variant(1, withoutLevels), &written), kDone);
+  EXPECT_EQ(disk.content("sample").size(), 16 + offsetof(Sample, levels));
+  EXPECT_EQ(stored(disk).number, 5);
+  EXPECT_EQ(std::memcmp(stored(disk).levels, kSampleDefaults.levels, sizeof written.levels), 0);
+  // Short, but of this version; of an older one, but whole; of a newer one.
+  for (const RecordInfo& writer :
+       {variant(2, withoutLevels), variant(1, kSampleFields), variant(3, kSampleFields)}) {
     disk = MemoryDisk();
-    ASSERT_EQ(SettingsStore(disk, {}).write(row.writer, &written), StoreResult::kDone);
-    EXPECT_EQ(Process(disk).read(), StoreResult::kFailed) << row.what;
+    ASSERT_EQ(SettingsStore(disk, {}).write(writer, &written), kDone);
+    EXPECT_EQ(Process(disk).read(), kFailed) << "version " << writer.version << ", size " << writer.size;
   }
 }
 
 TEST_F(Store, RefusesWhatIsOutsideItsBoundsInAWriteAndInAFile) {
-  struct Row {
-    const char* what;
-    bool valid;
-    Change change;
-  };
-  const Row rows[] = {
+  static constexpr Field kUnbounded[] = {describe::reserved("all", 0, sizeof(Sample))};
+  const std::tuple<const char*, bool, Change> rows[] = {
       {"number 1000", true, [](Sample& s) { s.number = 1000; }},
       {"number 1001", false, [](Sample& s) { s.number = 1001; }},
       {"number -100", true, [](Sample& s) { s.number = -100; }},
@@ -215,134 +169,88 @@ TEST_F(Store, RefusesWhatIsOutsideItsBoundsInAWriteAndInAFile) {
       {"text without an end", false, [](Sample& s) { std::memcpy(s.text, "12345678", 8); }},
       {"empty text", false, [](Sample& s) { s.text[0] = '\0'; }},
       {"last name without an end", false, [](Sample& s) { std::memcpy(s.names[1], "123456", 6); }},
-      {"reserved bytes", true, [](Sample& s) { std::memcpy(s.spare, "\xFF\xFF\xFF", 3); }},
-      {"level 255", true, [](Sample& s) { s.levels[3] = 255; }},
-  };
-  static constexpr Field kUnbounded[] = {describe::reserved("all", 0, sizeof(Sample))};
-  const RecordInfo unbounded = variant(2, sizeof(Sample), kUnbounded);
-  for (const Row& row : rows) {
+      {"any bytes", true, [](Sample& s) { s.spare[0] = s.levels[3] = 255; }}};
+  for (const auto& [what, valid, change] : rows) {
     disk = MemoryDisk();
-    Process process(disk);
-    process.read();
-    row.change(process.sample);
-    EXPECT_EQ(process.write(), row.valid ? StoreResult::kDone : StoreResult::kRefused) << row.what;
-    EXPECT_EQ(disk.has("sample"), row.valid) << row.what;
-    ASSERT_EQ(SettingsStore(disk, {}).write(unbounded, &process.sample), StoreResult::kDone);
-    EXPECT_EQ(Process(disk).read(), row.valid ? StoreResult::kDone : StoreResult::kFailed) << row.what;
+    Sample sample = kSampleDefaults;
+    change(sample);
+    EXPECT_EQ(Process(disk).store.write(kSample, &sample), valid ? kDone : kRefused) << what;
+    EXPECT_EQ(disk.has("sample"), valid) << what;
+    ASSERT_EQ(SettingsStore(disk, {}).write(variant(2, kUnbounded), &sample), kDone);
+    EXPECT_EQ(Process(disk).read(), valid ? kDone : kFailed) << what;
   }
 }
 
 TEST_F(Store, WhatFollowsATextIsNeitherAChangeNorStored) {
-  ASSERT_EQ(put(1), StoreResult::kDone);
-  const std::string before = disk.content("sample");
+  ASSERT_EQ(Process(disk).put(1), kDone);
   Process process(disk);
   process.read();
   std::memcpy(process.sample.text, "abc\0def", 8);
   disk.failing = "create";
-  EXPECT_EQ(process.write(), StoreResult::kDone) << "nothing differs, so nothing is created";
+  EXPECT_EQ(process.write(), kDone) << "nothing differs, so nothing is created";
   disk.failing.clear();
-  EXPECT_EQ(Process(disk).store.write(kSample, &process.sample), StoreResult::kDone);
+  EXPECT_EQ(Process(disk).store.write(kSample, &process.sample), kDone);
   process.sample.flag = 0;
-  EXPECT_EQ(process.write(), StoreResult::kDone);
-  EXPECT_EQ(std::memcmp(Process::stored(disk).text, "abc\0\0\0\0", 8), 0);
+  EXPECT_EQ(process.write(), kDone);
+  EXPECT_EQ(std::memcmp(stored(disk).text, "abc\0\0\0\0", 8), 0);
 }
 
-struct MergeRow {
-  const char* what;
-  Change first;
-  Change second;
-  Change both;
-};
-
+// Also where one of them goes on writing a copy that does not have the other's change.
 TEST_F(Store, MergesWhatTwoProcessesChanged) {
-  const MergeRow rows[] = {
-      {"two fields", [](Sample& s) { s.number = 1; }, [](Sample& s) { s.flag = 0; },
-       [](Sample& s) { s.number = 1, s.flag = 0; }},
-      {"one field: the later", [](Sample& s) { s.number = 1; }, [](Sample& s) { s.number = 2; },
-       [](Sample& s) { s.number = 2; }},
-      {"elements of bytes", [](Sample& s) { s.levels[0] = 9; }, [](Sample& s) { s.levels[3] = 9; },
-       [](Sample& s) { s.levels[0] = s.levels[3] = 9; }},
-      {"elements of texts", [](Sample& s) { s.names[0][0] = 'O'; }, [](Sample& s) { s.names[1][0] = 'T'; },
-       [](Sample& s) { s.names[0][0] = 'O', s.names[1][0] = 'T'; }},
-      {"reserved bytes and a text", [](Sample& s) { s.spare[1] = 7; }, [](Sample& s) { s.text[0] = 'z'; },
-       [](Sample& s) { s.spare[1] = 7, s.text[0] = 'z'; }},
-      {"nothing and a field", [](Sample&) {}, [](Sample& s) { s.flag = 0; }, [](Sample& s) { s.flag = 0; }},
-  };
-  for (const MergeRow& row : rows) {
+  const std::tuple<const char*, Change, Change> rows[] = {
+      {"two fields", [](Sample& s) { s.number = 1; }, [](Sample& s) { s.flag = 0; }},
+      {"one field: the later", [](Sample& s) { s.number = 1; }, [](Sample& s) { s.number = 2; }},
+      {"bytes", [](Sample& s) { s.levels[0] = 9; }, [](Sample& s) { s.levels[3] = 9; }},
+      {"texts", [](Sample& s) { s.names[0][0] = 'O'; }, [](Sample& s) { s.names[1][0] = 'T'; }},
+      {"reserved and text", [](Sample& s) { s.spare[1] = 7; }, [](Sample& s) { s.text[0] = 'z'; }},
+      {"nothing and a field", [](Sample&) {}, [](Sample& s) { s.flag = 0; }}};
+  for (const auto& [what, changeFirst, changeSecond] : rows) {
     disk = MemoryDisk();
     Process first(disk);
     Process second(disk);
     first.read();
     second.read();
-    row.first(first.sample);
-    row.second(second.sample);
-    EXPECT_EQ(first.write(), StoreResult::kDone) << row.what;
-    EXPECT_EQ(second.write(), StoreResult::kDone) << row.what;
+    changeFirst(first.sample);
+    changeSecond(second.sample);
+    EXPECT_EQ(first.write(), kDone) << what;
+    EXPECT_EQ(second.write(), kDone) << what;
     Sample expected = kSampleDefaults;
-    row.both(expected);
-    const Sample merged = Process::stored(disk);
-    EXPECT_EQ(std::memcmp(&merged, &expected, sizeof(Sample)), 0) << row.what;
+    changeFirst(expected);
+    changeSecond(expected);
+    for (std::uint8_t level = 7; level < 9; ++level) {
+      first.sample.levels[1] = expected.levels[1] = level;
+      EXPECT_EQ(first.write(), kDone) << what;
+    }
+    EXPECT_TRUE(same(stored(disk), expected)) << what;
   }
 }
 
+// A process reads one record (or none), another one or itself changes one, and the process writes one.
 TEST_F(Store, RefusesADecisionOnWhatAnotherProcessChanged) {
-  struct Row {
-    const char* what;
-    const RecordInfo* read;     // by the process that decides; null: it reads nothing
-    const RecordInfo* changed;  // by another process, after that
-    const RecordInfo* written;  // by the process that decides
-    StoreResult result;
-  };
-  const Row rows[] = {
-      {"a whole record changed", &kWhole, &kWhole, &kWhole, StoreResult::kRefused},
-      {"a whole record did not", &kWhole, &kSample, &kWhole, StoreResult::kDone},
-      {"a whole record unread", nullptr, &kWhole, &kWhole, StoreResult::kDone},
-      {"a linked record changed", &kSample, &kSample, &kLinked, StoreResult::kRefused},
-      {"a linked record did not", &kSample, &kWhole, &kLinked, StoreResult::kDone},
-      {"a linked record unread", nullptr, &kSample, &kLinked, StoreResult::kDone},
-      {"a link goes one way", &kLinked, &kLinked, &kSample, StoreResult::kDone},
-  };
-  for (const Row& row : rows) {
-    disk = MemoryDisk();
-    Process process(disk);
-    process.sample = kSampleDefaults;
-    if (row.read != nullptr) process.read(*row.read);
-    ASSERT_EQ(put(77, *row.changed), StoreResult::kDone);
-    process.sample.flag = 0;
-    EXPECT_EQ(process.write(*row.written), row.result) << row.what;
-    EXPECT_EQ(Process::stored(disk, *row.written).flag, row.result == StoreResult::kDone ? 0 : 1) << row.what;
-    if (row.result == StoreResult::kDone) continue;
-    process.read(*row.read);
-    EXPECT_EQ(process.write(*row.written), StoreResult::kDone) << row.what << ", and was read again";
+  const std::tuple<const RecordInfo*, const RecordInfo*, const RecordInfo*, StoreResult> rows[] = {
+      {&kWhole, &kWhole, &kWhole, kRefused}, {&kWhole, &kSample, &kWhole, kDone},
+      {nullptr, &kWhole, &kWhole, kDone},    {&kSample, &kSample, &kLinked, kRefused},
+      {&kSample, &kWhole, &kLinked, kDone},  {nullptr, &kSample, &kLinked, kDone},
+      {&kLinked, &kLinked, &kSample, kDone}};
+  for (const auto& [read, changed, written, result] : rows) {
+    for (const bool byItself : {false, true}) {
+      SCOPED_TRACE(std::string(read == nullptr ? "nothing" : read->name) + " read, " + changed->name +
+                   (byItself ? " changed by itself, " : " changed, ") + written->name + " written");
+      disk = MemoryDisk();
+      Process process(disk);
+      process.sample = kSampleDefaults;
+      if (read != nullptr) process.read(*read);
+      Process other(disk);
+      ASSERT_EQ((byItself ? process : other).put(77, *changed), kDone);
+      process.sample.flag = 0;
+      const StoreResult expected = byItself ? kDone : result;
+      EXPECT_EQ(process.write(*written), expected);
+      EXPECT_EQ(stored(disk, *written).flag, expected == kDone ? 0 : 1);
+      if (expected == kDone) continue;
+      process.read(*read);
+      EXPECT_EQ(process.write(*written), kDone) << "and was read again";
+    }
   }
-}
-
-TEST_F(Store, AProcessIsNotStaleAfterItsOwnWrites) {
-  Process process(disk);
-  ASSERT_EQ(process.read(), StoreResult::kDone);
-  ASSERT_EQ(process.read(kWhole), StoreResult::kDone);
-  process.sample.number = 5;
-  EXPECT_EQ(process.write(), StoreResult::kDone);
-  EXPECT_EQ(process.write(kLinked), StoreResult::kDone);
-  EXPECT_EQ(process.write(kWhole), StoreResult::kDone);
-  process.sample.number = 6;
-  EXPECT_EQ(process.write(kWhole), StoreResult::kDone);
-}
-
-TEST_F(Store, ASecondWriteOfOneCopyKeepsWhatAnotherProcessChanged) {
-  Process first(disk);
-  Process second(disk);
-  ASSERT_EQ(first.read(), StoreResult::kDone);
-  ASSERT_EQ(second.read(), StoreResult::kDone);
-  second.sample.levels[0] = 9;
-  ASSERT_EQ(second.write(), StoreResult::kDone);
-  for (const int number : {5, 6}) {
-    first.sample.number = number;
-    ASSERT_EQ(first.write(), StoreResult::kDone);
-  }
-  ASSERT_EQ(first.read(), StoreResult::kDone);
-  EXPECT_EQ(first.sample.levels[0], 9);
-  EXPECT_EQ(first.sample.number, 6);
 }
 
 // Runs the body in a child process; its exit status is 0 when the body returns true.
@@ -352,31 +260,32 @@ pid_t fork(const std::function<bool()>& body) {
   return child;
 }
 
+int statusOf(pid_t child) {
+  int status = -1;
+  return waitpid(child, &status, 0) == child ? status : -1;
+}
+
 TEST(StoreProcesses, LoseNothingToEachOther) {
   constexpr int kWrites = 40;
   const TemporaryFolder folder;
+  PosixStoreFiles shared(folder.path());
+  Sample expected = kSampleDefaults;
   pid_t children[4];
   for (int index = 0; index < 4; ++index) {
+    expected.levels[index] = static_cast<std::uint8_t>(expected.levels[index] + kWrites);
     children[index] = fork([&] {
       PosixStoreFiles files(folder.path());
       Process process(files);
       for (int i = 0; i < kWrites; ++i) {
-        if (process.read() != StoreResult::kDone) return false;
+        process.read();
         ++process.sample.levels[index];
-        if (process.write() != StoreResult::kDone) return false;
+        if (process.write() != kDone) return false;
       }
       return true;
     });
   }
-  for (const pid_t child : children) {
-    int status = -1;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
-  }
-  PosixStoreFiles files(folder.path());
-  const Sample sample = Process::stored(files);
-  for (int index = 0; index < 4; ++index)
-    EXPECT_EQ(sample.levels[index], kSampleDefaults.levels[index] + kWrites);
+  for (const pid_t child : children) EXPECT_EQ(statusOf(child), 0);
+  EXPECT_TRUE(same(stored(shared), expected));
 }
 
 // Two processes that both read the record before either of them writes it.
@@ -386,7 +295,6 @@ TEST(StoreProcesses, ThatChangeDifferentFieldsAtTheSameMomentBothWin) {
   PosixStoreFiles files(folder.path());
   int ends[2];
   ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
-
   const auto meet = [](int socket) {
     char byte = 0;
     return write(socket, &byte, 1) == 1 && read(socket, &byte, 1) == 1;
@@ -395,12 +303,11 @@ TEST(StoreProcesses, ThatChangeDifferentFieldsAtTheSameMomentBothWin) {
     SettingsStore store(files, kRecords);
     _lan_setting lan;
     for (int round = 0; round <= kRounds; ++round) {
-      if (store.read(lanRecord, &lan) != StoreResult::kDone) return -1;
+      if (store.read(lanRecord, &lan) != kDone) return -1;
       const std::string before = std::to_string(round - 1);
       if (round > 0 && (lan.ip != before || lan.gateway != before)) return round;
       snprintf(round % 2 == side ? lan.ip : lan.gateway, sizeof lan.ip, "%d", round);
-      if (!meet(ends[side])) return -1;
-      if (store.write(lanRecord, &lan) != StoreResult::kDone || !meet(ends[side])) return -1;
+      if (!meet(ends[side]) || store.write(lanRecord, &lan) != kDone || !meet(ends[side])) return -1;
     }
     return 0;
   };
@@ -408,9 +315,7 @@ TEST(StoreProcesses, ThatChangeDifferentFieldsAtTheSameMomentBothWin) {
   close(ends[1]);
   EXPECT_EQ(change(0), 0) << "the round after which a change was lost";
   close(ends[0]);
-  int status = -1;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_EQ(status, 0);
+  EXPECT_EQ(statusOf(child), 0);
 }
 
 TEST(StoreProcesses, KilledAtAnyMomentKeepWhatTheyAcknowledged) {
@@ -423,9 +328,7 @@ TEST(StoreProcesses, KilledAtAnyMomentKeepWhatTheyAcknowledged) {
     const pid_t child = fork([&] {
       Process process(files);
       for (int number = acknowledged + 1; number <= acknowledged + 20; ++number) {
-        if (process.read() != StoreResult::kDone) return false;
-        process.sample.number = number;
-        if (process.write() != StoreResult::kDone) return false;
+        if (process.put(number) != kDone) return false;
         if (write(ends[1], &number, sizeof number) != sizeof number) return false;
       }
       return pause() != 0;
@@ -434,18 +337,13 @@ TEST(StoreProcesses, KilledAtAnyMomentKeepWhatTheyAcknowledged) {
     ASSERT_EQ(read(ends[0], &acknowledged, sizeof acknowledged), static_cast<ssize_t>(sizeof acknowledged));
     usleep(static_cast<useconds_t>(round * 2711 % 4000));
     kill(child, SIGKILL);
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFSIGNALED(status)) << status;
+    EXPECT_EQ(statusOf(child), SIGKILL);
     while (read(ends[0], &acknowledged, sizeof acknowledged) == sizeof acknowledged) continue;
     close(ends[0]);
-    const int number = Process::stored(files).number;
+    const int number = stored(files).number;
     ASSERT_TRUE(number == acknowledged || number == acknowledged + 1) << number << " after " << acknowledged;
   }
-  Process process(files);
-  ASSERT_EQ(process.read(), StoreResult::kDone);
-  process.sample.flag = 0;
-  EXPECT_EQ(process.write(), StoreResult::kDone);
+  EXPECT_EQ(Process(files).put(0), kDone);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
 }
 

@@ -18,42 +18,27 @@ std::string shown(sitelist* list) {
 }
 
 TEST(SiteSurvey, LeavesOutWhatIsNoNetwork) {
-  const std::string longSsid(55, 's');
+  const std::string ssid(55, 's');
   const std::string rest = "\tNONE\tOPEN\tInfra\t1\t-50";
-  struct Row {
-    std::string text;
-    std::string list;
-  };
-  const Row rows[] = {
-      {"", ""},
-      {"\n\n", ""},
-      {"A b\tAES\tWPA2-PSK\tInfra\t6\t-42\n\tWEP\tOPEN\tAdhoc\t1\t-90",
-       "A b|AES|WPA2-PSK|Infra|6|-42\n|WEP|OPEN|Adhoc|1|-90\n"},
-      {"bad\nA" + rest + "\nbad\t\t\t\t\n", "A|NONE|OPEN|Infra|1|-50\n"},
-      {longSsid + rest, longSsid + "|NONE|OPEN|Infra|1|-50\n"},
-      {"s" + longSsid + rest, ""},
-      {"A\t123456789012\tOPEN\tInfra\t1\t-50", ""},
-      {"A\tNONE\t12345678901234567890\tInfra\t1\t-50", ""},
-      {"A\tNONE\tOPEN\t123456789012\t1\t-50", ""},
-      {"A" + rest + "\t", ""},
-      {"A" + rest + "x", ""},
-      {"A\tNONE\tOPEN\tInfra\t\t-50", ""},
-      {"A\tNONE\tOPEN\tInfra\t2147483648\t-50", ""},
-      {std::string{"A\0", 2} + rest, ""},
-  };
-  for (const Row& row : rows) EXPECT_EQ(shown(parseSites(row.text, nullptr)), row.list) << row.text;
-  EXPECT_EQ(shown(parseSites("B" + rest + "\nC" + rest, parseSites("A" + rest, nullptr))),
-            "A|NONE|OPEN|Infra|1|-50\nB|NONE|OPEN|Infra|1|-50\nC|NONE|OPEN|Infra|1|-50\n");
+  for (const std::string& bad :
+       {std::string{"\n\n"}, "s" + ssid + rest, std::string{"A\0", 2} + rest, "A" + rest + "\t",
+        "A" + rest + "x", std::string{"A\t123456789012\tOPEN\tInfra\t1\t-50"},
+        std::string{"A\tNONE\tOPEN\tInfra\t\t-50"},
+        std::string{"A\tNONE\t12345678901234567890\tInfra\t1\t-50"},
+        std::string{"A\tNONE\tOPEN\t123456789012\t1\t-50"},
+        std::string{"A\tNONE\tOPEN\tInfra\t2147483648\t-50"}}) {
+    EXPECT_EQ(shown(parseSites(bad + "\n" + ssid + rest + "\n" + bad + "\n\tWEP\tOPEN\tAdhoc\t6\t-90",
+                               parseSites("A b" + rest, nullptr))),
+              "A b|NONE|OPEN|Infra|1|-50\n" + ssid + "|NONE|OPEN|Infra|1|-50\n|WEP|OPEN|Adhoc|6|-90\n")
+        << bad;
+  }
+  EXPECT_EQ(shown(parseSites("", nullptr)), "");
 }
 
 TEST(SiteSurvey, TakesASignalThatIsOneInteger) {
-  struct Row {
-    const char* text;
-    int rssi;
-  };
-  const Row rows[] = {{"-42\n", -42},   {"7", 7},          {"", 0},           {"\n", 0},
-                      {"-42 dBm\n", 0}, {"-42\n-43\n", 0}, {"-2147483649", 0}};
-  for (const Row& row : rows) EXPECT_EQ(parseRssi(row.text), row.rssi) << row.text;
+  const std::pair<const char*, int> rows[] = {{"-42\n", -42},   {"7", 7},          {"", 0},
+                                              {"-42 dBm\n", 0}, {"-42\n-43\n", 0}, {"-2147483649", 0}};
+  for (const auto& [text, rssi] : rows) EXPECT_EQ(parseRssi(text), rssi) << text;
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <string>
 
 namespace camera::test {
@@ -14,30 +14,24 @@ namespace camera::test {
 class TemporaryFolder {
  public:
   TemporaryFolder() {
-    std::string path = testing::TempDir() + "camera-XXXXXX";
-    if (mkdtemp(path.data()) == nullptr) std::abort();
-    path_ = path;
+    if (mkdtemp(path_.data()) == nullptr) std::abort();
   }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
+  ~TemporaryFolder() { std::filesystem::remove_all(path_, ignored_); }
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-  const std::string& path() const { return path_; }
-  std::string file(const std::string& name) const { return path_ + "/" + name; }
-
+  // Of a file in it, or its own.
+  std::string path(const std::string& name = "") const { return path_ + "/" + name; }
   void put(const std::string& name, const std::string& content) const {
-    std::ofstream(file(name), std::ios::binary) << content;
+    std::ofstream(path(name), std::ios::binary) << content;
   }
   std::string content(const std::string& name) const {
-    std::ifstream stream(file(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    return (std::ostringstream() << std::ifstream(path(name), std::ios::binary).rdbuf()).str();
   }
 
  private:
-  std::string path_;
+  std::string path_ = testing::TempDir() + "camera-XXXXXX";
+  std::error_code ignored_;
 };
 
 }  // namespace camera::test

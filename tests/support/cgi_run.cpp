@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <stdexcept>
 
 namespace camera::test {
 namespace {
@@ -17,26 +16,21 @@ class Redirect {
  public:
   Redirect(int descriptor, const std::string& content)
       : descriptor_{descriptor}, saved_{dup(descriptor)}, file_{memfd_create("redirect", 0)} {
-    const auto written = write(file_, content.data(), content.size());
-    if (saved_ < 0 || written != static_cast<ssize_t>(content.size())) throw std::runtime_error{"redirect"};
-    lseek(file_, 0, SEEK_SET);
+    if (pwrite(file_, content.data(), content.size(), 0) != std::ssize(content)) std::abort();
     dup2(file_, descriptor_);
   }
   ~Redirect() {
     dup2(saved_, descriptor_);
-    close(saved_);
-    close(file_);
+    for (const int descriptor : {saved_, file_}) close(descriptor);
   }
   std::string content() const {
     std::string text(static_cast<std::size_t>(lseek(file_, 0, SEEK_END)), '\0');
-    const auto count = pread(file_, text.data(), text.size(), 0);
-    return count == static_cast<ssize_t>(text.size()) ? text : throw std::runtime_error{"pread"};
+    if (pread(file_, text.data(), text.size(), 0) != std::ssize(text)) std::abort();
+    return text;
   }
 
  private:
-  int descriptor_;
-  int saved_;
-  int file_;
+  int descriptor_, saved_, file_;
 };
 
 }  // namespace
