@@ -29,5 +29,11 @@ TEST(PPPoE, IsNeverOnWithoutAUser) {
   expectRefused("pppoe.cgi", kOff, {"user=u" + user, "pass=~" + pass, "user=a+b", "pppoe=On"});
 }
 
+TEST(PPPoE, AnswersAsTheStoreDoes) {
+  expectResults("pppoe.cgi", "",
+                {{"get pppoe", 2, "", 500, "get pppoe"},
+                 {"set pppoe 1", 1, "user=you", 400, "get pppoe clean set pppoe 1"}});
+}
+
 }  // namespace
 }  // namespace camera::test
