@@ -1,48 +1,25 @@
 // ddns.cgi: the dynamic DNS client.
 #include "platform/records/ddns.h"
 #include "handlers/device/network_clients.h"
-#include "handlers/transaction.h"
+#include "handlers/record_cgilet.h"
 
-class DDNSCgilet final : public InfCgilet {
- public:
-  void onLoad() override {
-    status = 500;
-    if (cam_get_ddns(&ddns_) == 0) status = 200;
+class DDNSCgilet final : public camera::RecordCgilet<_ddns_setting, cam_get_ddns, cam_set_ddns, 1> {
+  camera::ParamTable& params() override { return params_; }
+
+  bool isConsistent() override {
+    return camera::canRun(params_, "ddns", record_.enable,
+                          {{"provider", record_.provider},
+                           {"host", record_.host},
+                           {"user", record_.user},
+                           {"pass", record_.password}});
   }
 
-  void onApply() override {
-    if (status != 200) return;
-    status = 400;
-    if (!params_.check(*this)) return;
-    params_.merge();
-    if (!camera::canRun(params_, "ddns", ddns_.enable,
-                        {{"provider", ddns_.provider},
-                         {"host", ddns_.host},
-                         {"user", ddns_.user},
-                         {"pass", ddns_.password}})) {
-      return;
-    }
-    status = changed_ ? camera::store(cam_set_ddns, ddns_, 1) : 200;
-  }
-
-  void onReply() override {
-    if (status != 200) {
-      infFail(status);
-      return;
-    }
-    params_.reply(*this);
-    infOK();
-  }
-
- private:
-  _ddns_setting ddns_;
-  bool changed_ = false;
   camera::ParamTable params_{{
-      camera::choiceParam("ddns", camera::kOffOn).into(ddns_.enable, changed_),
-      camera::choiceParam("provider", camera::kDdnsProviders).into(ddns_.provider, changed_),
-      camera::ddnsHostParam("host").into(ddns_.host, changed_),
-      camera::ddnsAccountParam("user").into(ddns_.user, changed_),
-      camera::ddnsAccountParam("pass").into(ddns_.password, changed_),
+      camera::choiceParam("ddns", camera::kOffOn).into(record_.enable, changed_),
+      camera::choiceParam("provider", camera::kDdnsProviders).into(record_.provider, changed_),
+      camera::ddnsHostParam("host").into(record_.host, changed_),
+      camera::ddnsAccountParam("user").into(record_.user, changed_),
+      camera::ddnsAccountParam("pass").into(record_.password, changed_),
   }};
 };
 

@@ -1,40 +1,19 @@
 // pppoe.cgi: the PPPoE dial-up client.
 #include "platform/records/pppoe.h"
 #include "handlers/device/network_clients.h"
-#include "handlers/transaction.h"
+#include "handlers/record_cgilet.h"
 
-class PPPoECgilet final : public InfCgilet {
- public:
-  void onLoad() override {
-    status = 500;
-    if (cam_get_pppoe(&pppoe_) == 0) status = 200;
+class PPPoECgilet final : public camera::RecordCgilet<_pppoe_setting, cam_get_pppoe, cam_set_pppoe, 1> {
+  camera::ParamTable& params() override { return params_; }
+
+  bool isConsistent() override {
+    return camera::canRun(params_, "pppoe", record_.enable, {{"user", record_.user}});
   }
 
-  void onApply() override {
-    if (status != 200) return;
-    status = 400;
-    if (!params_.check(*this)) return;
-    params_.merge();
-    if (!camera::canRun(params_, "pppoe", pppoe_.enable, {{"user", pppoe_.user}})) return;
-    status = changed_ ? camera::store(cam_set_pppoe, pppoe_, 1) : 200;
-  }
-
-  void onReply() override {
-    if (status != 200) {
-      infFail(status);
-      return;
-    }
-    params_.reply(*this);
-    infOK();
-  }
-
- private:
-  _pppoe_setting pppoe_;
-  bool changed_ = false;
   camera::ParamTable params_{{
-      camera::choiceParam("pppoe", camera::kOffOn).into(pppoe_.enable, changed_),
-      camera::pppoeUserParam("user").into(pppoe_.user, changed_),
-      camera::pppoePassParam("pass").into(pppoe_.password, changed_),
+      camera::choiceParam("pppoe", camera::kOffOn).into(record_.enable, changed_),
+      camera::pppoeUserParam("user").into(record_.user, changed_),
+      camera::pppoePassParam("pass").into(record_.password, changed_),
   }};
 };
 
