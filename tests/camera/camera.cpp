@@ -153,7 +153,9 @@ Command Camera::sandbox(const std::string& program) const {
 void Camera::boot() {
   const std::string out = folder_ / "boot.out";
   std::filesystem::remove(out);
-  boot_ = start(sandbox("boot"), "/dev/null", out, folder_ / "boot.err");
+  Command command{"setpriv", "--pdeathsig", "TERM"};  // a test that crashes leaves no camera behind
+  for (const std::string& word : sandbox("boot")) command.push_back(word);
+  boot_ = start(command, "/dev/null", out, folder_ / "boot.err");
   check(within(kBootSeconds, [&] { return readFile(out).find(kAnnouncement) != out.npos; }),
         "it does not start: " + readFile(out) + readFile(folder_ / "boot.err"));
 }
