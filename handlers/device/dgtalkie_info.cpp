@@ -1,20 +1,11 @@
 // dgtalkie_info.cgi: that the camera knows dgtalkie, and the codes of it that it supports.
-#include "framework/cgilet.h"
+#include "handlers/read_only_cgilet.h"
 
-class DgtalkieInfoCgilet final : public InfCgilet {
- public:
-  void onLoad() override { status = 200; }
-
-  void onApply() override { status = 400; }
-
-  void onReply() override {
-    if (status != 200) {
-      infFail(status);
-      return;
-    }
+class DgtalkieInfoCgilet final : public camera::ReadOnlyCgilet {
+  int answer() override {
     pair("dgtalkie", "yes");
     pair("supports", "0x01,0x02,0x03,0x04,0x05,0x06");
-    infOK();
+    return 200;
   }
 };
 

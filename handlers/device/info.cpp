@@ -5,9 +5,10 @@
 #include <iterator>
 
 #include "framework/param_table.h"
+#include "handlers/product.h"
+#include "handlers/read_only_cgilet.h"
 #include "platform/cam.h"
 #include "platform/if_info.h"
-#include "platform/pib.h"
 #include "platform/records/gpio.h"
 #include "platform/records/host.h"
 #include "platform/records/system.h"
@@ -37,23 +38,13 @@ std::string dotted(in_addr address) {
 
 }  // namespace
 
-class InfoCgilet final : public InfCgilet {
- public:
-  void onLoad() override { status = 200; }
-
-  void onApply() override { status = 400; }
-
-  void onReply() override {
-    if (status == 200 && !(readSettings() && findInterface() && readProduct())) status = 500;
-    if (status != 200) {
-      infFail(status);
-      return;
-    }
+class InfoCgilet final : public camera::ReadOnlyCgilet {
+  int answer() override {
+    if (!readSettings() || !findInterface() || !camera::readProduct(product_)) return 500;
     replyFeatures();
-    infOK();
+    return 200;
   }
 
- private:
   bool readSettings() {
     _gpio_setting gpio;  // nothing of it is reported, but a camera whose store fails is not well
     return cam_get_system(&system_) == 0 && cam_get_host(&host_) == 0 && cam_get_gpio(&gpio) == 0;
@@ -62,15 +53,6 @@ class InfoCgilet final : public InfCgilet {
   bool findInterface() {
     return std::any_of(std::begin(kInterfaces), std::end(kInterfaces),
                        [this](const char* name) { return GetActiveIFInfo(name, &interface_); });
-  }
-
-  bool readProduct() {
-    try {
-      product_.init();
-    } catch (const PIBError&) {
-      return false;
-    }
-    return true;
   }
 
   void replyFeatures() {

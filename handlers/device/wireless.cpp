@@ -3,8 +3,8 @@
 
 #include "framework/param_table.h"
 #include "handlers/device/wireless_keys.h"
+#include "handlers/product.h"
 #include "handlers/transaction.h"
-#include "platform/pib.h"
 #include "platform/records/wireless.h"
 
 namespace {
@@ -104,13 +104,9 @@ class WirelessCgilet final : public InfCgilet {
  public:
   void onLoad() override {
     status = 500;
-    try {
-      PIB product;
-      product.init();
-      channels_ = channelPattern(product.getRegion());
-    } catch (const PIBError&) {
-      return;
-    }
+    PIB product;
+    if (!camera::readProduct(product)) return;
+    channels_ = channelPattern(product.getRegion());
     if (cam_get_wireless(&wireless_) == 0) status = 200;
   }
 

@@ -1,20 +1,11 @@
 // wlansignal.cgi: the signal of the wireless network that the camera is connected to.
-#include "framework/cgilet.h"
+#include "handlers/read_only_cgilet.h"
 #include "platform/cam.h"
 
-class WlanSignalCgilet final : public InfCgilet {
- public:
-  void onLoad() override { status = 200; }
-
-  void onApply() override { status = 400; }
-
-  void onReply() override {
-    if (status != 200) {
-      infFail(status);
-      return;
-    }
+class WlanSignalCgilet final : public camera::ReadOnlyCgilet {
+  int answer() override {
     pair("signal", cam_get_wireless_rssi());
-    infOK();
+    return 200;
   }
 };
 

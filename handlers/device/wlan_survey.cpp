@@ -1,8 +1,8 @@
 // wlansurvey.cgi: the wireless networks that the camera can hear.
 #include <string_view>
 
-#include "framework/cgilet.h"
-#include "platform/pib.h"
+#include "handlers/product.h"
+#include "handlers/read_only_cgilet.h"
 #include "platform/site_survey.h"
 
 namespace {
@@ -51,33 +51,22 @@ int quality(int rssi) {
 
 }  // namespace
 
-class WlanSurveyCgilet final : public InfCgilet {
+class WlanSurveyCgilet final : public camera::ReadOnlyCgilet {
  public:
   void onLoad() override {
     status = 500;
-    try {
-      PIB product;
-      product.init();
-      status = product.probeWireless() ? 200 : 404;
-    } catch (const PIBError&) {
-      return;
-    }
-  }
-
-  void onApply() override { status = 400; }
-
-  void onReply() override {
-    if (status != 200) {
-      infFail(status);
-      return;
-    }
-    sitelist* sites = dumpSites(nullptr);
-    for (const sitelist* site = sites; site != nullptr; site = site->next) replySite(*site);
-    ClearQueue(sites);
-    infOK();
+    PIB product;
+    if (camera::readProduct(product)) status = product.probeWireless() ? 200 : 404;
   }
 
  private:
+  int answer() override {
+    sitelist* sites = dumpSites(nullptr);
+    for (const sitelist* site = sites; site != nullptr; site = site->next) replySite(*site);
+    ClearQueue(sites);
+    return 200;
+  }
+
   void replySite(const sitelist& site) {
     const char* auth = authWord(site);
     const char* encryption = encryptionWord(site);
