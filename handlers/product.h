@@ -1,7 +1,7 @@
 // The product information, for endpoints that answer 500 where it cannot be read.
 #pragma once
 
-#include "platform/pib.h"
+#include "platform/product/pib.h"
 
 namespace camera {
 

@@ -1,7 +1,7 @@
 // The settings transaction of one request: writes in order, then the actions of all of them.
 #pragma once
 
-#include "platform/cam.h"
+#include "platform/store/cam.h"
 
 namespace camera {
 

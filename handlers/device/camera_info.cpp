@@ -1,6 +1,6 @@
 // camera_info.cgi: the names that the user gives the camera.
 #include "handlers/record_cgilet.h"
-#include "platform/records/host.h"
+#include "platform/store/records/host.h"
 
 class CameraInfoCgilet final : public camera::RecordCgilet<_host_setting, cam_get_host, cam_set_host, 0> {
   camera::ParamTable& params() override { return params_; }

@@ -4,12 +4,12 @@
 #include "framework/cgilet.h"
 #include "framework/value_tables.h"
 #include "handlers/transaction.h"
-#include "platform/calendar.h"
-#include "platform/clock.h"
-#include "platform/records/curtime.h"
-#include "platform/records/ntp.h"
-#include "platform/records/tzone.h"
-#include "platform/time_zones.h"
+#include "platform/clock/calendar.h"
+#include "platform/clock/clock.h"
+#include "platform/clock/time_zones.h"
+#include "platform/store/records/curtime.h"
+#include "platform/store/records/ntp.h"
+#include "platform/store/records/tzone.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // ddns.cgi: the dynamic DNS client.
-#include "platform/records/ddns.h"
+#include "platform/store/records/ddns.h"
 #include "handlers/device/network_clients.h"
 #include "handlers/record_cgilet.h"
 

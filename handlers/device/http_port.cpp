@@ -1,8 +1,8 @@
 // httpport.cgi: the TCP port of the camera's HTTP server.
 #include "framework/cgilet.h"
 #include "handlers/transaction.h"
-#include "platform/records/httpsvr.h"
-#include "platform/records/rtspsvr.h"
+#include "platform/store/records/httpsvr.h"
+#include "platform/store/records/rtspsvr.h"
 
 namespace {
 

@@ -7,11 +7,11 @@
 #include "framework/param_table.h"
 #include "handlers/product.h"
 #include "handlers/read_only_cgilet.h"
-#include "platform/cam.h"
-#include "platform/if_info.h"
-#include "platform/records/gpio.h"
-#include "platform/records/host.h"
-#include "platform/records/system.h"
+#include "platform/network/if_info.h"
+#include "platform/store/cam.h"
+#include "platform/store/records/gpio.h"
+#include "platform/store/records/host.h"
+#include "platform/store/records/system.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // network.cgi: how the camera is reached over its wired network: addresses, PPPoE, dynamic DNS, ports, UPnP.
 #include "handlers/device/network_clients.h"
 #include "handlers/transaction.h"
-#include "platform/records/ddns.h"
-#include "platform/records/httpsvr.h"
-#include "platform/records/lan.h"
-#include "platform/records/pppoe.h"
-#include "platform/records/rtspsvr.h"
-#include "platform/records/upnp.h"
+#include "platform/store/records/ddns.h"
+#include "platform/store/records/httpsvr.h"
+#include "platform/store/records/lan.h"
+#include "platform/store/records/pppoe.h"
+#include "platform/store/records/rtspsvr.h"
+#include "platform/store/records/upnp.h"
 
 namespace {
 

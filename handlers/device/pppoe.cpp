@@ -1,5 +1,5 @@
 // pppoe.cgi: the PPPoE dial-up client.
-#include "platform/records/pppoe.h"
+#include "platform/store/records/pppoe.h"
 #include "handlers/device/network_clients.h"
 #include "handlers/record_cgilet.h"
 

@@ -5,7 +5,7 @@
 #include "handlers/device/wireless_keys.h"
 #include "handlers/product.h"
 #include "handlers/transaction.h"
-#include "platform/records/wireless.h"
+#include "platform/store/records/wireless.h"
 
 namespace {
 

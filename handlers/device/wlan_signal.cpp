@@ -1,6 +1,6 @@
 // wlansignal.cgi: the signal of the wireless network that the camera is connected to.
 #include "handlers/read_only_cgilet.h"
-#include "platform/cam.h"
+#include "platform/store/cam.h"
 
 class WlanSignalCgilet final : public camera::ReadOnlyCgilet {
   int answer() override {

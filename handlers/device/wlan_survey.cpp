@@ -3,7 +3,7 @@
 
 #include "handlers/product.h"
 #include "handlers/read_only_cgilet.h"
-#include "platform/site_survey.h"
+#include "platform/network/site_survey.h"
 
 namespace {
 

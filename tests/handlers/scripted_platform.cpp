@@ -12,11 +12,11 @@
 
 #include "framework/cgi_table.h"
 #include "framework/cgilet.h"
-#include "platform/cam.h"
-#include "platform/clock.h"
+#include "platform/clock/clock.h"
 #include "platform/log.h"
-#include "platform/product_file.h"
-#include "platform/record_text.h"
+#include "platform/product/pib.h"
+#include "platform/store/cam.h"
+#include "platform/store/record_text.h"
 #include "tests/support/cgi_run.h"
 
 namespace camera::test {
@@ -187,9 +187,16 @@ void ClearQueue(sitelist* list) {
   camera::test::scripted().calls.emplace_back(whole ? "get freed" : "freed what it did not get");
 }
 
-bool camera::readProductFile(std::string* text) {
-  *text = camera::test::scripted().productInfo;
-  return !camera::test::scripted().productFails;
+int PIB::init() {
+  if (camera::test::scripted().productFails) throw PIBError();
+  parse(camera::test::scripted().productInfo);
+  return 0;
+}
+
+int check_extra_modules(const char* name) {
+  PIB product;
+  product.init();
+  return product.hasModule(name) ? 1 : 0;
 }
 
 // Takes the place of libc's: no command of an endpoint ever runs on the machine that tests it.

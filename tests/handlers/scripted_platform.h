@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/if_info.h"
-#include "platform/record.h"
-#include "platform/site_survey.h"
+#include "platform/network/if_info.h"
+#include "platform/network/site_survey.h"
+#include "platform/store/record.h"
 
 namespace camera::test {
 

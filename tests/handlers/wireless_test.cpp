@@ -5,7 +5,7 @@
 #include <cstring>
 #include <optional>
 
-#include "platform/records/wireless.h"
+#include "platform/store/records/wireless.h"
 #include "tests/handlers/scripted_platform.h"
 
 namespace camera::test {

@@ -1,5 +1,5 @@
 // Action programs: which run, in what order, in what surroundings, and how long they are waited for.
-#include "platform/actions.h"
+#include "platform/store/actions.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>

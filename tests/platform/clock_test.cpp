@@ -1,15 +1,15 @@
 // The camera's clock: the time zones, and that it shows what it was set to, in each of them.
-#include "platform/clock.h"
+#include "platform/clock/clock.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
 
-#include "platform/records/curtime.h"
-#include "platform/records/tzone.h"
-#include "platform/settings_store.h"
-#include "platform/time_zones.h"
+#include "platform/clock/time_zones.h"
+#include "platform/store/records/curtime.h"
+#include "platform/store/records/tzone.h"
+#include "platform/store/settings_store.h"
 #include "tests/platform/memory_disk.h"
 
 namespace camera::test {

@@ -1,5 +1,5 @@
 // Network interfaces: which are active as the kernel says, and which gateway the routing table names.
-#include "platform/if_info.h"
+#include "platform/network/if_info.h"
 
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 
 #include <bit>
 
-#include "platform/product_file.h"
+#include "platform/product/pib.h"
 
 namespace {
 
@@ -88,7 +88,7 @@ TEST(DefaultGateway, IsThatOfTheLowestMetric) {
 }  // namespace
 
 // Takes the place of the one that reads the camera's file.
-bool camera::readProductFile(std::string* text) {
-  *text = product;
-  return true;
+int PIB::init() {
+  parse(product);
+  return 0;
 }

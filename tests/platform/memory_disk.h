@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/store_files.h"
+#include "platform/store/store_files.h"
 
 namespace camera::test {
 

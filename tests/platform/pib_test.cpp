@@ -1,5 +1,5 @@
 // Product information: which texts are read, as what, and which are refused.
-#include "platform/pib.h"
+#include "platform/product/pib.h"
 
 #include <gtest/gtest.h>
 

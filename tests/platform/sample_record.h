@@ -1,7 +1,7 @@
 // A record with a field of every kind, in two versions, and the records that go with it in the store's tests.
 #pragma once
 
-#include "platform/record.h"
+#include "platform/store/record.h"
 
 namespace camera::test {
 

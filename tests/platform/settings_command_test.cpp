@@ -1,5 +1,5 @@
 // camera-settings: what its verbs print, store and refuse.
-#include "platform/settings_command.h"
+#include "platform/store/settings_command.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The settings store: its file, its failures, its crashes, and what two processes do to one record.
-#include "platform/settings_store.h"
+#include "platform/store/settings_store.h"
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -10,8 +10,8 @@
 #include <cstring>
 #include <functional>
 
-#include "platform/records/httpsvr.h"
-#include "platform/records/lan.h"
+#include "platform/store/records/httpsvr.h"
+#include "platform/store/records/lan.h"
 #include "tests/platform/memory_disk.h"
 #include "tests/platform/sample_record.h"
 #include "tests/platform/temporary_folder.h"

@@ -1,5 +1,5 @@
 // The site survey and the signal: which lines of the driver's files are networks.
-#include "platform/site_survey.h"
+#include "platform/network/site_survey.h"
 
 #include <gtest/gtest.h>
 

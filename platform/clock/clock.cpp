@@ -1,0 +1,80 @@
+// The camera's clock over a settings store: reading it, setting it, and applying the stored time zone.
+#include "platform/clock/clock.h"
+
+#include <algorithm>
+
+#include "platform/clock/calendar.h"
+#include "platform/clock/time_zones.h"
+#include "platform/store/records/curtime.h"
+#include "platform/store/records/tzone.h"
+#include "platform/store/settings_store.h"
+
+namespace camera {
+namespace {
+
+constexpr std::int64_t kDay = 86400;
+
+// The zone that was applied last; UTC before that.
+LocalZone appliedZone{};
+
+std::int64_t offsetOf(const _curtime_setting& setting) {
+  return setting.offset_days * kDay + setting.offset_seconds;
+}
+
+std::int64_t zoneOffset(std::int64_t instant) {
+  return offsetAt(appliedZone, instant);
+}
+
+// The instant at which the zone shows that local time, given as if it were UTC. A larger offset is an earlier
+// instant; a time that is skipped is one of before the change, when the offset was the smaller.
+std::int64_t instantOf(std::int64_t wall) {
+  const auto [smaller, larger] =
+      std::minmax({appliedZone.standard, appliedZone.standard + appliedZone.saving});
+  return wall - (zoneOffset(wall - larger) == larger ? larger : smaller);
+}
+
+}  // namespace
+
+StoreResult applyTimeZone(SettingsStore& store) {
+  _tzone_setting zone{};
+  zone.timezone = kUtcTimeZone;
+  const StoreResult result = store.peek(tzoneRecord, &zone);
+  appliedZone = localZone(zone);
+  return result;
+}
+
+std::int64_t cameraTime(SettingsStore& store, std::int64_t systemTime) {
+  _curtime_setting stored;
+  const bool known = store.peek(curtimeRecord, &stored) == StoreResult::kDone;
+  return systemTime + (known ? offsetOf(stored) : 0);
+}
+
+StoreResult readClock(SettingsStore& store, std::int64_t systemTime, _curtime_setting* record) {
+  _curtime_setting setting;
+  StoreResult result = store.peek(curtimeRecord, &setting);
+  if (result == StoreResult::kDone) result = applyTimeZone(store);
+  if (result != StoreResult::kDone) return result;
+  const std::int64_t instant = systemTime + offsetOf(setting);
+  const CivilTime local = civilTime(instant + zoneOffset(instant));
+  setting.year = local.year;
+  setting.month = local.month;
+  setting.day = local.day;
+  setting.hour = local.hour;
+  setting.minute = local.minute;
+  setting.second = local.second;
+  *record = setting;
+  return result;
+}
+
+StoreResult setClock(SettingsStore& store, std::int64_t systemTime, const _curtime_setting& record) {
+  const CivilTime wall{record.year, record.month, record.day, record.hour, record.minute, record.second};
+  if (!isCivilTime(wall)) return StoreResult::kRefused;
+  if (const StoreResult result = applyTimeZone(store); result != StoreResult::kDone) return result;
+  const std::int64_t offset = instantOf(secondsOf(wall)) - systemTime;
+  _curtime_setting setting{};
+  setting.offset_days = static_cast<std::int32_t>(offset / kDay);
+  setting.offset_seconds = static_cast<std::int32_t>(offset % kDay);
+  return store.write(curtimeRecord, &setting);
+}
+
+}  // namespace camera

@@ -1,0 +1,27 @@
+// Description of the record: the digital input and output settings record.
+#include "platform/store/records/gpio.h"
+
+#include "platform/store/record.h"
+
+namespace camera {
+namespace {
+
+constexpr _gpio_setting kDefaults{.pir = 0, .reserved = {}};
+
+constexpr Field kFields[] = {
+    CAMERA_BOUNDED(_gpio_setting, pir, 0, 1),
+    CAMERA_RESERVED(_gpio_setting, reserved),
+};
+static_assert(describe::tiles(kFields, sizeof(_gpio_setting)));
+
+}  // namespace
+
+constexpr RecordInfo gpioRecord{.name = "gpio",
+                                .version = 1,
+                                .size = sizeof(_gpio_setting),
+                                .fields = kFields,
+                                .defaults = &kDefaults,
+                                .whole = false,
+                                .linked = 0};
+
+}  // namespace camera

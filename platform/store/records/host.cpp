@@ -1,0 +1,27 @@
+// Description of the record: the names that the user gave the camera.
+#include "platform/store/records/host.h"
+
+#include "platform/store/record.h"
+
+namespace camera {
+namespace {
+
+constexpr _host_setting kDefaults{.name = "Camera", .location = ""};
+
+constexpr Field kFields[] = {
+    CAMERA_BOUNDED(_host_setting, name, 1, 36),
+    CAMERA_BOUNDED(_host_setting, location, 0, 60),
+};
+static_assert(describe::tiles(kFields, sizeof(_host_setting)));
+
+}  // namespace
+
+constexpr RecordInfo hostRecord{.name = "host",
+                                .version = 1,
+                                .size = sizeof(_host_setting),
+                                .fields = kFields,
+                                .defaults = &kDefaults,
+                                .whole = false,
+                                .linked = 0};
+
+}  // namespace camera

@@ -1,0 +1,32 @@
+// Description of the RTSP server's settings record.
+#include "platform/store/records/rtspsvr.h"
+
+#include "platform/store/record.h"
+
+namespace camera {
+namespace {
+
+constexpr _rtspsvr_setting kDefaults{.reserved0 = {},
+                                     .rtsp_port = 554,
+                                     .reserved1 = 0,
+                                     .urlentry = {"live1", "live2", "live3", "live4"},
+                                     .reserved2 = {}};
+
+constexpr Field kFields[] = {
+    CAMERA_RESERVED(_rtspsvr_setting, reserved0), CAMERA_BOUNDED(_rtspsvr_setting, rtsp_port, 1, 65535),
+    CAMERA_RESERVED(_rtspsvr_setting, reserved1), CAMERA_BOUNDED(_rtspsvr_setting, urlentry, 1, 15),
+    CAMERA_RESERVED(_rtspsvr_setting, reserved2),
+};
+static_assert(describe::tiles(kFields, sizeof(_rtspsvr_setting)));
+
+}  // namespace
+
+constexpr RecordInfo rtspsvrRecord{.name = "rtspsvr",
+                                   .version = 1,
+                                   .size = sizeof(_rtspsvr_setting),
+                                   .fields = kFields,
+                                   .defaults = &kDefaults,
+                                   .whole = false,
+                                   .linked = recordBit(RecordIndex::httpsvr)};
+
+}  // namespace camera

@@ -1,0 +1,23 @@
+// The command line of the settings store: list, get, set, reset, backup, restore and route.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/store/settings_store.h"
+
+namespace camera {
+
+struct CommandStreams {
+  int input;           // a descriptor; only restore reads it
+  std::string output;  // what belongs on standard output
+  std::string error;   // without a line end
+};
+
+// Runs the verb that the arguments begin with. Returns the exit status: 0 done, 1 refused or unknown, 2
+// failed.
+int runSettingsCommand(SettingsStore& store, std::span<const std::string_view> arguments,
+                       CommandStreams* streams);
+
+}  // namespace camera

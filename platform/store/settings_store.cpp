@@ -1,0 +1,259 @@
+// The settings store: records in files, replaced atomically, and merged where two processes change one
+// record.
+#include "platform/store/settings_store.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include "platform/log.h"
+#include "platform/store/record_fields.h"
+
+namespace camera {
+namespace {
+
+// One for the whole store, so that whoever writes next clears what a killed process left.
+constexpr char kTemporary[] = ".new";
+
+// The header, little-endian: magic, format version, record version, payload length, CRC-32 of the payload.
+constexpr std::size_t kHeaderSize = 16;
+constexpr char kMagic[] = {'C', 'S', 'E', 'T'};
+constexpr std::uint16_t kFormatVersion = 1;
+enum HeaderOffset : std::size_t { kFormatAt = 4, kVersionAt = 6, kLengthAt = 8, kCrcAt = 12 };
+
+template <class Number>
+void putNumber(std::uint8_t* to, Number number) {
+  for (std::size_t i = 0; i < sizeof number; ++i) to[i] = static_cast<std::uint8_t>(number >> 8 * i);
+}
+
+template <class Number>
+Number getNumber(const std::uint8_t* from) {
+  Number number = 0;
+  for (std::size_t i = 0; i < sizeof number; ++i)
+    number = static_cast<Number>(number | Number{from[i]} << 8 * i);
+  return number;
+}
+
+// The CRC-32 of IEEE 802.3, four bits at a time: a table of 64 bytes instead of a kilobyte.
+std::uint32_t crc32(std::span<const std::uint8_t> bytes) {
+  static constexpr std::uint32_t kNibbles[16] = {
+      0x00000000, 0x1DB71064, 0x3B6E20C8, 0x26D930AC, 0x76DC4190, 0x6B6B51F4, 0x4DB26158, 0x5005713C,
+      0xEDB88320, 0xF00F9344, 0xD6D6A3E8, 0xCB61B38C, 0x9B64C2B0, 0x86D3D2D4, 0xA00AE278, 0xBDBDF21C,
+  };
+  std::uint32_t crc = ~std::uint32_t{0};
+  for (const std::uint8_t byte : bytes) {
+    crc ^= byte;
+    crc = crc >> 4 ^ kNibbles[crc & 15];
+    crc = crc >> 4 ^ kNibbles[crc & 15];
+  }
+  return ~crc;
+}
+
+// Takes the record out of a file, its missing tail from the defaults. Returns what is wrong, empty when
+// nothing.
+std::string decode(const RecordInfo& info, std::span<const std::uint8_t> file,
+                   std::vector<std::uint8_t>* record) {
+  if (file.size() < kHeaderSize) return "wrong size";
+  if (!std::equal(std::begin(kMagic), std::end(kMagic), file.begin())) return "corrupt: no settings file";
+  if (getNumber<std::uint16_t>(&file[kFormatAt]) != kFormatVersion) return "corrupt: unknown format";
+  const auto version = getNumber<std::uint16_t>(&file[kVersionAt]);
+  if (version > info.version) return "of a newer version";
+
+  const std::span<const std::uint8_t> payload = file.subspan(kHeaderSize);
+  const bool older = version < info.version;
+  const bool fits = older ? payload.size() < info.size : payload.size() == info.size;
+  if (!fits || getNumber<std::uint32_t>(&file[kLengthAt]) != payload.size()) return "wrong size";
+  if (getNumber<std::uint32_t>(&file[kCrcAt]) != crc32(payload)) return "corrupt: checksum";
+
+  const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
+  record->assign(defaults, defaults + info.size);
+  std::copy(payload.begin(), payload.end(), record->begin());
+  const std::string invalid = firstInvalid(info, record->data());
+  return invalid.empty() ? "" : "corrupt: " + invalid;
+}
+
+std::vector<std::uint8_t> encode(const RecordInfo& info, const std::vector<std::uint8_t>& record) {
+  std::vector<std::uint8_t> file(kHeaderSize);
+  std::copy(std::begin(kMagic), std::end(kMagic), file.begin());
+  putNumber(&file[kFormatAt], kFormatVersion);
+  putNumber(&file[kVersionAt], info.version);
+  putNumber(&file[kLengthAt], static_cast<std::uint32_t>(record.size()));
+  putNumber(&file[kCrcAt], crc32(record));
+  file.insert(file.end(), record.begin(), record.end());
+  return file;
+}
+
+// Copies the elements in which wanted differs from base, all of them without a base.
+void merge(const RecordInfo& info, const std::uint8_t* base, const std::uint8_t* wanted,
+           std::uint8_t* stored) {
+  forEachElement(info, [&](const Field& field, unsigned, std::size_t offset) {
+    if (base != nullptr && sameElement(field, base + offset, wanted + offset)) return;
+    copyElement(field, stored + offset, wanted + offset);
+  });
+}
+
+}  // namespace
+
+class SettingsStore::Lock {
+ public:
+  explicit Lock(StoreFiles& files) : files_(files), error_(files.lock()) {}
+  ~Lock() {
+    if (error_ == 0) files_.unlock();
+  }
+  Lock(const Lock&) = delete;
+  Lock& operator=(const Lock&) = delete;
+  int error() const { return error_; }
+
+ private:
+  StoreFiles& files_;
+  int error_;
+};
+
+StoreResult SettingsStore::read(const RecordInfo& info, void* record) {
+  Bytes stored;
+  const StoreResult result = load(info, &stored);
+  if (result != StoreResult::kDone) return result;
+  std::memcpy(record, stored.data(), info.size);
+  remember(info, stored, stored);
+  return result;
+}
+
+StoreResult SettingsStore::peek(const RecordInfo& info, void* record) {
+  Bytes stored;
+  const StoreResult result = load(info, &stored);
+  if (result == StoreResult::kDone) std::memcpy(record, stored.data(), info.size);
+  return result;
+}
+
+StoreResult SettingsStore::write(const RecordInfo& info, const void* record) {
+  // What is valid field by field is so after the merge with a valid record as well.
+  if (const std::string invalid = firstInvalid(info, record); !invalid.empty()) {
+    return refuse(info, invalid + " is outside its bounds");
+  }
+  const Lock lock(files_);
+  Bytes stored;
+  StoreResult result = begin(lock);
+  if (result == StoreResult::kDone) result = checkLinked(info);
+  if (result == StoreResult::kDone) result = load(info, &stored);
+  if (result != StoreResult::kDone) return result;
+
+  const Known* before = known(info);
+  if (info.whole && before != nullptr && before->stored != stored) return refuse(info, "changed meanwhile");
+  const auto* wanted = static_cast<const std::uint8_t*>(record);
+  Bytes merged = stored;
+  merge(info, before == nullptr ? nullptr : before->held.data(), wanted, merged.data());
+  if (merged != stored) {
+    result = replace(info, merged);
+    if (result != StoreResult::kDone) return result;
+  }
+  return settle(info, Bytes(wanted, wanted + info.size), std::move(merged));
+}
+
+StoreResult SettingsStore::overwrite(const RecordInfo& info, const void* record) {
+  if (const std::string invalid = firstInvalid(info, record); !invalid.empty()) {
+    return refuse(info, invalid + " is outside its bounds");
+  }
+  const Lock lock(files_);
+  StoreResult result = begin(lock);
+  if (result != StoreResult::kDone) return result;
+  Bytes whole(info.size);
+  merge(info, nullptr, static_cast<const std::uint8_t*>(record), whole.data());
+  result = replace(info, whole);
+  return result == StoreResult::kDone ? settle(info, whole, whole) : result;
+}
+
+StoreResult SettingsStore::reset(const RecordInfo& info) {
+  const Lock lock(files_);
+  const StoreResult result = begin(lock);
+  if (result != StoreResult::kDone) return result;
+  const int error = files_.remove(info.name);
+  if (error != 0 && error != ENOENT) return fail(info.name, error);
+  const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
+  const Bytes record(defaults, defaults + info.size);
+  return settle(info, record, record);
+}
+
+StoreResult SettingsStore::begin(const Lock& lock) {
+  if (lock.error() != 0) return fail("", lock.error());
+  const int error = files_.remove(kTemporary);
+  return error == 0 || error == ENOENT ? StoreResult::kDone : fail(kTemporary, error);
+}
+
+StoreResult SettingsStore::load(const RecordInfo& info, Bytes* record) {
+  Bytes file(kHeaderSize + info.size + 1);  // one byte more, so that a file that is too long is seen
+  std::size_t length = 0;
+  const int error = files_.read(info.name, file.data(), file.size(), &length);
+  if (error == ENOENT) {
+    const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
+    record->assign(defaults, defaults + info.size);
+    return StoreResult::kDone;
+  }
+  if (error != 0) return fail(info.name, error);
+  const std::string wrong = decode(info, std::span(file).first(length), record);
+  return wrong.empty() ? StoreResult::kDone : fail(info.name, wrong);
+}
+
+StoreResult SettingsStore::checkLinked(const RecordInfo& info) {
+  for (std::size_t i = 0; i < records_.size(); ++i) {
+    const Known* before = (info.linked >> i & 1) != 0 ? known(*records_[i]) : nullptr;
+    if (before == nullptr) continue;
+    Bytes stored;
+    if (const StoreResult result = load(*records_[i], &stored); result != StoreResult::kDone) return result;
+    if (before->stored != stored) return refuse(*records_[i], "changed meanwhile");
+  }
+  return StoreResult::kDone;
+}
+
+StoreResult SettingsStore::replace(const RecordInfo& info, const Bytes& record) {
+  const Bytes file = encode(info, record);
+  int error = files_.create(kTemporary);
+  if (error != 0) return fail(kTemporary, error);
+  error = files_.write(file.data(), file.size());
+  if (error == 0) error = files_.sync();
+  files_.close();
+  if (error == 0) error = files_.rename(kTemporary, info.name);
+  if (error == 0) return StoreResult::kDone;
+  files_.remove(kTemporary);
+  return fail(info.name, error);
+}
+
+// Also after a write that changed nothing: the process that made the change may have died before its sync.
+StoreResult SettingsStore::settle(const RecordInfo& info, Bytes held, Bytes stored) {
+  if (const int error = files_.syncFolder(); error != 0) return fail(info.name, error);
+  remember(info, std::move(held), std::move(stored));
+  return StoreResult::kDone;
+}
+
+const SettingsStore::Known* SettingsStore::known(const RecordInfo& info) const {
+  const auto found =
+      std::find_if(known_.begin(), known_.end(), [&](const Known& k) { return k.info == &info; });
+  return found == known_.end() ? nullptr : &*found;
+}
+
+void SettingsStore::remember(const RecordInfo& info, Bytes held, Bytes stored) {
+  Known now{&info, std::move(held), std::move(stored)};
+  for (Known& entry : known_) {
+    if (entry.info != &info) continue;
+    entry = std::move(now);
+    return;
+  }
+  known_.push_back(std::move(now));
+}
+
+StoreResult SettingsStore::refuse(const RecordInfo& info, const std::string& reason) {
+  fault_ = std::string(info.name) + ": " + reason;
+  return StoreResult::kRefused;
+}
+
+StoreResult SettingsStore::fail(const char* name, const std::string& reason) {
+  fault_ = files_.path(name) + ": " + reason;
+  dbg_log("settings: %s", fault_.c_str());
+  return StoreResult::kFailed;
+}
+
+StoreResult SettingsStore::fail(const char* name, int error) {
+  return fail(name, std::string(std::strerror(error)));
+}
+
+}  // namespace camera

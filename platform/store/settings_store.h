@@ -1,0 +1,76 @@
+// The settings store: records in files, replaced atomically, and merged where two processes change one
+// record.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/store/record.h"
+#include "platform/store/store_files.h"
+
+namespace camera {
+
+enum class StoreResult : int {
+  kDone = 0,
+  kRefused = 1,  // a text without an end, a value outside its bounds, or a decision on stale values
+  kFailed = 2,   // refused by the operating system, or the stored file is not what the store wrote
+};
+
+// One per process and not thread-safe: it remembers what this process knows of each record. Every record that
+// is read is validated. A file that cannot be read is never replaced but by reset.
+class SettingsStore {
+ public:
+  // The indexes in RecordInfo::linked are positions in records.
+  SettingsStore(StoreFiles& files, std::span<const RecordInfo* const> records)
+      : files_(files), records_(records) {}
+
+  // Fills the record with what is stored, or the factory defaults without a file. A failure leaves it
+  // untouched.
+  StoreResult read(const RecordInfo& info, void* record);
+  // The same, but the next write of the record does not count it as this process's last read.
+  StoreResult peek(const RecordInfo& info, void* record);
+
+  // Stores what differs from this process's last read or write of the record; all of it where there was none.
+  // Returns kDone only after the disk has it.
+  StoreResult write(const RecordInfo& info, const void* record);
+
+  // Stores the whole record, whatever the file holds and whoever changed it.
+  StoreResult overwrite(const RecordInfo& info, const void* record);
+
+  // Goes back to the factory defaults, whatever the file holds.
+  StoreResult reset(const RecordInfo& info);
+
+  // What the last refusal or failure was about: for a failure the file and why.
+  const std::string& fault() const { return fault_; }
+
+  std::span<const RecordInfo* const> records() const { return records_; }
+
+ private:
+  using Bytes = std::vector<std::uint8_t>;
+  struct Known {
+    const RecordInfo* info;
+    Bytes held;    // what the caller last read or wrote: from there on its changes count
+    Bytes stored;  // what was stored then, other processes' changes included: another content makes it stale
+  };
+  class Lock;
+
+  StoreResult begin(const Lock& lock);
+  StoreResult load(const RecordInfo& info, Bytes* record);
+  StoreResult checkLinked(const RecordInfo& info);
+  StoreResult replace(const RecordInfo& info, const Bytes& record);
+  StoreResult settle(const RecordInfo& info, Bytes held, Bytes stored);
+  const Known* known(const RecordInfo& info) const;
+  void remember(const RecordInfo& info, Bytes held, Bytes stored);
+  StoreResult refuse(const RecordInfo& info, const std::string& reason);
+  StoreResult fail(const char* name, const std::string& reason);
+  StoreResult fail(const char* name, int error);
+
+  StoreFiles& files_;
+  std::span<const RecordInfo* const> records_;
+  std::vector<Known> known_;
+  std::string fault_;
+};
+
+}  // namespace camera
