@@ -68,7 +68,7 @@ StoreResult readClock(SettingsStore& store, std::int64_t systemTime, _curtime_se
 
 StoreResult setClock(SettingsStore& store, std::int64_t systemTime, const _curtime_setting& record) {
   const CivilTime wall{record.year, record.month, record.day, record.hour, record.minute, record.second};
-  if (!isCivilTime(wall)) return StoreResult::kRefused;
+  if (!isCivilTime(wall)) return store.refuse(curtimeRecord, "no such date");
   if (const StoreResult result = applyTimeZone(store); result != StoreResult::kDone) return result;
   const std::int64_t offset = instantOf(secondsOf(wall)) - systemTime;
   _curtime_setting setting{};

@@ -27,10 +27,37 @@ static_assert(sizeof(_cam_actions) == 8);
 CAMERA_RECORDS(CAMERA_DECLARE_RECORD)
 #undef CAMERA_DECLARE_RECORD
 
+namespace camera {
+
+// The short name and the calls of a record, by its type, for code that is written once for all records.
+template <class Record>
+struct RecordCalls;
+#define CAMERA_RECORD_CALLS(record, type)           \
+  template <>                                       \
+  struct RecordCalls<type> {                        \
+    static constexpr const char* name = #record;    \
+    static constexpr auto* get = &cam_get_##record; \
+    static constexpr auto* set = &cam_set_##record; \
+  };
+CAMERA_RECORDS(CAMERA_RECORD_CALLS)
+#undef CAMERA_RECORD_CALLS
+
+}  // namespace camera
+
+// True when the last cam_set_ of this process was refused only because another process changed the record, or
+// one that it is linked to, since this process read it: read again, decided again, it may be stored.
+bool cam_overtaken();
+
+// Keeps other processes from writing from now on, so that what is read now is what a write finds; released by
+// cam_release, cam_work_actions and the end of the process. Where the store cannot be held, a write says so.
+void cam_hold();
+void cam_release();
+
 // Empties an actions record before a transaction.
 void cam_clean_actions(_cam_actions* actions);
 
 // Runs the action programs of the collected records, in record order, and waits for none longer than 10 s.
+// They may write the store, so it is released first.
 // A missing program is no failure. Returns the number of programs that were started.
 int cam_work_actions(_cam_actions* actions);
 

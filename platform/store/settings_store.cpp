@@ -97,9 +97,10 @@ void merge(const RecordInfo& info, const std::uint8_t* base, const std::uint8_t*
 
 class SettingsStore::Lock {
  public:
-  explicit Lock(StoreFiles& files) : files_(files), error_(files.lock()) {}
+  explicit Lock(SettingsStore& store)
+      : files_(store.files_), isHeld_(store.isHeld_), error_(isHeld_ ? 0 : files_.lock()) {}
   ~Lock() {
-    if (error_ == 0) files_.unlock();
+    if (error_ == 0 && !isHeld_) files_.unlock();
   }
   Lock(const Lock&) = delete;
   Lock& operator=(const Lock&) = delete;
@@ -107,6 +108,7 @@ class SettingsStore::Lock {
 
  private:
   StoreFiles& files_;
+  bool isHeld_;  // beyond this one
   int error_;
 };
 
@@ -129,9 +131,9 @@ StoreResult SettingsStore::peek(const RecordInfo& info, void* record) {
 StoreResult SettingsStore::write(const RecordInfo& info, const void* record) {
   // What is valid field by field is so after the merge with a valid record as well.
   if (const std::string invalid = firstInvalid(info, record); !invalid.empty()) {
-    return refuse(info, invalid + " is outside its bounds");
+    return refuseInvalid(info, invalid);
   }
-  const Lock lock(files_);
+  const Lock lock(*this);
   Bytes stored;
   StoreResult result = begin(lock);
   if (result == StoreResult::kDone) result = checkLinked(info);
@@ -139,7 +141,7 @@ StoreResult SettingsStore::write(const RecordInfo& info, const void* record) {
   if (result != StoreResult::kDone) return result;
 
   const Known* before = known(info);
-  if (info.whole && before != nullptr && before->stored != stored) return refuse(info, "changed meanwhile");
+  if (info.whole && before != nullptr && before->stored != stored) return refuseOvertaken(info);
   const auto* wanted = static_cast<const std::uint8_t*>(record);
   Bytes merged = stored;
   merge(info, before == nullptr ? nullptr : before->held.data(), wanted, merged.data());
@@ -152,9 +154,9 @@ StoreResult SettingsStore::write(const RecordInfo& info, const void* record) {
 
 StoreResult SettingsStore::overwrite(const RecordInfo& info, const void* record) {
   if (const std::string invalid = firstInvalid(info, record); !invalid.empty()) {
-    return refuse(info, invalid + " is outside its bounds");
+    return refuseInvalid(info, invalid);
   }
-  const Lock lock(files_);
+  const Lock lock(*this);
   StoreResult result = begin(lock);
   if (result != StoreResult::kDone) return result;
   Bytes whole(info.size);
@@ -164,7 +166,7 @@ StoreResult SettingsStore::overwrite(const RecordInfo& info, const void* record)
 }
 
 StoreResult SettingsStore::reset(const RecordInfo& info) {
-  const Lock lock(files_);
+  const Lock lock(*this);
   const StoreResult result = begin(lock);
   if (result != StoreResult::kDone) return result;
   const int error = files_.remove(info.name);
@@ -172,6 +174,15 @@ StoreResult SettingsStore::reset(const RecordInfo& info) {
   const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
   const Bytes record(defaults, defaults + info.size);
   return settle(info, record, record);
+}
+
+void SettingsStore::hold() {
+  if (!isHeld_) isHeld_ = files_.lock() == 0;
+}
+
+void SettingsStore::release() {
+  if (isHeld_) files_.unlock();
+  isHeld_ = false;
 }
 
 StoreResult SettingsStore::begin(const Lock& lock) {
@@ -200,7 +211,7 @@ StoreResult SettingsStore::checkLinked(const RecordInfo& info) {
     if (before == nullptr) continue;
     Bytes stored;
     if (const StoreResult result = load(*records_[i], &stored); result != StoreResult::kDone) return result;
-    if (before->stored != stored) return refuse(*records_[i], "changed meanwhile");
+    if (before->stored != stored) return refuseOvertaken(*records_[i]);
   }
   return StoreResult::kDone;
 }
@@ -241,9 +252,20 @@ void SettingsStore::remember(const RecordInfo& info, Bytes held, Bytes stored) {
   known_.push_back(std::move(now));
 }
 
-StoreResult SettingsStore::refuse(const RecordInfo& info, const std::string& reason) {
+StoreResult SettingsStore::refuse(const RecordInfo& info, const char* reason) {
   fault_ = std::string(info.name) + ": " + reason;
+  overtaken_ = false;
   return StoreResult::kRefused;
+}
+
+StoreResult SettingsStore::refuseInvalid(const RecordInfo& info, const std::string& field) {
+  return refuse(info, (field + " is outside its bounds").c_str());
+}
+
+StoreResult SettingsStore::refuseOvertaken(const RecordInfo& info) {
+  const StoreResult result = refuse(info, "changed meanwhile");
+  overtaken_ = true;
+  return result;
 }
 
 StoreResult SettingsStore::fail(const char* name, const std::string& reason) {

@@ -42,8 +42,19 @@ class SettingsStore {
   // Goes back to the factory defaults, whatever the file holds.
   StoreResult reset(const RecordInfo& info);
 
+  // Keeps other processes from writing until release or the end of this process, so that what is read from
+  // now on is what a write finds. Where the lock cannot be had, the next write says so.
+  void hold();
+  void release();
+
   // What the last refusal or failure was about: for a failure the file and why.
   const std::string& fault() const { return fault_; }
+  // Whether the last refusal came only because another process changed the record, or one that it is linked
+  // to, since this process read it.
+  bool overtaken() const { return overtaken_; }
+
+  // Refuses for a rule that is not the store's own. Returns kRefused.
+  StoreResult refuse(const RecordInfo& info, const char* reason);
 
   std::span<const RecordInfo* const> records() const { return records_; }
 
@@ -63,7 +74,8 @@ class SettingsStore {
   StoreResult settle(const RecordInfo& info, Bytes held, Bytes stored);
   const Known* known(const RecordInfo& info) const;
   void remember(const RecordInfo& info, Bytes held, Bytes stored);
-  StoreResult refuse(const RecordInfo& info, const std::string& reason);
+  StoreResult refuseOvertaken(const RecordInfo& info);
+  StoreResult refuseInvalid(const RecordInfo& info, const std::string& field);
   StoreResult fail(const char* name, const std::string& reason);
   StoreResult fail(const char* name, int error);
 
@@ -71,6 +83,8 @@ class SettingsStore {
   std::span<const RecordInfo* const> records_;
   std::vector<Known> known_;
   std::string fault_;
+  bool overtaken_ = false;
+  bool isHeld_ = false;
 };
 
 }  // namespace camera

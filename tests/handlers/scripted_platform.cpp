@@ -47,6 +47,8 @@ int readRecord(RecordIndex index, void* record) {
 int writeRecord(RecordIndex index, const void* record, _cam_actions* actions, unsigned char flag) {
   const auto i = static_cast<std::size_t>(index);
   const int result = answer(std::string{"set "} + kRecords[i]->name + " " + std::to_string(flag));
+  scripted().wasOvertaken = result == 0 && scripted().overtaken > 0 && scripted().overtaken-- > 0;
+  if (scripted().wasOvertaken) return 1;
   if (result != 0) return result;
   std::memcpy(scripted().records[i].data(), record, kRecords[i]->size);
   actions->records |= recordBit(index);
@@ -154,6 +156,16 @@ int cam_work_actions(_cam_actions* actions) {
     return camera::test::writeRecord(camera::RecordIndex::name, record, actions, flag); \
   }
 CAMERA_RECORDS(CAMERA_SCRIPT_RECORD)
+
+bool cam_overtaken() {
+  return camera::test::scripted().wasOvertaken;
+}
+
+void cam_hold() {
+  camera::test::scripted().overtaken = 0;
+}
+
+void cam_release() {}
 
 void apply_timezone() {
   camera::test::scripted().calls.emplace_back("get zone");

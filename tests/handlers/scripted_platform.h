@@ -17,6 +17,9 @@ struct ScriptedPlatform {
   std::vector<std::string> calls;      // "get lan", "set lan 1", "clean", "work lan,ddns", in order
   std::map<std::string, int> results;  // what a call of that text returns instead of 0, e.g. {"set lan 1", 2}
   std::vector<std::vector<std::uint8_t>> records;  // what the store holds, by index
+  int overtaken = 0;  // writes that are still to be refused because another process came first; none while
+                      // the store is held
+  bool wasOvertaken = false;  // the last one was
 
   std::string productInfo;                    // text of product.conf
   bool productFails = false;                  // PIB::init raises PIBError

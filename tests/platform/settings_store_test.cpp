@@ -246,7 +246,12 @@ TEST_F(Store, RefusesADecisionOnWhatAnotherProcessChanged) {
       const StoreResult expected = byItself ? kDone : result;
       EXPECT_EQ(process.write(*written), expected);
       EXPECT_EQ(stored(disk, *written).flag, expected == kDone ? 0 : 1);
+      EXPECT_EQ(process.store.overtaken(), expected == kRefused);
       if (expected == kDone) continue;
+      process.sample.flag = 2;
+      EXPECT_EQ(process.write(*written), kRefused);
+      EXPECT_FALSE(process.store.overtaken()) << "it is invalid as well";
+      process.sample.flag = 0;
       process.read(*read);
       EXPECT_EQ(process.write(*written), kDone) << "and was read again";
     }
@@ -316,6 +321,31 @@ TEST(StoreProcesses, ThatChangeDifferentFieldsAtTheSameMomentBothWin) {
   EXPECT_EQ(change(0), 0) << "the round after which a change was lost";
   close(ends[0]);
   EXPECT_EQ(statusOf(child), 0);
+}
+
+// Without the lock the child would write during the pause, and the whole record would be refused.
+TEST(StoreProcesses, WaitForOneThatHoldsTheStoreOrWasKilledHoldingIt) {
+  const TemporaryFolder folder;
+  PosixStoreFiles files(folder.path());
+  Process holder(files);
+  holder.store.hold();
+  const pid_t child = fork([&] {
+    files.unlock();  // closes the child's copy of the holder's descriptor
+    PosixStoreFiles own(folder.path());
+    Process killed(own);
+    killed.store.hold();
+    return killed.put(1, kWhole) == kDone && kill(getpid(), SIGKILL) != 0;
+  });
+  for (int number = 2; number < 4; ++number) {
+    EXPECT_EQ(holder.read(kWhole), kDone);
+    usleep(50'000);
+    holder.sample.number = number;
+    EXPECT_EQ(holder.write(kWhole), kDone);
+  }
+  holder.store.release();
+  EXPECT_EQ(statusOf(child), SIGKILL);
+  EXPECT_EQ(stored(files, kWhole).number, 1);
+  EXPECT_EQ(holder.put(4, kWhole), kDone) << "the killed process holds the store no more";
 }
 
 TEST(StoreProcesses, KilledAtAnyMomentKeepWhatTheyAcknowledged) {

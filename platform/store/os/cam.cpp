@@ -35,7 +35,10 @@ int getRecord(RecordIndex /*index*/, _curtime_setting* record) {
   return static_cast<int>(camera::readClock(store(), std::time(nullptr), record));
 }
 
+bool lastWriteOvertaken = false;
+
 int written(StoreResult result, RecordIndex index, _cam_actions* actions) {
+  lastWriteOvertaken = result == StoreResult::kRefused && store().overtaken();
   if (result == StoreResult::kDone) actions->records |= camera::recordBit(index);
   return static_cast<int>(result);
 }
@@ -60,11 +63,24 @@ int setRecord(RecordIndex index, const _curtime_setting* record, _cam_actions* a
 CAMERA_RECORDS(CAMERA_DEFINE_RECORD)
 #undef CAMERA_DEFINE_RECORD
 
+bool cam_overtaken() {
+  return lastWriteOvertaken;
+}
+
+void cam_hold() {
+  store().hold();
+}
+
+void cam_release() {
+  store().release();
+}
+
 void cam_clean_actions(_cam_actions* actions) {
   actions->records = 0;
 }
 
 int cam_work_actions(_cam_actions* actions) {
+  store().release();
   return camera::runActions(actions->records, camera::kRecords, {kActionsFolder, kActionMilliseconds});
 }
 
@@ -87,7 +103,7 @@ int cam_get_route(char* route, std::size_t size) {
 }
 
 int cam_set_route(const char* route) {
-  if (!camera::isRoute(route)) return static_cast<int>(StoreResult::kRefused);
+  if (!camera::isRoute(route)) return static_cast<int>(store().refuse(camera::kRouteRecord, "no route"));
   camera::Route wanted{};
   std::memcpy(wanted.stops, route, std::strlen(route));
   return static_cast<int>(store().write(camera::kRouteRecord, &wanted));
