@@ -15,6 +15,7 @@
 #include "platform/clock/clock.h"
 #include "platform/log.h"
 #include "platform/product/pib.h"
+#include "platform/shell.h"
 #include "platform/store/cam.h"
 #include "platform/store/record_text.h"
 #include "tests/support/cgi_run.h"
@@ -209,6 +210,17 @@ int check_extra_modules(const char* name) {
   PIB product;
   product.init();
   return product.hasModule(name) ? 1 : 0;
+}
+
+int run_shell(const char* command) {
+  return camera::test::answer(std::string{"system "} + command);
+}
+
+int read_command(const char* command, void (*take)(const char* piece, void* context), void* context) {
+  const int status = camera::test::answer(std::string{"popen "} + command);
+  for (const std::string& piece : camera::test::scripted().printed)
+    if (status == 0) take(piece.c_str(), context);
+  return status;
 }
 
 // Takes the place of libc's: no command of an endpoint ever runs on the machine that tests it.

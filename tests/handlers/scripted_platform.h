@@ -25,6 +25,7 @@ struct ScriptedPlatform {
   bool productFails = false;                  // PIB::init raises PIBError
   std::map<std::string, IF_INFO> interfaces;  // the active ones, by the camera's name
   std::vector<sitelist> sites;                // what the survey heard
+  std::vector<std::string> printed;           // what read_command hands over, in pieces
   int rssi = 0;
   std::int64_t time = 0;  // of the camera's clock; the local time of curtime is what the record holds
 

@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstring>
 
+#include "platform/default_signal.h"
 #include "platform/log.h"
 
 namespace camera {
@@ -31,21 +32,15 @@ sigset_t only(int signal) {
 class ChildSignalHeld {
  public:
   ChildSignalHeld() {
-    struct sigaction byDefault {};
-    byDefault.sa_handler = SIG_DFL;
-    sigaction(SIGCHLD, &byDefault, &oldAction_);
     const sigset_t held = only(SIGCHLD);
     sigprocmask(SIG_BLOCK, &held, &oldMask_);
   }
-  ~ChildSignalHeld() {
-    sigprocmask(SIG_SETMASK, &oldMask_, nullptr);
-    sigaction(SIGCHLD, &oldAction_, nullptr);
-  }
+  ~ChildSignalHeld() { sigprocmask(SIG_SETMASK, &oldMask_, nullptr); }
   ChildSignalHeld(const ChildSignalHeld&) = delete;
   ChildSignalHeld& operator=(const ChildSignalHeld&) = delete;
 
  private:
-  struct sigaction oldAction_ {};
+  DefaultSignal byDefault_{SIGCHLD};
   sigset_t oldMask_{};
 };
 
