@@ -1,0 +1,28 @@
+// The numbers of daemons' messages: little-endian on every machine, at any address.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+
+namespace camera {
+
+template <class Number>
+Number loadLittle(const void* bytes) {
+  std::make_unsigned_t<Number> value = 0;
+  for (std::size_t i = sizeof value; i-- > 0;) {
+    value = static_cast<decltype(value)>(std::uint64_t{value} << 8U |
+                                         static_cast<const unsigned char*>(bytes)[i]);
+  }
+  return static_cast<Number>(value);
+}
+
+template <class Number>
+void storeLittle(void* bytes, Number number) {
+  auto value = static_cast<std::uint64_t>(number);
+  for (std::size_t i = 0; i < sizeof number; ++i, value >>= 8U) {
+    static_cast<unsigned char*>(bytes)[i] = static_cast<unsigned char>(value);
+  }
+}
+
+}  // namespace camera

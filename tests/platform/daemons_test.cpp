@@ -1,0 +1,255 @@
+// The channels to the daemons over real sockets: whatever a daemon does, an answer or a failure in time and
+// nothing left open; which status packages arrive, and what listening costs.
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <ctime>
+#include <future>
+#include <thread>
+
+#include "platform/daemons/ipc_client.h"
+#include "platform/daemons/multi_receiver.h"
+#include "tests/platform/temporary_folder.h"
+#include "tests/support/own_network.h"
+
+namespace camera::test {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+std::ptrdiff_t openDescriptors() {
+  const std::filesystem::directory_iterator all{"/proc/self/fd"};
+  return std::distance(begin(all), end(all));
+}
+
+int listenAt(const std::string& path, int backlog) {
+  sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+  path.copy(address.sun_path, sizeof address.sun_path - 1);
+  const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  EXPECT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  EXPECT_EQ(listen(listener, backlog), 0);
+  return listener;
+}
+
+// What a daemon does with one connection.
+struct Behaviour {
+  const char* what;
+  bool reads;                        // or else leaves the request where it is
+  std::vector<std::string> answers;  // with a pause of 400 ms between them
+  bool closes;
+  int result;
+  std::string reply;  // where there is a result; zero bytes follow
+};
+
+// Serves one connection; its result is what it was asked, where it looked.
+std::string serveOnce(int listener, const Behaviour& behaviour, std::future<void> end) {
+  const int connection = accept(listener, nullptr, nullptr);
+  std::string request;
+  if (behaviour.reads || !behaviour.answers.empty()) {
+    request.resize(12);
+    EXPECT_EQ(recv(connection, request.data(), 12, MSG_WAITALL | (behaviour.reads ? 0 : MSG_PEEK)), 12);
+  }
+  for (const std::string& answer : behaviour.answers) {
+    if (&answer != behaviour.answers.data()) std::this_thread::sleep_for(milliseconds(400));
+    for (std::size_t sent = 0; sent < answer.size();) {
+      const ssize_t count = send(connection, answer.data() + sent, answer.size() - sent, MSG_NOSIGNAL);
+      if (count < 0) break;
+      sent += static_cast<std::size_t>(count);
+    }
+  }
+  if (!behaviour.closes) end.wait();
+  close(connection);
+  return request;
+}
+
+TEST(IpcClient, EndsInTimeWhateverADaemonDoes) {
+  std::signal(SIGPIPE, SIG_DFL);
+  const std::string whole(140, 'w');
+  const Behaviour rows[] = {
+      {"answers", true, {whole}, false, 0, whole},
+      {"answers in pieces", true, {whole.substr(0, 3), whole.substr(3)}, false, 0, whole},
+      {"answers short", true, {"1234567"}, true, 0, "1234567"},
+      {"answers one byte", true, {"1"}, true, 0, "1"},
+      {"answers without reading", false, {"1234567"}, true, 0, "1234567"},
+      {"answers 10 MB", true, {std::string(10'000'000, 'w')}, true, 0, whole},
+      {"closes at once", false, {}, true, -1, ""},
+      {"closes without an answer", true, {}, true, -1, ""},
+      {"never answers", true, {}, false, -1, ""},
+      {"never ends its answer", true, {"1", "2", "3", "4"}, false, -1, ""},
+  };
+  const TemporaryFolder folder;
+  const std::ptrdiff_t before = openDescriptors();
+  std::vector<std::future<void>> tries;
+  for (const Behaviour& row : rows) {
+    tries.push_back(std::async(std::launch::async, [&row, &folder] {
+      const std::string path = folder.path(row.what);
+      const int listener = listenAt(path, 1);
+      std::promise<void> end;
+      auto daemon = std::async(std::launch::async, serveOnce, listener, row, end.get_future());
+      std::string reply(140, 'x');
+      const auto start = Clock::now();
+      EXPECT_EQ(IpcClient{1}.send_cmd(path.c_str(), "rstuvwxyzabc", 12, reply.data(), reply.size()),
+                row.result)
+          << row.what;
+      EXPECT_LT(Clock::now() - start, milliseconds(2000)) << row.what;
+      if (row.result == 0) {
+        EXPECT_EQ(reply, row.reply + std::string(140 - row.reply.size(), '\0')) << row.what;
+      }
+      end.set_value();
+      EXPECT_EQ(daemon.get(), row.reads || row.result == 0 ? "rstuvwxyzabc" : "") << row.what;
+      close(listener);
+    }));
+  }
+  tries.clear();
+  EXPECT_EQ(openDescriptors(), before);
+}
+
+struct Socket : DomainSocket {
+  using DomainSocket::DomainSocket;
+  std::int32_t limit() const { return limit_; }
+  std::int32_t descriptor() const { return descriptor_; }
+};
+
+TEST(DomainSocket, ReachesOnlyWhoListens) {
+  EXPECT_EQ(Socket{}.limit(), 30);
+  const TemporaryFolder folder;
+  const std::ptrdiff_t before = openDescriptors();
+  close(listenAt(folder.path("gone"), 1));
+  folder.put("file", "");
+  for (const std::string& path : {folder.path("gone"), folder.path("file"), folder.path("missing"),
+                                  folder.path(std::string(200, 'x')), std::string{}}) {
+    Socket socket;
+    EXPECT_EQ(socket.open(path.c_str()), -1) << path;
+    EXPECT_EQ(socket.descriptor(), -1) << path;
+  }
+  const int listener = listenAt(folder.path("busy"), 0);
+  Socket first{1};
+  EXPECT_EQ(first.open(folder.path("busy").c_str()), 0);
+  const auto start = Clock::now();
+  EXPECT_EQ(Socket{1}.open(folder.path("busy").c_str()), -1) << "it accepts nobody";
+  EXPECT_GE(Clock::now() - start, milliseconds(1000));
+  close(listener);
+  first.close();
+  EXPECT_EQ(openDescriptors(), before);
+}
+
+constexpr std::uint32_t kAny = 0xFFFFFFFF;
+
+_MultiCastPackage_ package(std::uint32_t event, std::int32_t value = 0) {
+  _MultiCastPackage_ result{};
+  result.event = event;
+  result.value = value;
+  return result;
+}
+
+// Sends over the loopback interface, as if from the source.
+class Sender {
+ public:
+  explicit Sender(const char* source = "127.0.0.1") {
+    const int yes = 1;
+    const in_addr loopback{htonl(INADDR_LOOPBACK)};
+    sockaddr_in address{AF_INET, 0, {inet_addr(source)}, {}};
+    EXPECT_EQ(setsockopt(socket_, IPPROTO_IP, IP_TRANSPARENT, &yes, sizeof yes), 0);
+    EXPECT_EQ(setsockopt(socket_, IPPROTO_IP, IP_MULTICAST_IF, &loopback, sizeof loopback), 0);
+    EXPECT_EQ(bind(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  }
+  ~Sender() { close(socket_); }
+  Sender(const Sender&) = delete;
+  Sender& operator=(const Sender&) = delete;
+
+  void send(const void* data, std::size_t size, const char* to = kStatusGroup) const {
+    const sockaddr_in address{AF_INET, htons(kStatusPort), {inet_addr(to)}, {}};
+    EXPECT_EQ(sendto(socket_, data, size, 0, reinterpret_cast<const sockaddr*>(&address), sizeof address),
+              static_cast<ssize_t>(size));
+  }
+  void send(const _MultiCastPackage_& what) const { send(&what, sizeof what); }
+
+ private:
+  int socket_ = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+};
+
+TEST(MultiReceiver, TakesWholePackagesOfThisMachineThatMatch) {
+  expectInOwnNetwork([] {
+    MultiReceiver receiver;
+    MultiReceiver other;
+    ASSERT_EQ(receiver.Init(0), 0);
+    ASSERT_EQ(other.Init(0), 0);
+    const Sender local;
+    const std::string large(65'507, '\xFF');
+    for (const std::size_t size : {0UL, 95UL, 97UL, large.size()}) local.send(large.data(), size);
+    local.send(large.data(), 96, "127.0.0.1");
+    Sender{"10.1.2.3"}.send(package(0x1, 1));
+    local.send(package(0x2, 2));
+    local.send(package(0x800001, 3));
+    local.send(large.data(), 96);
+
+    _MultiCastPackage_ taken{};
+    EXPECT_EQ(receiver.Wait(0x1, &taken, 1, 0), 0);
+    EXPECT_EQ(taken.event, 0x800001U);
+    EXPECT_EQ(taken.value, 3);
+    EXPECT_EQ(receiver.Wait(0x800000, &taken, 1, 0), 0);
+    EXPECT_EQ(taken.event, kAny);
+    EXPECT_EQ(taken.value, -1);
+    taken = package(7);
+    EXPECT_EQ(receiver.Wait(kAny, &taken, 0, 50'000), -1);
+    EXPECT_EQ(taken.event, 7U);
+    EXPECT_EQ(other.Wait(kAny, &taken, 1, 0), 0) << "each receiver has its own";
+    EXPECT_EQ(taken.value, 2);
+  });
+}
+
+double cpuSeconds() {
+  return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+TEST(MultiReceiver, SleepsWhileNothingMatches) {
+  expectInOwnNetwork([] {
+    MultiReceiver silent;
+    MultiReceiver busy;
+    ASSERT_EQ(busy.Init(0), 0);
+    const Sender local;
+    for (MultiReceiver* receiver : {&silent, &busy}) {
+      for (int i = 0; i < 20; ++i) local.send(package(0x2));
+      _MultiCastPackage_ ignored;
+      const auto start = Clock::now();
+      EXPECT_EQ(receiver->Wait(0x1, &ignored, 0, 300'000), -1);
+      EXPECT_GE(Clock::now() - start, milliseconds(300));
+      EXPECT_LT(Clock::now() - start, milliseconds(900));
+    }
+    EXPECT_LT(cpuSeconds(), 0.1);
+  });
+}
+
+TEST(MultiReceiver, HearsAThousandPackagesASecondCheaply) {
+  expectInOwnNetwork([] {
+    constexpr int kPackages = 300;
+    std::vector<MultiReceiver> receivers(50);
+    for (MultiReceiver& receiver : receivers) ASSERT_EQ(receiver.Init(0), 0);
+    std::vector<std::future<int>> heard;
+    for (MultiReceiver& receiver : receivers) {
+      heard.push_back(std::async(std::launch::async, [&receiver] {
+        _MultiCastPackage_ taken{};
+        int count = 0;
+        while (count < kPackages && receiver.Wait(0x1, &taken, 1, 0) == 0 && taken.value == count) ++count;
+        return count;
+      }));
+    }
+    const Sender local;
+    auto next = Clock::now();
+    for (int i = 0; i < kPackages; ++i) {
+      local.send(package(0x1, i));
+      std::this_thread::sleep_until(next += milliseconds(1));
+    }
+    for (std::future<int>& count : heard) EXPECT_EQ(count.get(), kPackages);
+    EXPECT_LT(cpuSeconds(), 0.14) << "a wake-up for each package costs more";
+  });
+}
+
+}  // namespace
+}  // namespace camera::test
