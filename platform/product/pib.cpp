@@ -3,15 +3,17 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <iterator>
-#include <limits>
 #include <variant>
 
 #include "platform/log.h"
 #include "platform/product/display_system.h"
+#include "platform/text.h"
 
 namespace {
+
+using camera::readNumber;
+using camera::takeUntil;
 
 constexpr std::size_t kMostDisplaySystems = 3;
 constexpr std::string_view kBlanks = " \t\r";
@@ -22,14 +24,6 @@ std::string_view trimmed(std::string_view text) {
   const std::size_t start = text.find_first_not_of(kBlanks);
   return start == text.npos ? std::string_view{}
                             : text.substr(start, text.find_last_not_of(kBlanks) + 1 - start);
-}
-
-// Takes the text up to the separator, or all of it, off the rest.
-std::string_view takeUntil(char separator, std::string_view* rest) {
-  const std::size_t end = std::min(rest->find(separator), rest->size());
-  const std::string_view taken = rest->substr(0, end);
-  rest->remove_prefix(std::min(end + 1, rest->size()));
-  return taken;
 }
 
 Words wordsOf(std::string_view text, char separator) {
@@ -43,14 +37,6 @@ Words wordsOf(std::string_view text, char separator) {
 
 bool isDisplaySystem(const std::string& name) {
   return std::find(std::begin(DisplaySystem), std::end(DisplaySystem), name) != std::end(DisplaySystem);
-}
-
-// Stores a number that is not negative and at most most.
-template <class Number>
-bool readNumber(std::string_view text, Number most, Number* number) {
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, *number);
-  return error == std::errc{} && stop == end && *number >= 0 && *number <= most;
 }
 
 // What the calls of PIB give back.
@@ -113,17 +99,13 @@ struct Reader {
   Details& details;
   std::string_view value;
 
-  bool operator()(std::uint32_t PIB::*count) const {
-    return readNumber(value, std::numeric_limits<std::uint32_t>::max(), &(pib.*count));
-  }
-  bool operator()(std::uint8_t PIB::*feature) const {
-    return readNumber(value, std::uint8_t{255}, &(pib.*feature));
-  }
+  bool operator()(std::uint32_t PIB::*count) const { return readNumber(value, &(pib.*count)); }
+  bool operator()(std::uint8_t PIB::*feature) const { return readNumber(value, &(pib.*feature)); }
   bool operator()(std::int32_t Details::*index) const {
-    return readNumber(value, std::numeric_limits<std::int32_t>::max(), &(details.*index));
+    return readNumber(value, &(details.*index)) && details.*index >= 0;
   }
   bool operator()(std::uint8_t Details::*truth) const {
-    return readNumber(value, std::uint8_t{1}, &(details.*truth));
+    return readNumber(value, &(details.*truth)) && details.*truth <= 1;
   }
   bool operator()(std::string Details::*word) const {
     if (!value.empty()) details.*word = value;

@@ -45,7 +45,7 @@ CAMERA_RECORDS(CAMERA_RECORD_CALLS)
 }  // namespace camera
 
 // True when the last cam_set_ of this process was refused only because another process changed the record, or
-// one that it is linked to, since this process read it: read again, decided again, it may be stored.
+// one that it depends on, since this process read it: read again, decided again, it may be stored.
 bool cam_overtaken();
 
 // Keeps other processes from writing from now on, so that what is read now is what a write finds; released by

@@ -39,8 +39,8 @@ struct RecordInfo {
   std::uint16_t size;     // in bytes
   std::span<const Field> fields;
   const void* defaults;
-  bool whole;            // its fields depend on one another: never merged, a write on a stale read is refused
-  std::uint64_t linked;  // record indexes: a write is refused when one of them changed since it was read
+  bool indivisible;         // its fields depend on one another: two processes' changes are never merged
+  std::uint64_t dependsOn;  // the indexes, as bits, of other records that its values have to go together with
 };
 
 // The index of each record, by its short name.
@@ -114,6 +114,29 @@ constexpr bool tiles(const Field (&fields)[N], std::size_t size) {
     end += std::size_t{field.width} * field.count;
   }
   return end == size;
+}
+
+// What most records are not.
+struct Exceptions {
+  std::uint16_t version = 1;
+  bool indivisible = false;
+  std::uint64_t dependsOn = 0;
+};
+
+// A whole description; where the fields do not tile the record, it does not compile.
+template <class Record, std::size_t N>
+consteval RecordInfo record(const char* name, const Record& defaults, const Field (&fields)[N],
+                            Exceptions exceptions = {}) {
+  static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) <= UINT16_MAX);
+  if (!tiles(fields, sizeof(Record)))
+    throw "the fields leave a gap or overlap, or a text has no room for its NUL";
+  return {.name = name,
+          .version = exceptions.version,
+          .size = sizeof(Record),
+          .fields = fields,
+          .defaults = &defaults,
+          .indivisible = exceptions.indivisible,
+          .dependsOn = exceptions.dependsOn};
 }
 
 }  // namespace describe

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/store/record_fields.h"
+#include "platform/text.h"
 
 namespace camera {
 namespace {
@@ -87,9 +88,7 @@ bool parseReserved(std::string_view digits, Bytes* element) {
 template <class Number>
 bool parseNumber(std::string_view text, Bytes* element) {
   Number number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc{} || stop != end) return false;
+  if (!readNumber(text, &number)) return false;
   std::memcpy(element->data(), &number, sizeof number);
   return true;
 }

@@ -136,20 +136,20 @@ StoreResult SettingsStore::write(const RecordInfo& info, const void* record) {
   const Lock lock(*this);
   Bytes stored;
   StoreResult result = begin(lock);
-  if (result == StoreResult::kDone) result = checkLinked(info);
+  if (result == StoreResult::kDone) result = checkDependencies(info);
   if (result == StoreResult::kDone) result = load(info, &stored);
   if (result != StoreResult::kDone) return result;
 
   const Known* before = known(info);
-  if (info.whole && before != nullptr && before->stored != stored) return refuseOvertaken(info);
+  if (info.indivisible && before != nullptr && before->storedCopy != stored) return refuseOvertaken(info);
   const auto* wanted = static_cast<const std::uint8_t*>(record);
   Bytes merged = stored;
-  merge(info, before == nullptr ? nullptr : before->held.data(), wanted, merged.data());
+  merge(info, before == nullptr ? nullptr : before->callersCopy.data(), wanted, merged.data());
   if (merged != stored) {
     result = replace(info, merged);
     if (result != StoreResult::kDone) return result;
   }
-  return settle(info, Bytes(wanted, wanted + info.size), std::move(merged));
+  return finish(info, Bytes(wanted, wanted + info.size), std::move(merged));
 }
 
 StoreResult SettingsStore::overwrite(const RecordInfo& info, const void* record) {
@@ -162,7 +162,7 @@ StoreResult SettingsStore::overwrite(const RecordInfo& info, const void* record)
   Bytes whole(info.size);
   merge(info, nullptr, static_cast<const std::uint8_t*>(record), whole.data());
   result = replace(info, whole);
-  return result == StoreResult::kDone ? settle(info, whole, whole) : result;
+  return result == StoreResult::kDone ? finish(info, whole, whole) : result;
 }
 
 StoreResult SettingsStore::reset(const RecordInfo& info) {
@@ -173,7 +173,7 @@ StoreResult SettingsStore::reset(const RecordInfo& info) {
   if (error != 0 && error != ENOENT) return fail(info.name, error);
   const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
   const Bytes record(defaults, defaults + info.size);
-  return settle(info, record, record);
+  return finish(info, record, record);
 }
 
 void SettingsStore::hold() {
@@ -205,13 +205,13 @@ StoreResult SettingsStore::load(const RecordInfo& info, Bytes* record) {
   return wrong.empty() ? StoreResult::kDone : fail(info.name, wrong);
 }
 
-StoreResult SettingsStore::checkLinked(const RecordInfo& info) {
+StoreResult SettingsStore::checkDependencies(const RecordInfo& info) {
   for (std::size_t i = 0; i < records_.size(); ++i) {
-    const Known* before = (info.linked >> i & 1) != 0 ? known(*records_[i]) : nullptr;
+    const Known* before = (info.dependsOn >> i & 1) != 0 ? known(*records_[i]) : nullptr;
     if (before == nullptr) continue;
     Bytes stored;
     if (const StoreResult result = load(*records_[i], &stored); result != StoreResult::kDone) return result;
-    if (before->stored != stored) return refuseOvertaken(*records_[i]);
+    if (before->storedCopy != stored) return refuseOvertaken(*records_[i]);
   }
   return StoreResult::kDone;
 }
@@ -229,10 +229,11 @@ StoreResult SettingsStore::replace(const RecordInfo& info, const Bytes& record) 
   return fail(info.name, error);
 }
 
-// Also after a write that changed nothing: the process that made the change may have died before its sync.
-StoreResult SettingsStore::settle(const RecordInfo& info, Bytes held, Bytes stored) {
+// Makes a write durable and remembers it. Also after one that changed nothing: the process that made the
+// change may have died before its sync.
+StoreResult SettingsStore::finish(const RecordInfo& info, Bytes callersCopy, Bytes storedCopy) {
   if (const int error = files_.syncFolder(); error != 0) return fail(info.name, error);
-  remember(info, std::move(held), std::move(stored));
+  remember(info, std::move(callersCopy), std::move(storedCopy));
   return StoreResult::kDone;
 }
 
@@ -242,8 +243,8 @@ const SettingsStore::Known* SettingsStore::known(const RecordInfo& info) const {
   return found == known_.end() ? nullptr : &*found;
 }
 
-void SettingsStore::remember(const RecordInfo& info, Bytes held, Bytes stored) {
-  Known now{&info, std::move(held), std::move(stored)};
+void SettingsStore::remember(const RecordInfo& info, Bytes callersCopy, Bytes storedCopy) {
+  Known now{&info, std::move(callersCopy), std::move(storedCopy)};
   for (Known& entry : known_) {
     if (entry.info != &info) continue;
     entry = std::move(now);

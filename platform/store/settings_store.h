@@ -1,5 +1,14 @@
 // The settings store: records in files, replaced atomically, and merged where two processes change one
 // record.
+//
+// A request is a process that reads records, decides, and writes them back, while others do the same. So the
+// store remembers of each record what this process knows, and a write looks at what was stored since:
+//   - Usually a field (of an array, an element) goes into the file only when the writer changed it. Two
+//     processes that change different fields both win; of one field, the later wins.
+//   - A record that is indivisible is not merged: a write is refused when another process has changed it.
+//   - A write of a record that depends on others is refused when another process has changed one of those
+//     that this one read, since what goes together was decided on them.
+// Such a refusal is told apart (overtaken), so that the request can be decided again on what is stored now.
 #pragma once
 
 #include <cstdint>
@@ -18,11 +27,11 @@ enum class StoreResult : int {
   kFailed = 2,   // refused by the operating system, or the stored file is not what the store wrote
 };
 
-// One per process and not thread-safe: it remembers what this process knows of each record. Every record that
-// is read is validated. A file that cannot be read is never replaced but by reset.
+// One per process and not thread-safe. Every record that is read is validated. A file that cannot be read is
+// never replaced but by overwrite and reset.
 class SettingsStore {
  public:
-  // The indexes in RecordInfo::linked are positions in records.
+  // The bits of RecordInfo::dependsOn are positions in records.
   SettingsStore(StoreFiles& files, std::span<const RecordInfo* const> records)
       : files_(files), records_(records) {}
 
@@ -49,8 +58,8 @@ class SettingsStore {
 
   // What the last refusal or failure was about: for a failure the file and why.
   const std::string& fault() const { return fault_; }
-  // Whether the last refusal came only because another process changed the record, or one that it is linked
-  // to, since this process read it.
+  // Whether the last refusal came only because another process changed the record, or one that it depends on,
+  // since this process read it.
   bool overtaken() const { return overtaken_; }
 
   // Refuses for a rule that is not the store's own. Returns kRefused.
@@ -60,20 +69,22 @@ class SettingsStore {
 
  private:
   using Bytes = std::vector<std::uint8_t>;
+  // What this process knows of a record. The two copies differ by what other processes had changed when this
+  // one wrote, which its handler has not seen.
   struct Known {
     const RecordInfo* info;
-    Bytes held;    // what the caller last read or wrote: from there on its changes count
-    Bytes stored;  // what was stored then, other processes' changes included: another content makes it stale
+    Bytes callersCopy;  // last read or written here: what differs from it in the next write is a change
+    Bytes storedCopy;   // what the file held after that: when it holds another, another process wrote it
   };
   class Lock;
 
   StoreResult begin(const Lock& lock);
   StoreResult load(const RecordInfo& info, Bytes* record);
-  StoreResult checkLinked(const RecordInfo& info);
+  StoreResult checkDependencies(const RecordInfo& info);
   StoreResult replace(const RecordInfo& info, const Bytes& record);
-  StoreResult settle(const RecordInfo& info, Bytes held, Bytes stored);
+  StoreResult finish(const RecordInfo& info, Bytes callersCopy, Bytes storedCopy);
   const Known* known(const RecordInfo& info) const;
-  void remember(const RecordInfo& info, Bytes held, Bytes stored);
+  void remember(const RecordInfo& info, Bytes callersCopy, Bytes storedCopy);
   StoreResult refuseOvertaken(const RecordInfo& info);
   StoreResult refuseInvalid(const RecordInfo& info, const std::string& field);
   StoreResult fail(const char* name, const std::string& reason);

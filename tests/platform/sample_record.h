@@ -25,15 +25,13 @@ inline constexpr Field kSampleFields[] = {
     CAMERA_FIELD(Sample, names),
     CAMERA_FIELD(Sample, levels),
 };
-static_assert(describe::tiles(kSampleFields, sizeof(Sample)));
 
-constexpr RecordInfo sampleInfo(const char* name, bool whole, std::uint64_t linked) {
-  return {name, 2, sizeof(Sample), kSampleFields, &kSampleDefaults, whole, linked};
-}
-
-inline constexpr RecordInfo kSample = sampleInfo("sample", false, 0);
-inline constexpr RecordInfo kWhole = sampleInfo("whole", true, 0);
-inline constexpr RecordInfo kLinked = sampleInfo("linked", false, 1);  // with the sample
-inline constexpr const RecordInfo* kSampleRecords[] = {&kSample, &kWhole, &kLinked};
+inline constexpr RecordInfo kSample =
+    describe::record("sample", kSampleDefaults, kSampleFields, {.version = 2});
+inline constexpr RecordInfo kIndivisible =
+    describe::record("whole", kSampleDefaults, kSampleFields, {.version = 2, .indivisible = true});
+inline constexpr RecordInfo kDependent =
+    describe::record("linked", kSampleDefaults, kSampleFields, {.version = 2, .dependsOn = 1});
+inline constexpr const RecordInfo* kSampleRecords[] = {&kSample, &kIndivisible, &kDependent};
 
 }  // namespace camera::test

@@ -228,10 +228,13 @@ TEST_F(Store, MergesWhatTwoProcessesChanged) {
 // A process reads one record (or none), another one or itself changes one, and the process writes one.
 TEST_F(Store, RefusesADecisionOnWhatAnotherProcessChanged) {
   const std::tuple<const RecordInfo*, const RecordInfo*, const RecordInfo*, StoreResult> rows[] = {
-      {&kWhole, &kWhole, &kWhole, kRefused}, {&kWhole, &kSample, &kWhole, kDone},
-      {nullptr, &kWhole, &kWhole, kDone},    {&kSample, &kSample, &kLinked, kRefused},
-      {&kSample, &kWhole, &kLinked, kDone},  {nullptr, &kSample, &kLinked, kDone},
-      {&kLinked, &kLinked, &kSample, kDone}};
+      {&kIndivisible, &kIndivisible, &kIndivisible, kRefused},
+      {&kIndivisible, &kSample, &kIndivisible, kDone},
+      {nullptr, &kIndivisible, &kIndivisible, kDone},
+      {&kSample, &kSample, &kDependent, kRefused},
+      {&kSample, &kIndivisible, &kDependent, kDone},
+      {nullptr, &kSample, &kDependent, kDone},
+      {&kDependent, &kDependent, &kSample, kDone}};
   for (const auto& [read, changed, written, result] : rows) {
     for (const bool byItself : {false, true}) {
       SCOPED_TRACE(std::string(read == nullptr ? "nothing" : read->name) + " read, " + changed->name +
@@ -334,18 +337,18 @@ TEST(StoreProcesses, WaitForOneThatHoldsTheStoreOrWasKilledHoldingIt) {
     PosixStoreFiles own(folder.path());
     Process killed(own);
     killed.store.hold();
-    return killed.put(1, kWhole) == kDone && kill(getpid(), SIGKILL) != 0;
+    return killed.put(1, kIndivisible) == kDone && kill(getpid(), SIGKILL) != 0;
   });
   for (int number = 2; number < 4; ++number) {
-    EXPECT_EQ(holder.read(kWhole), kDone);
+    EXPECT_EQ(holder.read(kIndivisible), kDone);
     usleep(50'000);
     holder.sample.number = number;
-    EXPECT_EQ(holder.write(kWhole), kDone);
+    EXPECT_EQ(holder.write(kIndivisible), kDone);
   }
   holder.store.release();
   EXPECT_EQ(statusOf(child), SIGKILL);
-  EXPECT_EQ(stored(files, kWhole).number, 1);
-  EXPECT_EQ(holder.put(4, kWhole), kDone) << "the killed process holds the store no more";
+  EXPECT_EQ(stored(files, kIndivisible).number, 1);
+  EXPECT_EQ(holder.put(4, kIndivisible), kDone) << "the killed process holds the store no more";
 }
 
 TEST(StoreProcesses, KilledAtAnyMomentKeepWhatTheyAcknowledged) {

@@ -1,23 +1,24 @@
 // The kernel's view of the camera's network interfaces: addresses by ioctl, gateways from the routing table.
 #include "platform/network/if_info.h"
 
-#include <fcntl.h>
 #include <net/if.h>
 #include <net/route.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <cstring>
 
-#include "platform/descriptor.h"
+#include "platform/file.h"
 #include "platform/log.h"
 #include "platform/product/pib.h"
+#include "platform/text.h"
 
 namespace {
+
+using camera::readNumber;
+using camera::takeUntil;
 
 constexpr char kRoutes[] = "/proc/net/route";
 constexpr std::uint32_t kActive = IFF_UP | IFF_RUNNING;
@@ -36,30 +37,15 @@ enum Column : std::uint8_t {
 };
 using Route = std::array<std::string_view, kColumns>;
 
-// Takes the text up to the separator, or all of it, off the rest.
-std::string_view takeUntil(char separator, std::string_view* rest) {
-  const std::size_t end = std::min(rest->find(separator), rest->size());
-  const std::string_view taken = rest->substr(0, end);
-  rest->remove_prefix(std::min(end + 1, rest->size()));
-  return taken;
-}
-
-template <class Number>
-bool readNumber(std::string_view text, int base, Number* number) {
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, *number, base);
-  return error == std::errc{} && stop == end;
-}
-
 // True for a usable default route; the table's numbers are the addresses as they lie in memory.
 bool readDefaultRoute(const Route& route, std::uint32_t* metric, in_addr* gateway) {
   std::uint32_t destination = 0;
   std::uint32_t flags = 0;
   std::uint32_t mask = 0;
   std::int32_t signedMetric = 0;  // so the kernel prints it, whatever its size
-  if (!readNumber(route[kDestination], 16, &destination) || !readNumber(route[kFlags], 16, &flags) ||
-      !readNumber(route[kMask], 16, &mask) || !readNumber(route[kMetric], 10, &signedMetric) ||
-      !readNumber(route[kGateway], 16, &gateway->s_addr)) {
+  if (!readNumber(route[kDestination], &destination, 16) || !readNumber(route[kFlags], &flags, 16) ||
+      !readNumber(route[kMask], &mask, 16) || !readNumber(route[kMetric], &signedMetric) ||
+      !readNumber(route[kGateway], &gateway->s_addr, 16)) {
     return false;
   }
   *metric = static_cast<std::uint32_t>(signedMetric);
@@ -98,18 +84,6 @@ class KernelInterface {
   ifreq request_{};
 };
 
-std::string routingTable() {
-  std::string text;
-  const int descriptor = open(kRoutes, O_RDONLY | O_CLOEXEC);
-  int error = descriptor < 0 ? errno : 0;
-  if (descriptor >= 0) {
-    error = camera::readAll(descriptor, &text);
-    close(descriptor);
-  }
-  if (error != 0) dbg_log("%s: %s", kRoutes, std::strerror(error));
-  return text;
-}
-
 }  // namespace
 
 namespace camera {
@@ -124,7 +98,9 @@ bool activeInterface(const std::string& systemName, IF_INFO* info) {
   found.netmask = kernel.netmask();
   found.broadcast = kernel.broadcast();
   found.index = kernel.index();
-  found.gateway = defaultGateway(routingTable(), systemName);
+  std::string routes;
+  readFile(kRoutes, &routes);
+  found.gateway = defaultGateway(routes, systemName);
   *info = found;
   return true;
 }

@@ -1,20 +1,18 @@
 // The wireless networks and the signal, as the driver leaves them in files.
 #include "platform/network/site_survey.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
-#include <cstring>
 #include <string>
 
-#include "platform/descriptor.h"
-#include "platform/log.h"
+#include "platform/file.h"
 #include "platform/store/cam.h"
+#include "platform/text.h"
 
 namespace {
+
+using camera::readNumber;
+using camera::takeUntil;
 
 constexpr char kSitesFile[] = "/run/camera/sites";
 constexpr char kRssiFile[] = "/run/camera/wireless_rssi";
@@ -22,36 +20,16 @@ constexpr char kRssiFile[] = "/run/camera/wireless_rssi";
 // Empty when the file cannot be read. That it is not there means that nothing was heard.
 std::string contentOf(const char* path) {
   std::string text;
-  const int descriptor = open(path, O_RDONLY | O_CLOEXEC);
-  int error = descriptor < 0 ? errno : 0;
-  if (descriptor >= 0) {
-    error = camera::readAll(descriptor, &text);
-    close(descriptor);
-  }
-  if (error != 0 && error != ENOENT) dbg_log("%s: %s", path, std::strerror(error));
-  return error == 0 ? text : std::string{};
+  camera::readFile(path, &text, ENOENT);
+  return text;
 }
 
-// Takes the text up to the separator, or all of it, off the rest.
-std::string_view takeUntil(char separator, std::string_view* rest) {
-  const std::size_t end = std::min(rest->find(separator), rest->size());
-  const std::string_view taken = rest->substr(0, end);
-  rest->remove_prefix(std::min(end + 1, rest->size()));
-  return taken;
-}
-
-// Each stores one value; false for one that its field cannot hold.
+// False for a text that the field cannot hold.
 template <std::size_t N>
 bool readText(std::string_view text, char (&field)[N]) {
   if (text.size() >= N || text.find('\0') != text.npos) return false;
   *std::copy(text.begin(), text.end(), field) = '\0';
   return true;
-}
-
-bool readNumber(std::string_view text, std::int32_t* number) {
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, *number);
-  return error == std::errc{} && stop == end;
 }
 
 bool readSite(std::string_view line, sitelist* site) {

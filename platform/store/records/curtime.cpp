@@ -29,16 +29,9 @@ constexpr Field kFields[] = {
     CAMERA_FIELD(_curtime_setting, utc_minute),
     CAMERA_FIELD(_curtime_setting, utc_second),
 };
-static_assert(describe::tiles(kFields, sizeof(_curtime_setting)));
 
 }  // namespace
 
-constexpr RecordInfo curtimeRecord{.name = "curtime",
-                                   .version = 1,
-                                   .size = sizeof(_curtime_setting),
-                                   .fields = kFields,
-                                   .defaults = &kDefaults,
-                                   .whole = false,
-                                   .linked = 0};
+constexpr RecordInfo curtimeRecord = describe::record("curtime", kDefaults, kFields);
 
 }  // namespace camera

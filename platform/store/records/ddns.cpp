@@ -14,16 +14,9 @@ constexpr Field kFields[] = {
     CAMERA_BOUNDED(_ddns_setting, host, 0, 36),     CAMERA_BOUNDED(_ddns_setting, user, 0, 30),
     CAMERA_BOUNDED(_ddns_setting, password, 0, 30), CAMERA_RESERVED(_ddns_setting, reserved),
 };
-static_assert(describe::tiles(kFields, sizeof(_ddns_setting)));
 
 }  // namespace
 
-constexpr RecordInfo ddnsRecord{.name = "ddns",
-                                .version = 1,
-                                .size = sizeof(_ddns_setting),
-                                .fields = kFields,
-                                .defaults = &kDefaults,
-                                .whole = true,
-                                .linked = 0};
+constexpr RecordInfo ddnsRecord = describe::record("ddns", kDefaults, kFields, {.indivisible = true});
 
 }  // namespace camera

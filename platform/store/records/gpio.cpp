@@ -12,16 +12,9 @@ constexpr Field kFields[] = {
     CAMERA_BOUNDED(_gpio_setting, pir, 0, 1),
     CAMERA_RESERVED(_gpio_setting, reserved),
 };
-static_assert(describe::tiles(kFields, sizeof(_gpio_setting)));
 
 }  // namespace
 
-constexpr RecordInfo gpioRecord{.name = "gpio",
-                                .version = 1,
-                                .size = sizeof(_gpio_setting),
-                                .fields = kFields,
-                                .defaults = &kDefaults,
-                                .whole = false,
-                                .linked = 0};
+constexpr RecordInfo gpioRecord = describe::record("gpio", kDefaults, kFields);
 
 }  // namespace camera

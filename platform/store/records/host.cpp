@@ -12,16 +12,9 @@ constexpr Field kFields[] = {
     CAMERA_BOUNDED(_host_setting, name, 1, 36),
     CAMERA_BOUNDED(_host_setting, location, 0, 60),
 };
-static_assert(describe::tiles(kFields, sizeof(_host_setting)));
 
 }  // namespace
 
-constexpr RecordInfo hostRecord{.name = "host",
-                                .version = 1,
-                                .size = sizeof(_host_setting),
-                                .fields = kFields,
-                                .defaults = &kDefaults,
-                                .whole = false,
-                                .linked = 0};
+constexpr RecordInfo hostRecord = describe::record("host", kDefaults, kFields);
 
 }  // namespace camera

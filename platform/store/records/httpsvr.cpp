@@ -14,16 +14,10 @@ constexpr Field kFields[] = {
     CAMERA_BOUNDED(_httpsvr_setting, snapshoturl, 0, 1),   CAMERA_RESERVED(_httpsvr_setting, reserved1),
     CAMERA_BOUNDED(_httpsvr_setting, http_port, 1, 65535), CAMERA_FIELD(_httpsvr_setting, alt_port),
 };
-static_assert(describe::tiles(kFields, sizeof(_httpsvr_setting)));
 
 }  // namespace
 
-constexpr RecordInfo httpsvrRecord{.name = "httpsvr",
-                                   .version = 1,
-                                   .size = sizeof(_httpsvr_setting),
-                                   .fields = kFields,
-                                   .defaults = &kDefaults,
-                                   .whole = false,
-                                   .linked = recordBit(RecordIndex::rtspsvr)};
+constexpr RecordInfo httpsvrRecord =
+    describe::record("httpsvr", kDefaults, kFields, {.dependsOn = recordBit(RecordIndex::rtspsvr)});
 
 }  // namespace camera

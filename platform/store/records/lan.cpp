@@ -20,16 +20,9 @@ constexpr Field kFields[] = {
     CAMERA_BOUNDED(_lan_setting, dns1, 0, 15),    CAMERA_BOUNDED(_lan_setting, dns2, 0, 15),
     CAMERA_RESERVED(_lan_setting, reserved),
 };
-static_assert(describe::tiles(kFields, sizeof(_lan_setting)));
 
 }  // namespace
 
-constexpr RecordInfo lanRecord{.name = "lan",
-                               .version = 1,
-                               .size = sizeof(_lan_setting),
-                               .fields = kFields,
-                               .defaults = &kDefaults,
-                               .whole = false,
-                               .linked = 0};
+constexpr RecordInfo lanRecord = describe::record("lan", kDefaults, kFields);
 
 }  // namespace camera

@@ -13,16 +13,9 @@ constexpr Field kFields[] = {
     CAMERA_RESERVED(_ntp_setting, reserved),
     CAMERA_BOUNDED(_ntp_setting, timeserver, 0, 60),
 };
-static_assert(describe::tiles(kFields, sizeof(_ntp_setting)));
 
 }  // namespace
 
-constexpr RecordInfo ntpRecord{.name = "ntp",
-                               .version = 1,
-                               .size = sizeof(_ntp_setting),
-                               .fields = kFields,
-                               .defaults = &kDefaults,
-                               .whole = true,
-                               .linked = 0};
+constexpr RecordInfo ntpRecord = describe::record("ntp", kDefaults, kFields, {.indivisible = true});
 
 }  // namespace camera

@@ -13,16 +13,9 @@ constexpr Field kFields[] = {
     CAMERA_BOUNDED(_pppoe_setting, user, 0, 32),
     CAMERA_BOUNDED(_pppoe_setting, password, 0, 60),
 };
-static_assert(describe::tiles(kFields, sizeof(_pppoe_setting)));
 
 }  // namespace
 
-constexpr RecordInfo pppoeRecord{.name = "pppoe",
-                                 .version = 1,
-                                 .size = sizeof(_pppoe_setting),
-                                 .fields = kFields,
-                                 .defaults = &kDefaults,
-                                 .whole = true,
-                                 .linked = 0};
+constexpr RecordInfo pppoeRecord = describe::record("pppoe", kDefaults, kFields, {.indivisible = true});
 
 }  // namespace camera

@@ -17,16 +17,10 @@ constexpr Field kFields[] = {
     CAMERA_RESERVED(_rtspsvr_setting, reserved1), CAMERA_BOUNDED(_rtspsvr_setting, urlentry, 1, 15),
     CAMERA_RESERVED(_rtspsvr_setting, reserved2),
 };
-static_assert(describe::tiles(kFields, sizeof(_rtspsvr_setting)));
 
 }  // namespace
 
-constexpr RecordInfo rtspsvrRecord{.name = "rtspsvr",
-                                   .version = 1,
-                                   .size = sizeof(_rtspsvr_setting),
-                                   .fields = kFields,
-                                   .defaults = &kDefaults,
-                                   .whole = false,
-                                   .linked = recordBit(RecordIndex::httpsvr)};
+constexpr RecordInfo rtspsvrRecord =
+    describe::record("rtspsvr", kDefaults, kFields, {.dependsOn = recordBit(RecordIndex::httpsvr)});
 
 }  // namespace camera

@@ -18,16 +18,9 @@ constexpr Field kFields[] = {
     CAMERA_FIELD(_system_setting, model),       CAMERA_FIELD(_system_setting, brand),
     CAMERA_FIELD(_system_setting, product),     CAMERA_FIELD(_system_setting, build),
 };
-static_assert(describe::tiles(kFields, sizeof(_system_setting)));
 
 }  // namespace
 
-constexpr RecordInfo systemRecord{.name = "system",
-                                  .version = 1,
-                                  .size = sizeof(_system_setting),
-                                  .fields = kFields,
-                                  .defaults = &kDefaults,
-                                  .whole = false,
-                                  .linked = 0};
+constexpr RecordInfo systemRecord = describe::record("system", kDefaults, kFields);
 
 }  // namespace camera

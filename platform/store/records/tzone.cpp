@@ -22,16 +22,9 @@ constexpr Field kFields[] = {
     CAMERA_FIELD(_tzone_setting, starttime),
     CAMERA_FIELD(_tzone_setting, stoptime),
 };
-static_assert(describe::tiles(kFields, sizeof(_tzone_setting)));
 
 }  // namespace
 
-constexpr RecordInfo tzoneRecord{.name = "tzone",
-                                 .version = 1,
-                                 .size = sizeof(_tzone_setting),
-                                 .fields = kFields,
-                                 .defaults = &kDefaults,
-                                 .whole = false,
-                                 .linked = 0};
+constexpr RecordInfo tzoneRecord = describe::record("tzone", kDefaults, kFields);
 
 }  // namespace camera

@@ -21,16 +21,9 @@ constexpr Field kFields[] = {
     CAMERA_BOUNDED(_upnp_setting, rtsp_external_port, 1, 65535),
     CAMERA_RESERVED(_upnp_setting, reserved2),
 };
-static_assert(describe::tiles(kFields, sizeof(_upnp_setting)));
 
 }  // namespace
 
-constexpr RecordInfo upnpRecord{.name = "upnp",
-                                .version = 1,
-                                .size = sizeof(_upnp_setting),
-                                .fields = kFields,
-                                .defaults = &kDefaults,
-                                .whole = true,
-                                .linked = 0};
+constexpr RecordInfo upnpRecord = describe::record("upnp", kDefaults, kFields, {.indivisible = true});
 
 }  // namespace camera

@@ -15,16 +15,9 @@ constexpr Field kFields[] = {
     CAMERA_BOUNDED(_wireless_setting, channel, 1, 14), CAMERA_BOUNDED(_wireless_setting, essid, 1, 32),
     CAMERA_BOUNDED(_wireless_setting, key, 0, 64),
 };
-static_assert(describe::tiles(kFields, sizeof(_wireless_setting)));
 
 }  // namespace
 
-constexpr RecordInfo wirelessRecord{.name = "wireless",
-                                    .version = 1,
-                                    .size = sizeof(_wireless_setting),
-                                    .fields = kFields,
-                                    .defaults = &kDefaults,
-                                    .whole = true,
-                                    .linked = 0};
+constexpr RecordInfo wirelessRecord = describe::record("wireless", kDefaults, kFields, {.indivisible = true});
 
 }  // namespace camera
