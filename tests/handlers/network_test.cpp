@@ -1,123 +1,121 @@
-// network.cgi: what each parameter changes, which combinations it refuses, and what a failed write leaves.
+// network.cgi, pppoe.cgi and ddns.cgi: their values, the ports that clash, and that neither client is ever
+// switched on, or left on, without its texts.
 #include <gtest/gtest.h>
 
-#include <sstream>
-
-#include "tests/handlers/scripted_platform.h"
+#include "tests/handlers/endpoint.h"
 
 namespace camera::test {
 namespace {
 
 constexpr char kState[] =
     "lan.dhcp=0 lan.ip=10.0.0.2 lan.netmask=255.0.0.0 lan.gateway=10.0.0.1 lan.dns1=10.0.0.3 "
-    "lan.dns2=10.0.0.4 pppoe.enable=0 pppoe.user=pu pppoe.password=pp ddns.enable=0 ddns.provider=dyndns "
-    "ddns.host=dh ddns.user=du ddns.password=dp upnp.enable=0 upnp.http_external_port=8080 "
-    "upnp.rtsp_external_port=8554 httpsvr.http_port=80 httpsvr.alt_port=443 rtspsvr.rtsp_port=554";
-constexpr char kReply[] =
-    "dhcp=off ip=10.0.0.2 netmask=255.0.0.0 gateway=10.0.0.1 dns1=10.0.0.3 dns2=10.0.0.4 pppoe=off "
-    "pppoeuser=pu pppoepass=pp ddns=off ddnsprovider=dyndns ddnshost=dh ddnsuser=du ddnspass=dp upnp=off "
-    "httpport=80 httpexternalport=8080 rtspport=554 rtspexternalport=8554 ";
+    "lan.dns2=10.0.0.4 "
+    "pppoe.enable=0 pppoe.user=pu pppoe.password=pp ddns.enable=0 ddns.provider=dyndns ddns.host=dh "
+    "ddns.user=du "
+    "ddns.password=dp upnp.enable=0 upnp.http_external_port=8080 upnp.rtsp_external_port=8554 "
+    "httpsvr.http_port=80 "
+    "httpsvr.alt_port=443 rtspsvr.rtsp_port=554";
 
-// The lines of a reply that are not those of the one before, a space before each.
-std::string difference(const std::string& before, const std::string& after) {
-  std::istringstream lines{after};
-  std::string changed;
-  for (std::string line; lines >> line;) {
-    if ((" " + before).find(" " + line + " ") == before.npos) changed += " " + line;
-  }
-  return changed;
-}
-
-void start(const char* state) {
-  scripted().reset();
-  scripted().store(kState);
-  scripted().store(state);
-}
+const Endpoint kNetwork{
+    .cgi = "network.cgi",
+    .state = kState,
+    .reply =
+        "dhcp=off&ip=10.0.0.2&netmask=255.0.0.0&gateway=10.0.0.1&dns1=10.0.0.3&dns2=10.0.0.4&pppoe=off&"
+        "pppoeuser=pu&pppoepass=pp&ddns=off&ddnsprovider=dyndns&ddnshost=dh&ddnsuser=du&ddnspass=dp&upnp=off&"
+        "httpport=80&httpexternalport=8080&rtspport=554&rtspexternalport=8554",
+    .writes = "set lan 1"};
+const Endpoint kPppoe{
+    .cgi = "pppoe.cgi", .state = kState, .reply = "pppoe=off&user=pu&pass=pp", .writes = "set pppoe 1"};
+const Endpoint kDdns{.cgi = "ddns.cgi",
+                     .state = kState,
+                     .reply = "ddns=off&provider=dyndns&host=dh&user=du&pass=dp",
+                     .writes = "set ddns 1"};
 
 TEST(Network, ChangesWhatIsNamedAndNothingElse) {
-  expectRows(
-      "network.cgi", kState,
-      {{"", "", 200, kReply, ""}, {"httpport=80&dhcp=off&pppoeuser=pu", "", 200, kReply, "clean work"}});
-  // Of the reply the lines that differ from those before, which are stored too; of the writes the one record.
-  const Row rows[] = {
-      {"dhcp=on&ip=10.1.0.2&netmask=255.255.0.0", "", 200, "dhcp=on ip=10.1.0.2 netmask=255.255.0.0", "lan"},
-      {"gateway=10.0.0.9&dns1=&dns2=", "", 200, "gateway=10.0.0.9 dns1= dns2=", "lan"},
-      {"pppoeuser=", "", 200, "pppoeuser=", "pppoe"},
-      {"pppoepass=", "pppoe.enable=1", 200, "pppoepass=", "pppoe"},
-      {"pppoe=on&pppoeuser=me", "pppoe.user=", 200, "pppoe=on pppoeuser=me", "pppoe"},
-      {"ddns=on&ddnsprovider=velkorddns", "", 200, "ddns=on ddnsprovider=velkorddns", "ddns"},
-      {"ddns=off&ddnshost=&ddnspass=", "ddns.enable=1", 200, "ddns=off ddnshost= ddnspass=", "ddns"},
-      {"upnp=on&httpexternalport=1&rtspexternalport=65535", "", 200,
-       "upnp=on httpexternalport=1 rtspexternalport=65535", "upnp"},
-      {"httpport=443", "", 200, "httpport=443", "httpsvr"},  // the second port as well
-      // What was stored in a clash or incomplete stays as it is until the request names it.
-      {"upnp=on", "httpsvr.http_port=554 upnp.http_external_port=8554", 200, "upnp=on", "upnp"},
-      {"dhcp=on", "ddns.enable=1 ddns.host= pppoe.enable=1 pppoe.user=", 200, "dhcp=on", "lan"}};
-  for (const auto& [query, state, status, changes, record] : rows) {
-    SCOPED_TRACE(query + "  on " + state);
-    start(state);
-    const Reply before = request("network.cgi", "");
-    const Reply reply = request("network.cgi", query);
-    EXPECT_EQ(reply.status, status);
-    EXPECT_EQ(difference(before.body, reply.body), " " + changes);
-    EXPECT_EQ(scripted().writes(), std::string{"clean set "} + record + " 1 work " + record);
-    EXPECT_EQ(request("network.cgi", "").body, reply.body) << "is not what was stored";
-  }
+  kNetwork.accepts({{"httpport=80&dhcp=off&pppoeuser=pu"},
+                    {"dhcp=on&ip=10.1.0.2&netmask=255.255.0.0"},
+                    {"gateway=10.0.0.9&dns1=&dns2="},
+                    {.query = "upnp=on&httpexternalport=1&rtspexternalport=65535", .writes = "set upnp 1"},
+                    {.query = "httpport=443", .writes = "set httpsvr 1"},  // the second port as well
+                    {.query = "rtspport=80&httpport=554", .writes = "set httpsvr 1 set rtspsvr 1"},
+                    // What was stored in a clash or incomplete stays as it is until the request names it.
+                    {.query = "upnp=on",
+                     .state = "httpsvr.http_port=554 upnp.http_external_port=8554",
+                     .writes = "set upnp 1"},
+                    {"dhcp=on", "ddns.enable=1 ddns.host= pppoe.enable=1 pppoe.user="}});
 }
 
 TEST(Network, RefusesWhatCannotBe) {
-  const std::pair<const char*, std::string> kRows[] = {
-      {"",
-       "dhcp=1 ip= ip=10.0.0.256 ip=10.0.0.2%00 netmask= netmask=255.0.255.0 gateway= gateway=camera "
-       "dns1=10.0.0. dns2=::1 upnp= httpport=0 httpport=65536 rtspport=0 httpexternalport=0 "
-       "rtspexternalport=65536 ddnsprovider=other ddnshost=a/b ddnspass=a+b dhcp=on&user=me "
-       "httpport=80&rtspport=80 httpport=554 rtspport=80 httpexternalport=9&rtspexternalport=9 "
-       "httpexternalport=8554 rtspexternalport=8080 ddns=on&ddnshost= pppoe=on&pppoeuser="},
-      {"rtspsvr.rtsp_port=80", "httpport=80 rtspport=80"},  // named, though stored as it is
-      {"ddns.enable=1", "ddnshost= ddnsuser= ddnspass="},
-      {"ddns.provider=", "ddns=on"},
-      {"ddns.password=", "ddns=on"},
-      {"pppoe.enable=1", "pppoeuser="},
-      {"pppoe.user=", "pppoe=on"}};
-  for (const auto& [state, queries] : kRows) {
-    std::istringstream words{queries};
-    for (std::string query; words >> query;) expectRows("network.cgi", kState, {{query, state, 400, "", ""}});
+  kNetwork.refuses(
+      "dhcp=1 ip= ip=10.0.0.256 ip=10.0.0.2%00 netmask= netmask=255.0.255.0 gateway= gateway=camera "
+      "dns1=10.0.0. "
+      "dns2=::1 upnp= httpport=0 httpport=65536 rtspport=0 httpexternalport=0 rtspexternalport=65536 "
+      "dhcp=on&!user=me "
+      "!httpport=80&!rtspport=80 httpport=554 rtspport=80 !httpexternalport=9&!rtspexternalport=9 "
+      "httpexternalport=8554 rtspexternalport=8080");
+  kNetwork.refuses("httpport=80 rtspport=80", "rtspsvr.rtsp_port=80");  // named, though stored as it is
+}
+
+// The query as network.cgi takes it, where the names of a client's texts begin with the client's.
+std::string prefixed(const std::string& client, const std::string& query) {
+  std::string text;
+  for (std::size_t i = 0; i < query.size(); ++i) {
+    text += query[i];
+    const bool starts = i + 1 < query.size() && query[i + 1] != '!' &&
+                        (query[i] == '&' || query[i] == ' ' || query[i] == '!');
+    if (starts && query.compare(i + 1, client.size(), client) != 0) text += client;
   }
-  constexpr std::pair<const char*, std::size_t> kLongest[] = {
-      {"ddnshost=", 36}, {"ddnsuser=", 30}, {"ddnspass=", 30}, {"pppoeuser=", 32}, {"pppoepass=", 60}};
-  for (const auto& [name, longest] : kLongest) {
-    const std::string query = name + std::string(longest, 'x');
-    expectRefused("network.cgi", kState, {query + "x"});
-    EXPECT_EQ(difference(kReply, request("network.cgi", query).body), " " + query);
+  return text;
+}
+
+// What holds of a client's own endpoint holds of network.cgi.
+void expectBoth(const Endpoint& own, const std::string& client, const std::vector<Row>& rows,
+                const std::vector<std::pair<std::string, std::string>>& refused) {
+  Endpoint network = kNetwork;
+  network.writes = own.writes;
+  own.accepts(rows);
+  for (const auto& [query, state, changes, writes] : rows)
+    network.accepts({{prefixed(client, "&" + query).substr(1), state}});
+  for (const auto& [queries, state] : refused) {
+    own.refuses(queries, state);
+    network.refuses(prefixed(client, " " + queries).substr(1), state);
   }
 }
 
-TEST(Network, StopsAtTheFirstRecordThatCannotBeRead) {
-  std::string calls;
-  for (const char* call : {"get lan", "get pppoe", "get ddns", "get httpsvr", "get rtspsvr", "get upnp"}) {
-    calls += (calls.empty() ? "" : " ") + std::string{call};
-    expectResults("network.cgi", kState, {{call, 2, "dhcp=on", 500, calls.c_str()}});
-  }
+TEST(PPPoE, IsNeverOnWithoutAUser) {
+  const std::string user(32, 'u');
+  const std::string pass(60, '~');
+  expectBoth(kPppoe, "pppoe",
+             {{"pppoe=on"},
+              {"pppoe=off&user=pu"},
+              {"pppoe=on&user=you", "pppoe.user="},
+              {"user="},
+              {"user=&pppoe=off", "pppoe.enable=1"},
+              {"pass=", "pppoe.enable=1"},
+              {"user=" + user + "&pass=" + pass}},
+             {{"pppoe=On user=a+b user=u" + user + " pass=~" + pass + " pppoe=on&!user=", ""},
+              {"!pppoe=on&!user", "pppoe.user="},
+              {"user=", "pppoe.enable=1"}});
 }
 
-TEST(Network, AFailedWriteKeepsThoseBeforeItAndRunsNoAction) {
-  constexpr std::pair<const char*, const char*> kWrites[] = {
-      {"lan", "dhcp=on"},  {"pppoe", "pppoepass=x"},    {"ddns", "ddnspass=x"},
-      {"upnp", "upnp=on"}, {"httpsvr", "httpport=554"}, {"rtspsvr", "rtspport=80"}};
-  std::string query;
-  for (const auto& [record, change] : kWrites) query += std::string{change} + "&";
-  std::string calls = "clean";
-  std::string stored;
-  for (const auto& [record, change] : kWrites) {
-    const std::string call = std::string{"set "} + record + " 1";
-    calls += " " + call;
-    start("");
-    scripted().results[call] = 2;
-    EXPECT_EQ(request("network.cgi", query).status, 500) << call;
-    EXPECT_EQ(scripted().writes(), calls);
-    EXPECT_EQ(difference(kReply, request("network.cgi", "").body), stored) << call;
-    stored += std::string{" "} + change;
-  }
+TEST(Ddns, IsNeverOnWithoutAllItsTexts) {
+  const std::string host(36, 'h');
+  const std::string text(30, '~');
+  expectBoth(
+      kDdns, "ddns",
+      {{"ddns=on&provider=velkorddns"},
+       {"ddns=off&host=dh"},
+       {"ddns=on&host=h&user=u&pass=p", "ddns.host= ddns.user= ddns.password="},
+       {"user=u", "ddns.enable=1 ddns.host="},
+       {"host=&user=&pass=&ddns=off", "ddns.enable=1"},
+       {"host=A9_-.z"},
+       {"host=" + host + "&user=" + text + "&pass=" + text}},
+      {{"provider=other provider= host=a/b user=a+b host=h" + host + " user=~" + text + " pass=~" + text, ""},
+       {"host= user= pass=", "ddns.enable=1"},
+       {"!ddns=on&!provider", "ddns.provider="},
+       {"!ddns=on&!host", "ddns.host="},
+       {"!ddns=on&!user", "ddns.user="},
+       {"!ddns=on&!pass", "ddns.password="}});
 }
 
 }  // namespace

@@ -2,26 +2,27 @@
 // real one.
 #include "tests/handlers/scripted_platform.h"
 
+#include <arpa/inet.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
+#include <fstream>
 #include <sstream>
 #include <stdexcept>
 
-#include "framework/cgi_table.h"
-#include "framework/cgilet.h"
 #include "platform/clock/clock.h"
 #include "platform/log.h"
 #include "platform/product/pib.h"
 #include "platform/shell.h"
 #include "platform/store/cam.h"
+#include "platform/store/record_fields.h"
 #include "platform/store/record_text.h"
-#include "tests/support/cgi_run.h"
 
 namespace camera::test {
 namespace {
+
+constexpr int kUntouched = 0xA5;  // in the bytes that no endpoint uses
 
 // The record and the element that a name such as "lan.dhcp" or "rtspsvr.urlentry[1]" stands for.
 std::pair<std::size_t, Element> locate(const std::string& name) {
@@ -33,9 +34,40 @@ std::pair<std::size_t, Element> locate(const std::string& name) {
   throw std::runtime_error{"no such setting: " + name};
 }
 
+std::map<std::string, std::string> readProduct() {
+  std::map<std::string, std::string> lines;
+  std::ifstream file{CAMERA_SOURCE_DIR "/virtual-camera/products/full/product.conf"};
+  for (std::string line; std::getline(file, line);) {
+    const std::size_t equals = line.find(" = ");
+    if (equals != line.npos && !line.starts_with('#'))
+      lines[line.substr(0, equals)] = line.substr(equals + 3);
+  }
+  return lines;
+}
+
+IF_INFO interfaceAt(const std::string& address) {
+  IF_INFO info{};
+  inet_pton(AF_INET, address.c_str(), &info.address);
+  inet_pton(AF_INET, "255.255.240.0", &info.netmask);
+  inet_pton(AF_INET, "192.168.0.1", &info.gateway);
+  return info;
+}
+
+sitelist parseSite(std::string text) {
+  sitelist site{};
+  std::replace(text.begin(), text.end(), ',', '\n');
+  std::istringstream fields{text};
+  for (const auto& [field, size] : {std::pair<char*, std::size_t>{site.ssid, sizeof site.ssid},
+                                    {site.encryption, sizeof site.encryption},
+                                    {site.auth, sizeof site.auth},
+                                    {site.network_type, sizeof site.network_type}})
+    fields.getline(field, static_cast<std::streamsize>(size));
+  fields >> site.channel >> site.rssi;
+  return site;
+}
+
 int answer(const std::string& call) {
-  scripted().calls.push_back(call);
-  return scripted().results[call];
+  return scripted().answer(call);
 }
 
 int readRecord(RecordIndex index, void* record) {
@@ -48,11 +80,19 @@ int readRecord(RecordIndex index, void* record) {
 int writeRecord(RecordIndex index, const void* record, _cam_actions* actions, unsigned char flag) {
   const auto i = static_cast<std::size_t>(index);
   const int result = answer(std::string{"set "} + kRecords[i]->name + " " + std::to_string(flag));
+  EXPECT_EQ(actions, scripted().cleaned) << "its actions were not cleaned";
+  EXPECT_EQ(firstInvalid(*kRecords[i], record), "") << "of " << kRecords[i]->name << " is out of bounds";
+  forEachElement(*kRecords[i], [&](const Field& field, unsigned /*index*/, std::size_t offset) {
+    const void* stored = scripted().records[i].data() + offset;
+    const bool kept = std::memcmp(static_cast<const char*>(record) + offset, stored, field.width) == 0;
+    EXPECT_TRUE(kept || field.kind != FieldKind::kReserved) << kRecords[i]->name << "." << field.name;
+  });
   scripted().wasOvertaken = result == 0 && scripted().overtaken > 0 && scripted().overtaken-- > 0;
   if (scripted().wasOvertaken) return 1;
   if (result != 0) return result;
   std::memcpy(scripted().records[i].data(), record, kRecords[i]->size);
   actions->records |= recordBit(index);
+  scripted().unfinished |= recordBit(index);
   return 0;
 }
 
@@ -63,21 +103,50 @@ ScriptedPlatform& scripted() {
   return platform;
 }
 
-void ScriptedPlatform::reset() {
-  *this = {};
-  for (const RecordInfo* info : kRecords) {
-    const auto* defaults = static_cast<const std::uint8_t*>(info->defaults);
-    records.emplace_back(defaults, defaults + info->size);
-  }
+bool isA(const std::string& verb, const std::string& call) {
+  return call.starts_with(verb) && (call.size() == verb.size() || call.find_first_of(" #") == verb.size());
 }
 
-void ScriptedPlatform::store(const std::string& values) {
-  std::istringstream words{values};
+void ScriptedPlatform::reset(const std::string& state) {
+  static const std::map<std::string, std::string> fullProduct = readProduct();
+  *this = {};
+  product = fullProduct;
+  interfaces["eth0"] = interfaceAt("192.168.0.20");
+  for (const RecordInfo* info : kRecords) {
+    const auto* defaults = static_cast<const std::uint8_t*>(info->defaults);
+    std::vector<std::uint8_t>& record = records.emplace_back(defaults, defaults + info->size);
+    for (const Field& field : info->fields)
+      if (field.kind == FieldKind::kReserved) std::memset(&record[field.offset], kUntouched, field.width);
+  }
+  store(state);
+}
+
+void ScriptedPlatform::store(const std::string& state) {
+  std::istringstream words{state};
   for (std::string word; words >> word;) {
     const std::size_t equals = word.find('=');
-    const auto [i, element] = locate(word.substr(0, equals));
-    EXPECT_TRUE(parseElement(*element.field, word.substr(equals + 1), records[i].data() + element.offset))
-        << word;
+    const std::string name = word.substr(0, equals);
+    std::string value = word.substr(equals + 1);
+    std::replace(value.begin(), value.end(), '+', ' ');
+    if (name == "product")
+      product.clear();
+    else if (name.starts_with("product."))
+      product[name.substr(8)] = value;
+    else if (name == "eth0" || name == "ppp0" || name == "ra0") {
+      interfaces.erase(name);
+      if (!value.empty()) interfaces[name] = interfaceAt(value);
+    } else if (name == "site")
+      sites.push_back(parseSite(value));
+    else if (name == "line")
+      printed.push_back(value + "\n");
+    else if (name == "rssi")
+      rssi = std::stoi(value);
+    else if (name == "time")
+      time = std::stoll(value);
+    else {
+      const auto [i, element] = locate(name);
+      EXPECT_TRUE(parseElement(*element.field, value, records[i].data() + element.offset)) << word;
+    }
   }
 }
 
@@ -86,67 +155,54 @@ std::string ScriptedPlatform::stored(const std::string& name) const {
   return formatElement(*element.field, records[i].data() + element.offset);
 }
 
-std::string ScriptedPlatform::allCalls(bool reads) const {
+void ScriptedPlatform::beginRequest() {
+  calls.clear();
+  times_.clear();
+  cleaned = nullptr;
+  unfinished = 0;
+}
+
+int ScriptedPlatform::answer(const std::string& call) {
+  const int times = ++times_[call];
+  calls.push_back(times == 1 ? call : call + "#" + std::to_string(times));
+  const auto result = results.find(calls.back());
+  return result == results.end() ? 0 : result->second;
+}
+
+std::string ScriptedPlatform::history(const std::vector<std::string>& verbs) const {
   std::string text;
-  for (const std::string& call : calls)
-    if (reads || !call.starts_with("get ")) text += (text.empty() ? "" : " ") + call;
+  for (const std::string& call : calls) {
+    const bool told =
+        std::any_of(verbs.begin(), verbs.end(), [&](const std::string& verb) { return isA(verb, call); });
+    if (told) text += (text.empty() ? "" : " ") + call;
+  }
   return text;
 }
 
-Reply request(const char* cgi, const std::string& query) {
-  const std::unique_ptr<InfCgilet> cgilet{findCgi(cgi)->create()};
-  const std::string response = capture(test::get(query), [&] { serve(*cgilet); });
-  std::string body = response.substr(response.find("\r\n\r\n") + 4);
-  std::replace(body.begin(), body.end(), '\n', ' ');
-  return {response.starts_with("Status: ") ? std::stoi(response.substr(8)) : 0, body};
-}
-
-void expectRows(const char* cgi, const char* state, const std::vector<Row>& rows) {
-  for (const Row& row : rows) {
-    SCOPED_TRACE(std::string{cgi} + "?" + row.query + "  on " + state + " " + row.state);
-    scripted().reset();
-    scripted().store(std::string{state} + " " + row.state);
-    const Reply reply = request(cgi, row.query);
-    const bool bare = row.status != 200 && row.reply.empty();
-    EXPECT_EQ(reply.status, row.status);
-    EXPECT_EQ(reply.body, bare ? "error=" + std::to_string(row.status) + " " : row.reply);
-    EXPECT_EQ(scripted().writes(), row.writes);
-  }
-}
-
-void expectRefused(const char* cgi, const char* state, const std::vector<std::string>& queries) {
-  for (const std::string& query : queries) expectRows(cgi, state, {{query, "", 400, "", ""}});
-}
-
-void expectResults(const char* cgi, const char* state, const std::vector<ResultRow>& rows) {
-  for (const auto& [call, result, query, status, calls] : rows) {
-    SCOPED_TRACE(std::string{cgi} + "?" + query + "  with " + call + " giving " + std::to_string(result));
-    scripted().reset();
-    scripted().store(state);
-    scripted().results[call] = result;
-    EXPECT_EQ(request(cgi, query).status, status);
-    EXPECT_EQ(scripted().allCalls(), calls);
-  }
-}
-
 }  // namespace camera::test
+
+using camera::test::answer;
+using camera::test::scripted;
 
 std::string dbg_log(const char* format, ...) {
   return format;
 }
 
 void cam_clean_actions(_cam_actions* actions) {
-  camera::test::answer("clean");
+  answer("clean");
+  scripted().cleaned = actions;
   actions->records = 0;
 }
 
 int cam_work_actions(_cam_actions* actions) {
+  EXPECT_EQ(actions->records, scripted().unfinished) << "are not the actions of what was written";
+  scripted().unfinished = 0;
   std::string call = "work";
   for (std::size_t i = 0; i < camera::kRecordCount; ++i) {
     if ((actions->records >> i & 1) != 0)
       call += std::string{call == "work" ? " " : ","} + camera::kRecords[i]->name;
   }
-  return camera::test::answer(call);
+  return answer(call);
 }
 
 #define CAMERA_SCRIPT_RECORD(name, type)                                                \
@@ -159,50 +215,53 @@ int cam_work_actions(_cam_actions* actions) {
 CAMERA_RECORDS(CAMERA_SCRIPT_RECORD)
 
 bool cam_overtaken() {
-  return camera::test::scripted().wasOvertaken;
+  return scripted().wasOvertaken;
 }
 
 void cam_hold() {
-  camera::test::scripted().overtaken = 0;
+  scripted().overtaken = 0;
 }
 
 void cam_release() {}
 
 void apply_timezone() {
-  camera::test::scripted().calls.emplace_back("get zone");
+  answer("ask zone");
 }
 
 std::int64_t camera::cameraTime() {
-  return camera::test::scripted().time;
+  return answer("time") == 0 ? scripted().time : -1;
 }
 
 int cam_get_wireless_rssi() {
-  return camera::test::scripted().rssi;
+  return answer("ask rssi") == 0 ? scripted().rssi : 0;
 }
 
 bool GetActiveIFInfo(const char* name, IF_INFO* info) {
-  const auto found = camera::test::scripted().interfaces.find(name);
-  if (found == camera::test::scripted().interfaces.end()) return false;
+  const auto found = scripted().interfaces.find(name);
+  const bool active = found != scripted().interfaces.end();
+  if (answer(std::string{active ? "get " : "ask "} + name) != 0 || !active) return false;
   *info = found->second;
   return true;
 }
 
 sitelist* dumpSites(sitelist* list) {
-  std::vector<sitelist>& sites = camera::test::scripted().sites;
-  camera::test::scripted().calls.emplace_back("get sites");
+  std::vector<sitelist>& sites = scripted().sites;
+  if (answer("ask sites") != 0) sites.clear();
   for (std::size_t i = 1; i < sites.size(); ++i) sites[i - 1].next = &sites[i];
   return sites.empty() ? list : sites.data();
 }
 
 void ClearQueue(sitelist* list) {
-  const std::vector<sitelist>& sites = camera::test::scripted().sites;
-  const bool whole = list == (sites.empty() ? nullptr : sites.data());
-  camera::test::scripted().calls.emplace_back(whole ? "get freed" : "freed what it did not get");
+  std::vector<sitelist>& sites = scripted().sites;
+  EXPECT_EQ(list, sites.empty() ? nullptr : sites.data()) << "is not the list that it got";
+  answer("ask to free");
 }
 
 int PIB::init() {
-  if (camera::test::scripted().productFails) throw PIBError();
-  parse(camera::test::scripted().productInfo);
+  if (answer("get product") != 0) throw PIBError();
+  std::string text;
+  for (const auto& [key, value] : scripted().product) text.append(key).append("=").append(value).append("\n");
+  parse(text);
   return 0;
 }
 
@@ -213,17 +272,17 @@ int check_extra_modules(const char* name) {
 }
 
 int run_shell(const char* command) {
-  return camera::test::answer(std::string{"system "} + command);
+  return answer(std::string{"run "} + command);
 }
 
 int read_command(const char* command, void (*take)(const char* piece, void* context), void* context) {
-  const int status = camera::test::answer(std::string{"popen "} + command);
-  for (const std::string& piece : camera::test::scripted().printed)
+  const int status = answer(std::string{"get "} + command);
+  for (const std::string& piece : scripted().printed)
     if (status == 0) take(piece.c_str(), context);
   return status;
 }
 
 // Takes the place of libc's: no command of an endpoint ever runs on the machine that tests it.
 extern "C" int system(const char* command) {
-  return camera::test::answer(std::string{"system "} + command);
+  return answer(std::string{"run "} + command);
 }

@@ -8,70 +8,67 @@
 
 #include "platform/network/if_info.h"
 #include "platform/network/site_survey.h"
+#include "platform/store/cam.h"
 #include "platform/store/record.h"
 
 namespace camera::test {
 
-// Of the process; a test starts with scripted().reset().
+// Of the process. Every fake of a platform function asks answer() before it does anything, and that is all it
+// takes to join the fault sweep. The text of a call begins with a verb:
+//   get, send    reads, or asks a daemon; the result says whether that worked
+//   ask          reads what cannot fail; a result other than 0 means that there is nothing to be had
+//   time         reads the clock
+//   set, run     writes to the store, runs a command
+//   clean, work  the frame of a transaction
 struct ScriptedPlatform {
-  std::vector<std::string> calls;      // "get lan", "set lan 1", "clean", "work lan,ddns", in order
-  std::map<std::string, int> results;  // what a call of that text returns instead of 0, e.g. {"set lan 1", 2}
+  std::vector<std::string> calls;  // of the last request, in order: "get lan", "set lan 1", "work lan,ddns";
+                                   // the second of a text is "get lan#2"
+  std::map<std::string, int> results;  // what the call of that name gives instead of 0, e.g. {"set lan 1", 2}
   std::vector<std::vector<std::uint8_t>> records;  // what the store holds, by index
   int overtaken = 0;  // writes that are still to be refused because another process came first; none while
                       // the store is held
   bool wasOvertaken = false;  // the last one was
 
-  std::string productInfo;                    // text of product.conf
-  bool productFails = false;                  // PIB::init raises PIBError
-  std::map<std::string, IF_INFO> interfaces;  // the active ones, by the camera's name
-  std::vector<sitelist> sites;                // what the survey heard
-  std::vector<std::string> printed;           // what read_command hands over, in pieces
+  std::map<std::string, std::string> product;  // the lines of product.conf
+  std::map<std::string, IF_INFO> interfaces;   // the active ones, by the camera's name
+  std::vector<sitelist> sites;                 // what the survey heard
+  std::vector<std::string> printed;            // what read_command hands over, in pieces
   int rssi = 0;
   std::int64_t time = 0;  // of the camera's clock; the local time of curtime is what the record holds
 
-  void reset();
-  // Puts values into the store: "lan.dhcp=1 httpsvr.http_port=80", in the text form of camera-settings.
-  void store(const std::string& values);
+  const _cam_actions* cleaned = nullptr;  // that of the request's transaction
+  std::uint64_t unfinished = 0;           // records written whose actions did not run
+
+  // A camera of the fully equipped product with factory settings, in that state.
+  void reset(const std::string& state = "");
+  // Changes the state by words of these forms, in which a + is a space:
+  //   lan.dhcp=1        a setting, in the text form of camera-settings
+  //   product=          no line in product.conf
+  //   product.has_mic=0 this line; a key that nobody knows makes the file unreadable
+  //   eth0=10.0.0.2     this interface is active (empty: not), behind 192.168.0.1
+  //   site=A,NONE,OPEN,Infra,1,-50    one more network in the survey, as in its file
+  //   line=by+Motion    one more line in what a command prints
+  //   rssi=-42          the signal
+  //   time=86400        the camera's clock
+  void store(const std::string& state);
   // One stored value, in the same form: stored("lan.dhcp").
   std::string stored(const std::string& name) const;
-  std::string allCalls(bool reads = true) const;  // joined by spaces
-  // The calls that wrote or acted: what a read must leave empty.
-  std::string writes() const { return allCalls(false); }
+
+  void beginRequest();
+  int answer(const std::string& call);
+
+  // The calls that begin with one of the verbs, joined by spaces.
+  std::string history(const std::vector<std::string>& verbs) const;
+  // The calls that changed something: what a read must leave empty.
+  std::string writes() const { return history({"set", "run"}); }
+
+ private:
+  std::map<std::string, int> times_;
 };
 
 ScriptedPlatform& scripted();
 
-// One request against a scripted starting state.
-struct Row {
-  std::string query;
-  const char* state;  // for ScriptedPlatform::store, on top of the suite's own
-  int status;
-  std::string reply;   // body with spaces for line ends; of a failure "" stands for "error=CODE "
-  const char* writes;  // "" for none
-};
-
-struct Reply {
-  int status;
-  std::string body;
-};
-
-// Serves a request of the endpoint on the scripted platform as it is.
-Reply request(const char* cgi, const std::string& query);
-
-// Serves every row from a fresh store that holds the state.
-void expectRows(const char* cgi, const char* state, const std::vector<Row>& rows);
-void expectRefused(const char* cgi, const char* state, const std::vector<std::string>& queries);  // as 400
-
-// One request during which one call of the platform gives a result of its own.
-struct ResultRow {
-  const char* call;  // as in ScriptedPlatform::calls
-  int result;
-  const char* query;
-  int status;
-  const char* calls;  // all of them, in order
-};
-
-// Serves every row from a fresh store that holds the state.
-void expectResults(const char* cgi, const char* state, const std::vector<ResultRow>& rows);
+// True when the call's text begins with the verb.
+bool isA(const std::string& verb, const std::string& call);
 
 }  // namespace camera::test

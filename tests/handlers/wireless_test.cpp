@@ -6,88 +6,68 @@
 #include <optional>
 
 #include "platform/store/records/wireless.h"
-#include "tests/handlers/scripted_platform.h"
+#include "tests/handlers/endpoint.h"
 
 namespace camera::test {
 namespace {
 
-constexpr char kWritten[] = "clean set wireless 1 work wireless";
-constexpr char kOpenNet[] =
-    "wireless.enable=1 wireless.mode=0 wireless.auth=0 wireless.encryption=0 wireless.essid=Net "
-    "wireless.channel=1 wireless.key=";
+const Endpoint kWireless{
+    .cgi = "wireless.cgi",
+    .state =
+        "product.region=0 wireless.enable=1 wireless.mode=0 wireless.auth=0 wireless.encryption=0 "
+        "wireless.essid=Net wireless.channel=1 wireless.key=",
+    .reply = "enable=on&mode=managed&essid=Net&chpatterns=11111111111&channel=1&auth=open&encryption=none",
+    .writes = "set wireless 1"};
 
 TEST(Wireless, ChecksEachValue) {
   const std::string hex64 = "0123456789abcdefABCDEF0123456789abcdefABCDEF0123456789abcdefABCD";
   const std::string hex26 = hex64.substr(0, 26);
   const std::string hex63 = hex64.substr(1);
-  const std::string wpa = "auth=WPA2-PSK&encryption=AES&passphrase=";
-  const std::string wep = "auth=shared&encryption=WEP&key1=";
-  const std::string punctuation = R"(!"#$%&'()*+,-./:;<=>?@[\]^_`{|}~)";
-  const std::string encoded = R"(!"%23$%25%26'()*%2B,-./:;<=>?@[\]^_`{|}~)";
   const std::string longest(32, 'n');
-  const std::pair<std::string, std::string> accepted[] = {
-      {"essid=" + longest,
-       "essid=" + longest + " chpatterns=11111111111 channel=1 auth=open encryption=none "},
-      {wpa + "8 charac", " auth=WPA2-PSK encryption=AES passphrase=8 charac "},
-      {wpa + "%20" + encoded, " passphrase= " + punctuation + " "},
-      {wpa + hex63, " passphrase=" + hex63 + " "},
-      {wpa + hex64, " passphrase=" + hex64 + " "},
-      {wep + "a+%7b%25x", " auth=open encryption=WEP format=ASCII keylength=64 activekey=1 key1=a {%x "},
-      {wep + "012345abCD", " format=hex keylength=64 activekey=1 key1=012345abCD "},
-      {wep + "thirteen char", " format=ASCII keylength=128 activekey=1 key1=thirteen char "},
-      {wep + hex26, " format=hex keylength=128 activekey=1 key1=" + hex26 + " "},
-  };
-  for (const auto& [query, end] : accepted) {
-    scripted().reset();
-    scripted().store(kOpenNet);
-    const Reply reply = request("wireless.cgi", query);
-    EXPECT_TRUE(reply.status == 200 && reply.body.ends_with(end)) << query << " " << reply.body;
-    EXPECT_EQ(scripted().writes(), kWritten) << query;
-  }
+  const std::string punctuation = R"( !"#$%&'()*+,-./:;<=>?@[\]^_`{|}~)";
+  const std::string encoded = R"(%20!"%23$%25%26'()*%2B,-./:;<=>?@[\]^_`{|}~)";
+  const std::string wpa = "auth=WPA2-PSK&encryption=AES&";
+  const std::string wep = "auth=shared&encryption=WEP&";
+  const std::string wepReply = "auth=open&encryption=WEP&format=";
+  kWireless.accepts(
+      {{"enable=off&essid=" + longest},
+       {wpa + "passphrase=8 charac", "", wpa + "passphrase=8 charac"},
+       {wpa + "passphrase=" + encoded, "", wpa + "passphrase=" + punctuation},
+       {wpa + "passphrase=" + hex63, "", wpa + "passphrase=" + hex63},
+       {wpa + "passphrase=" + hex64, "", wpa + "passphrase=" + hex64},
+       {wep + "key1=a+%7b%25x", "", wepReply + "ASCII&keylength=64&activekey=1&key1=a {%x"},
+       {wep + "key1=012345abCD", "", wepReply + "hex&keylength=64&activekey=1&key1=012345abCD"},
+       {wep + "key1=thirteen+char", "", wepReply + "ASCII&keylength=128&activekey=1&key1=thirteen char"},
+       {wep + "key1=" + hex26, "", wepReply + "hex&keylength=128&activekey=1&key1=" + hex26}});
   // The table of words for auth has gaps; keys are checked where they are not used, too.
-  expectRefused("wireless.cgi", kOpenNet,
-                {"auth=", "activekey=2", "enable=ON", "mode=adhoc", "encryption=wep", "essid=",
-                 "essid=n" + longest, "key1=four", "passphrase=short", wpa + "1234567", wpa + "with%09tab",
-                 wpa + "g" + hex63, wpa + "0" + hex64, wep + "012345abCG", wep + "elevenchars"});
+  kWireless.refuses("auth= activekey=2 enable=ON mode=adhoc encryption=wep essid= essid=n" + longest +
+                    " key1=four passphrase=short");
+  for (const std::string& bad : {std::string{"1234567"}, std::string{"with%09tab"}, "g" + hex63, "0" + hex64})
+    kWireless.refuses(wpa + "!passphrase=" + bad);
+  for (const char* bad : {"012345abCG", "elevenchars"}) kWireless.refuses(wep + "!key1=" + bad);
 }
 
 TEST(Wireless, AppliesAChannelOfTheRegionInAdHocModeAlone) {
-  constexpr char kManaged[] =
-      "enable=on mode=managed essid=Net chpatterns=11111111111 channel=1 auth=open encryption=none ";
-  constexpr char kAdHoc[] =
-      "enable=on mode=ad-hoc essid=Net chpatterns=11111111111 channel=6 auth=open encryption=none ";
-  expectRows(
-      "wireless.cgi", kOpenNet,
-      {
-          {"channel=6", "", 200, kManaged, ""},
-          {"channel=6&mode=managed", "wireless.mode=1", 200, kManaged, kWritten},
-          {"channel=6&mode=ad-hoc", "", 200, kAdHoc, kWritten},
-          {"channel=6", "wireless.mode=1", 200, kAdHoc, kWritten},
-          {"channel=-6", "wireless.mode=1", 400, "", ""},
-          {"activekey=1&chpatterns=&format=%00&keylength=1&key2=%ff&key3=x&key4=y", "", 200, kManaged, ""},
-      });
+  kWireless.accepts({{"channel=6", "", ""},
+                     {"channel=6&mode=managed", "wireless.mode=1", "mode=managed"},
+                     {"channel=6&mode=ad-hoc"},
+                     {"channel=6", "wireless.mode=1"},
+                     {"activekey=1&chpatterns=&format=%00&keylength=1&key2=%ff&key3=x&key4=y", "", ""}});
+  kWireless.refuses("channel=-6", "wireless.mode=1");
   int region = 0;
   for (const std::string pattern : {"11111111111", "1111111111111", "00000000011", "0000000001111",
                                     "00000000000001", "11111111111111", "001111111", "0000111111111", ""}) {
-    scripted().reset();
-    scripted().productInfo = "region = " + std::to_string(region++);
-    const Reply reply = request("wireless.cgi", "");
-    EXPECT_NE(reply.body.find(" chpatterns=" + pattern + " channel=1 "), std::string::npos) << reply.body;
+    const std::string state = "product.region=" + std::to_string(region++);
+    kWireless.accepts({{"", state, "chpatterns=" + pattern}});
     for (std::size_t channel = 0; channel <= 16; ++channel) {
       const bool allowed = channel >= 1 && channel <= pattern.size() && pattern[channel - 1] == '1';
-      EXPECT_EQ(request("wireless.cgi", "channel=" + std::to_string(channel)).status, allowed ? 200 : 400)
-          << pattern << " " << channel;
+      const std::string query = "channel=" + std::to_string(channel);
+      if (allowed)
+        kWireless.accepts({{query, state, ""}});
+      else
+        kWireless.refuses(query, state);
     }
   }
-}
-
-TEST(Wireless, AnswersAsThePlatformDoes) {
-  expectResults("wireless.cgi", kOpenNet,
-                {{"get wireless", 1, "enable=off", 500, "get wireless"},
-                 {"set wireless 1", 2, "enable=off", 500, "get wireless clean set wireless 1"}});
-  scripted().reset();
-  scripted().productFails = true;
-  EXPECT_EQ(request("wireless.cgi", "enable=on").status, 500);
 }
 
 // The rules between the values, one a line, against every combination.

@@ -11,26 +11,26 @@ namespace {
 
 constexpr const char* kVariables[] = {"REQUEST_METHOD", "QUERY_STRING", "CONTENT_TYPE", "CONTENT_LENGTH"};
 
-// A descriptor replaced by an in-memory file until the object ends.
-class Redirect {
+// A standard stream and the file in memory that takes its place, time and again, for one run.
+class Stream {
  public:
-  Redirect(int descriptor, const std::string& content)
-      : descriptor_{descriptor}, saved_{dup(descriptor)}, file_{memfd_create("redirect", 0)} {
-    if (pwrite(file_, content.data(), content.size(), 0) != std::ssize(content)) std::abort();
-    dup2(file_, descriptor_);
+  explicit Stream(int descriptor)
+      : descriptor_{descriptor}, original_{dup(descriptor)}, file_{memfd_create("stream", MFD_CLOEXEC)} {}
+
+  void redirect(const std::string& content) const {
+    const bool filled = ftruncate(file_, 0) == 0 && lseek(file_, 0, SEEK_SET) == 0 &&
+                        pwrite(file_, content.data(), content.size(), 0) == std::ssize(content);
+    if (!filled || dup2(file_, descriptor_) < 0) std::abort();
   }
-  ~Redirect() {
-    dup2(saved_, descriptor_);
-    for (const int descriptor : {saved_, file_}) close(descriptor);
-  }
-  std::string content() const {
+  std::string restore() const {
     std::string text(static_cast<std::size_t>(lseek(file_, 0, SEEK_END)), '\0');
-    if (pread(file_, text.data(), text.size(), 0) != std::ssize(text)) std::abort();
+    const bool taken = pread(file_, text.data(), text.size(), 0) == std::ssize(text);
+    if (!taken || dup2(original_, descriptor_) < 0) std::abort();
     return text;
   }
 
  private:
-  int descriptor_, saved_, file_;
+  int descriptor_, original_, file_;
 };
 
 }  // namespace
@@ -47,14 +47,22 @@ CgiInput post(const std::string& form) {
 }
 
 std::string capture(const CgiInput& input, const std::function<void()>& code) {
-  for (const char* variable : kVariables) unsetenv(variable);
-  for (const auto& [name, value] : input.environment) setenv(name.c_str(), value.c_str(), 1);
+  static const Stream in{STDIN_FILENO};
+  static const Stream out{STDOUT_FILENO};
+  for (const char* variable : kVariables) {
+    const auto given = input.environment.find(variable);
+    if (given == input.environment.end())
+      unsetenv(variable);
+    else
+      setenv(variable, given->second.c_str(), 1);
+  }
   fflush(stdout);
-  const Redirect in{STDIN_FILENO, input.body};
-  const Redirect out{STDOUT_FILENO, {}};
+  in.redirect(input.body);
+  out.redirect({});
   code();
   fflush(stdout);
-  return out.content();
+  in.restore();
+  return out.restore();
 }
 
 }  // namespace camera::test

@@ -1,0 +1,88 @@
+// The notation of endpoint tests, over the dispatcher's table, the wire and the scripted platform.
+//
+// How to write an endpoint's test
+//
+// One file, one Endpoint, and for every group of rules one TEST that is named after them:
+//
+//   const Endpoint kPppoe{.cgi = "pppoe.cgi",
+//                         .state = "pppoe.enable=0 pppoe.user=me pppoe.password=secret",
+//                         .reply = "pppoe=off&user=me&pass=secret",
+//                         .writes = "set pppoe 1"};
+//
+//   TEST(PPPoE, IsNeverOnWithoutAUser) {
+//     kPppoe.accepts({{"pppoe=on&pass="},
+//                     {"user=&pppoe=off", "pppoe.enable=1"},
+//                     {"user=%22", "", "user=\""}});
+//     kPppoe.refuses("pppoe=On user=a+b pppoe=on&!colour=red");
+//     kPppoe.refuses("pppoe=on&!user", "pppoe.user=");
+//   }
+//
+// A row is {query, state, changes, writes}, and all but the query may be left out. Its state comes on top of
+// the endpoint's, in the words of ScriptedPlatform::store. Changes are the lines of the reply that are not
+// those of the plain read of the same state (or, where the query is the plain read itself, of .reply); left
+// out, the query shows the values as it gave them. Writes left out are the endpoint's where the reply
+// changed, and none where it did not. Beyond the row, every request is held to: one whole reply; a plain read
+// afterwards that agrees with it; cleaned actions, and those of exactly the records written; values that the
+// store takes; unused bytes kept.
+//
+// refuses() takes queries with spaces between them. Each answers 400 (or the status given) and changes
+// nothing; a message names the parameter at fault, which is the first or any that a ! marks (it is not sent).
+// A marked name without a value is one that is missing: "!user" sends nothing, and "!" is the plain read.
+//
+// What the platform's failures make of the request is not for this file: add the endpoint's row to the table
+// in fault_sweep_test.cpp.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/handlers/scripted_platform.h"
+#include "tests/support/cgi_run.h"
+
+namespace camera::test {
+
+// To become true once every refusal explains itself.
+inline constexpr bool kRefusalsExplain = false;
+
+struct Reply {
+  int status;
+  std::string body;  // its lines, joined by &
+};
+
+// Serves a request on the scripted platform as it is.
+Reply request(const std::string& cgi, const CgiInput& input);
+inline Reply request(const std::string& cgi, const std::string& query) {
+  return request(cgi, get(query));
+}
+
+// Whether a failure's body is the code and at most a message, which begins with one of the names.
+bool isFailure(const Reply& reply, int status, const std::vector<std::string>& names = {});
+
+struct Row {
+  std::string query;
+  std::string state{};
+  // Each replaces the line of its key; without such a line it is inserted after the one before it. "-key"
+  // takes a line away.
+  std::optional<std::string> changes{};
+  std::optional<std::string> writes{};
+};
+
+struct Endpoint {
+  std::string cgi;
+  std::string state{};   // of every test
+  std::string reply{};   // to the plain read of that state; empty when that is refused
+  std::string writes{};  // "set pppoe 1"
+  std::string key{};  // "profileid=1": what the plain read sends, with the query's own value where it has one
+  bool readsBack = true;  // a plain read afterwards gives the reply again
+
+  void accepts(const std::vector<Row>& rows) const;
+  void refuses(const std::string& queries, const std::string& with = "", int status = 400) const;
+
+ private:
+  std::string plainQuery(const std::string& query) const;
+  void accept(const Row& row) const;
+  void refuse(const std::string& query, const std::string& with, int status) const;
+};
+
+}  // namespace camera::test

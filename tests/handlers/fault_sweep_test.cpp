@@ -1,0 +1,161 @@
+// What holds for every endpoint of the dispatcher's table: every call of the platform that fails, hostile and
+// oversized requests, the documentation.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <set>
+
+#include "framework/cgi_table.h"
+#include "tests/handlers/endpoint.h"
+
+namespace camera::test {
+namespace {
+
+struct Sweep {
+  std::string cgi;
+  std::string query;  // changes everything that it can; of an endpoint that only answers, the plain read
+  std::string calls;  // that it makes, in order, but for those that clean and run actions and read the clock
+  std::string state{};
+  std::map<std::string, int> answers{};  // where a call that fails is not answered as kFailures says
+  int unknown = 400;                     // the answer to names that it does not know
+};
+
+// An endpoint has a second row where one request cannot make all its calls.
+const Sweep kSweeps[] = {
+    {"camera_info.cgi", "name=new&location=here", "get host set host 0"},
+    {"datetime.cgi", "method=2&date=2024-02-29&time=13:05:00&timezone=1&dstenable=yes&timeserver=a",
+     "ask zone get ntp get tzone get curtime set tzone 0 set curtime 0 set ntp 0", "ntp.method=1"},
+    {.cgi = "datetime.cgi",
+     .query = "timezone=1&timeserver=a",
+     .calls = "ask zone get ntp get tzone get curtime set tzone 0 set ntp 0 get curtime#2",
+     .answers = {{"get curtime#2", 400}}},
+    {"ddns.cgi", "ddns=on&provider=velkorddns&host=h&user=u&pass=p", "get ddns set ddns 1"},
+    {"httpport.cgi", "httpport=8080", "get httpsvr get rtspsvr set httpsvr 1"},
+    {"info.cgi", "", "get system get host get gpio ask ppp0 ask eth0 get ra0 get product",
+     "eth0= ra0=10.0.0.9"},
+    {"dgtalkie_info.cgi", "", ""},
+    {"network.cgi",
+     "dhcp=off&pppoe=on&pppoeuser=u&ddns=on&ddnsprovider=dyndns&ddnshost=h&ddnsuser=u&ddnspass=p&upnp=on&"
+     "httpport=81&"
+     "rtspport=82",
+     "get lan get pppoe get ddns get httpsvr get rtspsvr get upnp set lan 1 set pppoe 1 set ddns 1 set upnp "
+     "1 "
+     "set httpsvr 1 set rtspsvr 1"},
+    {"pppoe.cgi", "pppoe=on&user=u&pass=p", "get pppoe set pppoe 1"},
+    {"system_reboot.cgi", "reboot=go", "run ( sleep 5 && /sbin/reboot ) >/dev/null 2>/dev/null &"},
+    {"system_reset.cgi", "reset=go",
+     "run ( sleep 5 && factoryReset && /sbin/reboot ) >/dev/null 2>/dev/null &"},
+    {"wireless.cgi", "enable=on&mode=ad-hoc&essid=n&channel=6&encryption=WEP&auth=open&key1=abcde",
+     "get product get wireless set wireless 1"},
+    {"wlansignal.cgi", "", "ask rssi"},
+    {"wlansurvey.cgi", "", "get product ask sites ask to free", "site=A,NONE,OPEN,Infra,1,-50"},
+};
+
+// What the result of a call makes of a request, by the call's verb.
+constexpr struct {
+  const char* verb;
+  int result;
+  int status;
+} kFailures[] = {{"get", 2, 500},  {"set", 1, 400},  {"set", 2, 500},   {"send", -1, 500}, {"ask", 1, 200},
+                 {"time", 1, 200}, {"run", -1, 200}, {"clean", 1, 200}, {"work", 9, 200}};
+const std::vector<std::string> kVerbs = {"get", "set", "send", "ask", "run"};
+const std::vector<std::string> kChanges = {"set", "send", "run", "work"};
+
+Reply serveSweep(const Sweep& sweep, const std::map<std::string, int>& results = {}) {
+  scripted().reset(sweep.state);
+  scripted().results = results;
+  return request(sweep.cgi, sweep.query);
+}
+
+// What was changed from the call of that name on.
+std::string changesAfter(const std::string& call) {
+  std::vector<std::string>& calls = scripted().calls;
+  calls.erase(calls.begin(), std::find(calls.begin(), calls.end(), call) + 1);
+  return scripted().history(kChanges);
+}
+
+void failOneCall(const Sweep& sweep, const std::string& call) {
+  int ways = 0;
+  for (const auto& [verb, result, status] : kFailures) {
+    if (!isA(verb, call)) continue;
+    SCOPED_TRACE(sweep.cgi + "?" + sweep.query + "  with " + call + " giving " + std::to_string(result));
+    ++ways;
+    const auto exception = sweep.answers.find(call);
+    const int expected = exception == sweep.answers.end() ? status : exception->second;
+    const Reply reply = serveSweep(sweep, {{call, result}});
+    EXPECT_EQ(reply.status, expected);
+    if (expected == 200) continue;
+    EXPECT_TRUE(isFailure(reply, expected)) << reply.body;
+    EXPECT_EQ(changesAfter(call), "");
+  }
+  EXPECT_GT(ways, 0) << "nobody says what it means that this fails: " << call;
+}
+
+TEST(FaultSweep, AFailingCallIsAnsweredAndNothingIsWrittenOrRunAfterIt) {
+  for (const Sweep& sweep : kSweeps) {
+    SCOPED_TRACE(sweep.cgi + "?" + sweep.query);
+    EXPECT_EQ(serveSweep(sweep).status, 200);
+    const std::vector<std::string> calls = scripted().calls;
+    EXPECT_EQ(scripted().history(kVerbs), sweep.calls);
+    for (const std::string& call : calls) failOneCall(sweep, call);
+    for (const auto& [call, status] : sweep.answers)
+      EXPECT_NE(std::find(calls.begin(), calls.end(), call), calls.end()) << call << " is not called";
+  }
+}
+
+TEST(EveryEndpoint, HasARow) {
+  std::set<std::string> endpoints;
+  std::set<std::string> rows;
+  for (const CgiEntry& entry : cgiTable()) endpoints.insert(entry.name);
+  for (const Sweep& sweep : kSweeps) rows.insert(sweep.cgi);
+  EXPECT_EQ(rows, endpoints);
+}
+
+TEST(EveryEndpoint, RefusesAHostileRequestAndChangesNothing) {
+  const std::string hostile[] = {"nobody=1",
+                                 "=",
+                                 "%00=%00",
+                                 "a%0d%0aStatus:=200",
+                                 std::string(60000, 'x') + "=1",
+                                 "x=" + std::string(60000, 'y'),
+                                 "'%3breboot%3b'=$(reboot)",
+                                 "../../etc=%ff%fe"};
+  for (const Sweep& sweep : kSweeps) {
+    for (const std::string& query : hostile) {
+      SCOPED_TRACE(sweep.cgi + "?" + query.substr(0, 40));
+      scripted().reset(sweep.state);
+      const Reply reply = request(sweep.cgi, query);
+      EXPECT_TRUE(sweep.unknown == 200 ? reply.status == 200 : isFailure(reply, sweep.unknown)) << reply.body;
+      EXPECT_EQ(scripted().history(kChanges), "");
+    }
+  }
+}
+
+TEST(EveryEndpoint, TakesTheLongestQueryAndFormAndRefusesALongerOne) {
+  for (const Sweep& sweep : kSweeps) {
+    SCOPED_TRACE(sweep.cgi);
+    const Reply plain = serveSweep(sweep);
+    const std::string longest = sweep.query + std::string(65536 - sweep.query.size(), '&');
+    for (const auto& [input, fits] : {std::pair{get(longest), true},
+                                      {post(longest), true},
+                                      {get(longest + "&"), false},
+                                      {post(longest + "&"), false}}) {
+      scripted().reset(sweep.state);
+      const Reply reply = request(sweep.cgi, input);
+      EXPECT_TRUE(fits ? reply.body == plain.body : isFailure(reply, 400)) << reply.body;
+      EXPECT_TRUE(fits || scripted().history(kChanges).empty());
+    }
+  }
+}
+
+TEST(EveryEndpoint, IsDocumented) {
+  std::ifstream file(CAMERA_SOURCE_DIR "/docs/api.md");
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  for (const CgiEntry& entry : cgiTable())
+    EXPECT_NE(text.find("\n## " + std::string{entry.name} + "\n"), text.npos) << entry.name;
+}
+
+}  // namespace
+}  // namespace camera::test
