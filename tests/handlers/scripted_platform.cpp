@@ -18,6 +18,7 @@
 #include "platform/store/cam.h"
 #include "platform/store/record_fields.h"
 #include "platform/store/record_text.h"
+#include "tests/handlers/scripted_daemons.h"
 
 namespace camera::test {
 namespace {
@@ -110,6 +111,7 @@ bool isA(const std::string& verb, const std::string& call) {
 void ScriptedPlatform::reset(const std::string& state) {
   static const std::map<std::string, std::string> fullProduct = readProduct();
   *this = {};
+  daemons() = {};
   product = fullProduct;
   interfaces["eth0"] = interfaceAt("192.168.0.20");
   for (const RecordInfo* info : kRecords) {
@@ -143,7 +145,7 @@ void ScriptedPlatform::store(const std::string& state) {
       rssi = std::stoi(value);
     else if (name == "time")
       time = std::stoll(value);
-    else {
+    else if (!daemons().store(name, value)) {
       const auto [i, element] = locate(name);
       EXPECT_TRUE(parseElement(*element.field, value, records[i].data() + element.offset)) << word;
     }
@@ -157,6 +159,7 @@ std::string ScriptedPlatform::stored(const std::string& name) const {
 
 void ScriptedPlatform::beginRequest() {
   calls.clear();
+  daemons().requests.clear();
   times_.clear();
   cleaned = nullptr;
   unfinished = 0;

@@ -50,6 +50,7 @@ struct ScriptedPlatform {
   //   line=by+Motion    one more line in what a command prints
   //   rssi=-42          the signal
   //   time=86400        the camera's clock
+  // and those of ScriptedDaemons::store.
   void store(const std::string& state);
   // One stored value, in the same form: stored("lan.dhcp").
   std::string stored(const std::string& name) const;
@@ -60,7 +61,7 @@ struct ScriptedPlatform {
   // The calls that begin with one of the verbs, joined by spaces.
   std::string history(const std::vector<std::string>& verbs) const;
   // The calls that changed something: what a read must leave empty.
-  std::string writes() const { return history({"set", "run"}); }
+  std::string writes() const { return history({"set", "send", "run"}); }
 
  private:
   std::map<std::string, int> times_;

@@ -1,0 +1,57 @@
+// The camera's daemons on the scripted platform: each answers as a camera's would, keeps what it was asked,
+// and can be made to fail.
+#pragma once
+
+#include <array>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/daemons/ipc_client.h"
+#include "platform/daemons/multi_receiver.h"
+
+namespace camera::test {
+
+struct HeadPosition {
+  int pan;
+  int tilt;
+};
+
+// Of the process. What a daemon is asked is a call of the scripted platform: "get" for a question, "send" for
+// a command, the daemon's name, the code, and the words that go with it:
+//   get ptd 1, 4, 19, 32                      get watchdog 615 to 618, 620 to 623
+//   send ptd 2 PAN TILT, 3 PAN TILT           send watchdog 606 to 609, 624 to 627
+//   send ptd 6 SLOT NAME, 6 SLOT, 7 SLOT      send eventd 9 0 WORD
+//   send ptd 8, 16, 24, 25, 34, 35
+// A result below 0 of such a call is what send_cmd gives; above 0 it is the daemon's refusal, its first word.
+struct ScriptedDaemons {
+  // The head, in the daemon's coordinates. It moves at once, and refuses what lies outside its limits.
+  std::array<int, 4> limits{130, -170, 90, -30};  // pmax, pmin, tmax, tmin
+  HeadPosition position{};
+  HeadPosition home{};
+  std::array<std::pair<std::string, HeadPosition>, 10> presets;
+
+  std::array<int, 4> inputs{};
+  std::array<int, 4> outputs{};
+
+  std::map<std::string, std::string> answers;  // bytes that a call gets instead: short ones, too many, none
+  std::vector<std::string> requests;           // the bytes of each, in order
+
+  // What arrives while a request listens, so many milliseconds after it began to, in order.
+  std::vector<std::pair<int, _MultiCastPackage_>> packages;
+  std::uint32_t mask = 0;        // what it listened for
+  std::int64_t clock = 999'700;  // milliseconds; time(2) tells it, and nothing but listening takes time
+  std::int64_t began = 0;
+  std::size_t heard = 0;
+
+  // Changes the state by a word of one of these forms; false for any other:
+  //   ptd.limits=PMAX,PMIN,TMAX,TMIN   ptd.position=PAN,TILT   ptd.home=PAN,TILT   ptd.preset3=PAN,TILT,gate
+  //   io.inputs=0,1,1,0   io.outputs=0,0,0,1
+  //   package=MILLISECONDS,EVENT,FLAGS,VALUE,VALUE2   numbers as in C; the last ones may be left out
+  bool store(const std::string& name, const std::string& value);
+};
+
+ScriptedDaemons& daemons();
+
+}  // namespace camera::test
