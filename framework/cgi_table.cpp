@@ -1,24 +1,24 @@
 // The dispatcher's table: one line per CGI name, with its handler class.
 #include "framework/cgi_table.h"
 
-// At global scope, where the handler classes are: naming one here declares it.
-constexpr camera::CgiEntry kTable[] = {
-    {"camera_info.cgi", camera::create<class CameraInfoCgilet>},
-    {"datetime.cgi", camera::create<class DatetimeCgilet>},
-    {"ddns.cgi", camera::create<class DDNSCgilet>},
-    {"httpport.cgi", camera::create<class HttpPortCgilet>},
-    {"info.cgi", camera::create<class InfoCgilet>},
-    {"dgtalkie_info.cgi", camera::create<class DgtalkieInfoCgilet>},
-    {"network.cgi", camera::create<class NetworkCgilet>},
-    {"pppoe.cgi", camera::create<class PPPoECgilet>},
-    {"system_reboot.cgi", camera::create<class SystemRebootCgilet>},
-    {"system_reset.cgi", camera::create<class SystemResetCgilet>},
-    {"wireless.cgi", camera::create<class WirelessCgilet>},
-    {"wlansignal.cgi", camera::create<class WlanSignalCgilet>},
-    {"wlansurvey.cgi", camera::create<class WlanSurveyCgilet>},
-};
-
 namespace camera {
+
+// Naming a class here declares it.
+constexpr CgiEntry kTable[] = {
+    {"camera_info.cgi", create<class CameraInfoCgilet>},
+    {"datetime.cgi", create<class DatetimeCgilet>},
+    {"ddns.cgi", create<class DDNSCgilet>},
+    {"httpport.cgi", create<class HttpPortCgilet>},
+    {"info.cgi", create<class InfoCgilet>},
+    {"dgtalkie_info.cgi", create<class DgtalkieInfoCgilet>},
+    {"network.cgi", create<class NetworkCgilet>},
+    {"pppoe.cgi", create<class PPPoECgilet>},
+    {"system_reboot.cgi", create<class SystemRebootCgilet>},
+    {"system_reset.cgi", create<class SystemResetCgilet>},
+    {"wireless.cgi", create<class WirelessCgilet>},
+    {"wlansignal.cgi", create<class WlanSignalCgilet>},
+    {"wlansurvey.cgi", create<class WlanSurveyCgilet>},
+};
 
 std::span<const CgiEntry> cgiTable() {
   return kTable;

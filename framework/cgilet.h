@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,7 +12,12 @@
 #include "framework/common_api.h"
 #include "framework/form.h"
 
-// The request: its parameters and the checks on them. One object serves one request in one process.
+namespace camera {
+struct ParamRow;
+}
+
+// The request: its parameters and the checks on them. One object serves one request in one process. The
+// checks are those of framework/checks.h, which handlers use.
 class BaseCgilet {
  public:
   using Queries = camera::Queries;
@@ -24,9 +30,9 @@ class BaseCgilet {
   virtual void SetSSL(void* ssl);
   virtual void SetOnEngine(int on);
 
-  // Reads the query string and, of a POSTed form, the body (each 64 KiB at most). True when there is a
-  // parameter. A request that is too long, or whose body is not as long as it says, has none, and what would
-  // be a 200 becomes a 400.
+  // Reads the query string and the body of a POSTed form (each 64 KiB at most). True when there is a
+  // parameter. A request that is too long, or whose body is no form or shorter than it says, has none, and
+  // what would be a 200 becomes a 400. Of a body that is longer than it says the rest is not looked at.
   bool parseHttp();
   // Releases what parseHttp needed; the parameters stay.
   void cleanUp();
@@ -67,7 +73,7 @@ class BaseCgilet {
   static int DTFormat(std::string_view text, std::vector<std::string>& fields, std::string_view separators,
                       int count, int width1, int width2, int width3, bool checkWidths,
                       const char* joiner = "", bool flag = false);
-  // Takes the named parameter into the field; truth: it was given, is a number and differed.
+  // Takes the leading digits of the named parameter into the field; truth: it was given and differed.
   bool applyInt(std::int32_t* field, const char* name) const;
   static bool changeUnsignedChar(std::uint8_t* field, int value);
   // As CommonAPI::GetValBySep.
@@ -79,7 +85,7 @@ class BaseCgilet {
   BaseCgilet& operator=(const BaseCgilet&) = delete;
 
  private:
-  bool readBody();
+  const char* readBody();
 
   std::string method_;
   std::string queryString_;
@@ -96,6 +102,9 @@ class BaseCgilet {
 
  protected:
   bool malformed() const { return malformed_ != 0; }
+
+  // What a failure's reply says beside the code: "NAME: what is accepted". Empty: nothing.
+  std::string refusal;
 };
 
 // The reply: a result code and lines of key and value.
@@ -108,10 +117,12 @@ class InfCgilet : public BaseCgilet {
   // Append one line; a control character in key or value goes out percent-encoded.
   virtual void pair(const std::string& key, const std::string& value);
   virtual void pair(const std::string& key, int value);
+  // The rows of the parameters that the endpoint takes; none where it takes none.
+  virtual std::span<const camera::ParamRow> parameters() const;
 
   // Each writes the whole response, header included, after whatever header lines the handler wrote itself to
   // standard output. infOK sends body; after a malformed request it is infFail(400). infFail sends the code,
-  // one of 307, 400, 404, 409, 500, and the message where there is one.
+  // one of 307, 400, 404, 409, 500, and the message where there is one, by default the refusal.
   void infOK();
   void infFail(int code);
   void infFail(int code, const std::string& message);

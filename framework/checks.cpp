@@ -46,6 +46,17 @@ bool parseInteger(std::string_view text, int min, int max, int* value) {
   return true;
 }
 
+int leadingInteger(std::string_view text) {
+  const bool negative = text.starts_with('-');
+  if (negative) text.remove_prefix(1);
+  std::int64_t magnitude = 0;
+  for (const char c : text) {
+    if (!isDecimal(c)) break;
+    magnitude = std::min<std::int64_t>(magnitude * 10 + (c - '0'), INT32_MAX);
+  }
+  return static_cast<int>(negative ? -magnitude : magnitude);
+}
+
 int lengthWithin(std::string_view text, int min, int max) {
   const auto length = static_cast<std::int64_t>(text.size());
   const bool hasNul = text.find('\0') != text.npos;

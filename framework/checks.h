@@ -1,9 +1,12 @@
-// The checks on texts that every other check is made of.
+// The checks on texts that every other check is made of. Handlers check with the rows of framework/params.h
+// and, for rules of their own, with these; BaseCgilet and CommonAPI offer the same under the names and in the
+// shapes that the camera's other programs know.
 #pragma once
 
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,10 +18,12 @@ struct CharClass {
   bool letters = false;    // A to Z, a to z
   bool digits = false;     // 0 to 9
   bool hexDigits = false;  // 0 to 9, A to F, a to f
+  bool any = false;        // every byte; for rows of framework/params.h
 };
 inline constexpr CharClass kAlnum{.letters = true, .digits = true};
 inline constexpr CharClass kDigits{.digits = true};
 inline constexpr CharClass kHexDigits{.hexDigits = true};
+inline constexpr CharClass kAnyBytes{.any = true};
 
 // True when every byte is of the class or one of the extra characters; the empty text passes, a NUL never
 // does.
@@ -26,6 +31,10 @@ bool consistsOf(std::string_view text, CharClass accepted, std::string_view extr
 
 // True for an optional minus sign and decimal digits that yield a value of min to max; value may be null.
 bool parseInteger(std::string_view text, int min, int max, int* value);
+
+// The number that the text begins with: an optional minus sign and decimal digits; what follows them is
+// dropped. 0 without digits; what does not fit becomes the nearest number that does.
+int leadingInteger(std::string_view text);
 
 // The length of the text in bytes when it is min to max and none of them is a NUL, otherwise -1.
 int lengthWithin(std::string_view text, int min, int max);
@@ -37,6 +46,13 @@ int indexOf(std::string_view text, const char* const words[], int count, bool va
 // Copies the text with its NUL and clears the rest of the buffer. False, and nothing copied, when it does not
 // fit.
 bool copyText(char* buffer, std::size_t size, std::string_view text);
+
+// Makes a text field hold the text, if it does not already: an equal value leaves what lies behind the NUL.
+// False, and nothing changed, when it does not fit.
+template <std::size_t N>
+bool setText(char (&field)[N], std::string_view text) {
+  return text == std::string_view{field, strnlen(field, N)} || copyText(field, N, text);
+}
 
 // Appends the pieces between the separator's occurrences, empty ones included; an empty text has none.
 // Returns their number, or -1 when the separator is empty.

@@ -1,4 +1,5 @@
-// CommonAPI: the checks, comparisons and conversions that handlers share. It holds no state.
+// CommonAPI: checks, comparisons and conversions under the names and in the shapes that the camera's other
+// programs know; what they check is written in framework/checks.h. It holds no state.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,7 @@
 // Parser of application/x-www-form-urlencoded texts.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -8,7 +9,7 @@
 namespace camera {
 
 // Parameters of a request by name, in ascending byte order.
-using Queries = std::map<std::string, std::string>;
+using Queries = std::map<std::string, std::string, std::less<>>;
 
 // Adds the parameters of the text. "+" is a space, a broken escape stays as it is, of a name given twice the
 // last value stays, a parameter without "=" has an empty value.

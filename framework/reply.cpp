@@ -1,10 +1,11 @@
-// InfCgilet: building the reply and writing it to the web server.
+// InfCgilet: driving the request, building the reply and writing it to the web server.
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
 
 #include "framework/cgilet.h"
+#include "framework/params.h"
 
 namespace {
 
@@ -84,6 +85,10 @@ void InfCgilet::pair(const std::string& key, int value) {
   appendLine(body, key, camera::Decimal(value).text());
 }
 
+std::span<const camera::ParamRow> InfCgilet::parameters() const {
+  return {};
+}
+
 void InfCgilet::infOK() {
   if (malformed()) {
     infFail(400);
@@ -93,7 +98,7 @@ void InfCgilet::infOK() {
 }
 
 void InfCgilet::infFail(int code) {
-  infFail(code, {});
+  infFail(code, refusal);
 }
 
 void InfCgilet::infFail(int code, const std::string& message) {
@@ -102,4 +107,13 @@ void InfCgilet::infFail(int code, const std::string& message) {
   appendLine(failure, "error", camera::Decimal(reason.code).text());
   if (!message.empty()) appendLine(failure, "message", message);
   send(reason, failure);
+}
+
+void camera::serve(InfCgilet& cgilet) {
+  cgilet.onLoad();
+  if (cgilet.parseHttp()) {
+    cgilet.onApply();
+    cgilet.cleanUp();
+  }
+  cgilet.onReply();
 }

@@ -1,5 +1,4 @@
 // BaseCgilet: reading the request and checking its parameters.
-#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -48,13 +47,6 @@ std::size_t readInput(char* buffer, std::size_t size) {
   return filled;
 }
 
-// True when standard input holds a byte more than it was said to; does not wait for one.
-bool hasMoreInput() {
-  pollfd input{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
-  char extra = 0;
-  return poll(&input, 1, 0) > 0 && (input.revents & POLLIN) != 0 && readInput(&extra, 1) > 0;
-}
-
 }  // namespace
 
 BaseCgilet::BaseCgilet() : malformed_{0} {}
@@ -66,24 +58,31 @@ bool BaseCgilet::parseHttp() {
   method_ = environment("REQUEST_METHOD");
   queryString_ = environment("QUERY_STRING");
   contentType_ = environment("CONTENT_TYPE");
+  contentLength_ = environment("CONTENT_LENGTH");
   camera::parseForm(queryString_, queries);
-  const bool hasBody = method_ == "POST" && isForm(contentType_);
-  if (queryString_.size() > kMostBytes || (hasBody && !readBody())) {
+  const char* wrong = queryString_.size() > kMostBytes ? "query: at most 65536 bytes" : readBody();
+  if (wrong != nullptr) {
     malformed_ = 1;
+    refusal = wrong;
     queries.clear();
   }
   return !queries.empty();
 }
 
-bool BaseCgilet::readBody() {
-  contentLength_ = environment("CONTENT_LENGTH");
+// Returns what is wrong with the body, null when nothing.
+const char* BaseCgilet::readBody() {
   int length = 0;
-  if (!contentLength_.empty() && !camera::parseInteger(contentLength_, 0, kMostBytes, &length)) return false;
+  if (!contentLength_.empty() && !camera::parseInteger(contentLength_, 0, kMostBytes, &length))
+    return "body: at most 65536 bytes";
+  if (length == 0) return nullptr;
+  if (method_ != "POST" || !isForm(contentType_))
+    return "body: a POST of type application/x-www-form-urlencoded";
   buffer_.resize(static_cast<std::size_t>(length));
-  if (readInput(buffer_.data(), buffer_.size()) != buffer_.size() || hasMoreInput()) return false;
+  if (readInput(buffer_.data(), buffer_.size()) != buffer_.size())
+    return "body: shorter than its Content-Length";
   form_.assign(buffer_.begin(), buffer_.end());
   camera::parseForm(form_, queries);
-  return true;
+  return nullptr;
 }
 
 void BaseCgilet::cleanUp() {
@@ -199,9 +198,7 @@ int BaseCgilet::DTFormat(std::string_view text, std::vector<std::string>& fields
 bool BaseCgilet::applyInt(std::int32_t* field, const char* name) const {
   const auto found = queries.find(name);
   if (found == queries.end()) return false;
-  unsigned changes = 0;
-  CommonAPI::isParamChanged(std::string_view{found->second}, field, &changes);
-  return changes != 0;
+  return camera::setIfDifferent(field, camera::leadingInteger(found->second));
 }
 
 bool BaseCgilet::changeUnsignedChar(std::uint8_t* field, int value) {

@@ -1,14 +1,21 @@
 // camera_info.cgi: the names that the user gives the camera.
-#include "handlers/record_cgilet.h"
+#include "handlers/endpoint.h"
 #include "platform/store/records/host.h"
 
-class CameraInfoCgilet final : public camera::RecordCgilet<_host_setting, cam_get_host, cam_set_host, 0> {
-  camera::ParamTable& params() override { return params_; }
+namespace camera {
+namespace {
 
-  camera::ParamTable params_{{
-      camera::textParam("name", 1, 36, camera::kNameText).into(record_.name, changed_),
-      camera::textParam("location", 0, 60, camera::kPrintableText).into(record_.location, changed_),
-  }};
+constexpr auto kParams =
+    paramRows<_host_setting>(textParam<&_host_setting::name>("name", 1, 36, kNameText),
+                             textParam<&_host_setting::location>("location", 0, 60, kPrintableText));
+
+}  // namespace
+
+class CameraInfoCgilet final : public RecordEndpoint<_host_setting, 0> {
+ public:
+  CameraInfoCgilet() : RecordEndpoint(kParams) {}
 };
 
-template InfCgilet* camera::create<CameraInfoCgilet>();
+template InfCgilet* create<CameraInfoCgilet>();
+
+}  // namespace camera

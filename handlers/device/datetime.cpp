@@ -1,9 +1,7 @@
 // datetime.cgi: the clock, its time zone and daylight saving, and the NTP server that may keep it.
 #include <cstdio>
 
-#include "framework/cgilet.h"
-#include "framework/value_tables.h"
-#include "handlers/transaction.h"
+#include "handlers/endpoint.h"
 #include "platform/clock/calendar.h"
 #include "platform/clock/clock.h"
 #include "platform/clock/time_zones.h"
@@ -11,6 +9,7 @@
 #include "platform/store/records/ntp.h"
 #include "platform/store/records/tzone.h"
 
+namespace camera {
 namespace {
 
 using Fields = std::vector<std::string>;
@@ -27,84 +26,43 @@ struct Wanted {
   _curtime_setting clock;
   _ntp_setting ntp;
   _tzone_setting zone;
-  unsigned clockChanges = 0;
-  unsigned ntpChanges = 0;
-  unsigned zoneChanges = 0;
-  int method = -1;
+  std::int32_t method = -1;
   bool hasDate = false;
   bool hasTime = false;
 };
 
-bool takeNumber(std::string_view value, int min, int max, std::int32_t* field, Wanted* wanted) {
-  int number = 0;
-  if (!BaseCgilet::CheckRange(value, min, max, &number)) return false;
-  InfCgilet::isParamChanged(number, field, &wanted->clockChanges);
-  return true;
-}
-
-bool takeDate(std::string_view value, Wanted* wanted) {
+bool takeDate(std::string_view value, Wanted& wanted) {
   Fields fields;
-  _curtime_setting& clock = wanted->clock;
-  wanted->hasDate = BaseCgilet::DTFormat(value, fields, "-", 3, 4, 2, 2, true, ":") > 0 &&
-                    takeNumber(fields[0], 1969, 2037, &clock.year, wanted) &&
-                    takeNumber(fields[1], 1, 12, &clock.month, wanted) &&
-                    takeNumber(fields[2], 1, 31, &clock.day, wanted) &&
-                    BaseCgilet::checkDate(clock.year, clock.month, clock.day);
-  return wanted->hasDate;
+  _curtime_setting& clock = wanted.clock;
+  wanted.hasDate =
+      BaseCgilet::DTFormat(value, fields, "-", 3, 4, 2, 2, true, ":") > 0 &&
+      parseInteger(fields[0], 1969, 2037, &clock.year) && parseInteger(fields[1], 1, 12, &clock.month) &&
+      parseInteger(fields[2], 1, 31, &clock.day) && isCalendarDate(clock.year, clock.month, clock.day);
+  return wanted.hasDate;
 }
 
-bool takeTime(std::string_view value, Wanted* wanted) {
+bool takeTime(std::string_view value, Wanted& wanted) {
   Fields fields;
-  _curtime_setting& clock = wanted->clock;
-  wanted->hasTime = BaseCgilet::DTFormat(value, fields, ":", 3, 2, 2, 2, true) > 0 &&
-                    takeNumber(fields[0], 0, 23, &clock.hour, wanted) &&
-                    takeNumber(fields[1], 0, 59, &clock.minute, wanted) &&
-                    takeNumber(fields[2], 0, 59, &clock.second, wanted);
-  return wanted->hasTime;
+  _curtime_setting& clock = wanted.clock;
+  wanted.hasTime = BaseCgilet::DTFormat(value, fields, ":", 3, 2, 2, 2, true) > 0 &&
+                   parseInteger(fields[0], 0, 23, &clock.hour) &&
+                   parseInteger(fields[1], 0, 59, &clock.minute) &&
+                   parseInteger(fields[2], 0, 59, &clock.second);
+  return wanted.hasTime;
 }
 
-bool takeMethod(std::string_view value, Wanted* wanted) {
-  if (!BaseCgilet::CheckRange(value, kByHand, kSetNow, &wanted->method)) return false;
-  const int stored = wanted->method == kSetNow ? kByHand : wanted->method;
-  InfCgilet::isParamChanged(stored, &wanted->ntp.method, &wanted->ntpChanges);
-  return true;
-}
-
-bool takeTimeServer(std::string_view value, Wanted* wanted) {
-  if (BaseCgilet::ChkAcptStr(value, 0, 60, camera::kNameText, true, true, false) < 0) return false;
-  InfCgilet::isParamChanged(value, wanted->ntp.timeserver, &wanted->ntpChanges);
-  return true;
-}
-
-bool takeTimeZone(std::string_view value, Wanted* wanted) {
-  int number = 0;
-  if (!BaseCgilet::CheckRange(value, 1, camera::kTimeZoneCount, &number)) return false;
-  InfCgilet::isParamChanged(number, &wanted->zone.timezone, &wanted->zoneChanges);
-  return true;
-}
-
-template <std::uint8_t _tzone_setting::*kField>
-bool takeSwitch(std::string_view value, Wanted* wanted) {
-  const int index = BaseCgilet::isValidStr(value, camera::kNoYes, 2);
-  if (index < 0) return false;
-  InfCgilet::isParamChanged(index, &(wanted->zone.*kField), &wanted->zoneChanges);
-  return true;
-}
-
-bool takeOffset(std::string_view value, Wanted* wanted) {
+bool takeOffset(std::string_view value, Wanted& wanted) {
   Fields fields;
   if (BaseCgilet::DTFormat(value, fields, kOffsetSeparators, 2, 1, 2, 0, true) < 0) return false;
   const std::string offset = fields[0] + ":" + fields[1];
-  if (BaseCgilet::isValidStr(offset, kOffsets, std::size(kOffsets)) < 0) return false;
-  InfCgilet::isParamChanged(offset, wanted->zone.offset, &wanted->zoneChanges);
-  return true;
+  return indexOf(offset, kOffsets, std::size(kOffsets)) >= 0 && setText(wanted.zone.offset, offset);
 }
 
 // The date part of a rule (all before the slash) and the fields of its time part, of which it has two or
 // three.
 bool splitRule(std::string_view rule, std::string* date, Fields* time) {
   Fields parts;
-  if (BaseCgilet::StrtoVector(rule, "/", parts) != 2) return false;
+  if (split(rule, "/", parts) != 2) return false;
   *date = parts[0];
   return BaseCgilet::DTFormat(parts[1], *time, ":", 0, 2, 2, 2, true) >= 2;
 }
@@ -115,44 +73,34 @@ bool isRule(std::string_view value) {
   Fields day;
   return splitRule(value, &date, &time) && BaseCgilet::checkTimeRange(time, static_cast<int>(time.size())) &&
          BaseCgilet::DTFormat(date, day, ".", 3, 0, 0, 0, false) > 0 &&
-         BaseCgilet::CheckRange(day[0], 1, 12) && BaseCgilet::CheckRange(day[1], 1, 5) &&
-         BaseCgilet::CheckRange(day[2], 0, 6);
+         parseInteger(day[0], 1, 12, nullptr) && parseInteger(day[1], 1, 5, nullptr) &&
+         parseInteger(day[2], 0, 6, nullptr);
 }
 
 template <char (_tzone_setting::*kField)[32]>
-bool takeRule(std::string_view value, Wanted* wanted) {
+bool takeRule(std::string_view value, Wanted& wanted) {
   if (!isRule(value)) return false;
   if (value.starts_with('0')) value.remove_prefix(1);
-  const std::string rule = "M" + std::string{value};
-  if (!BaseCgilet::checkLength(rule, 0, sizeof(wanted->zone.*kField) - 1)) return false;
-  InfCgilet::isParamChanged(rule, wanted->zone.*kField, &wanted->zoneChanges);
-  return true;
+  return setText(wanted.zone.*kField, "M" + std::string{value});
 }
 
-struct Parameter {
-  const char* name;
-  bool (*take)(std::string_view value, Wanted* wanted);  // false: not acceptable
-};
+constexpr char kDate[] = "YYYY-MM-DD, a date of 1969 to 2037";
+constexpr char kTime[] = "HH:MM:SS";
+constexpr char kOffset[] = "0:30, 1:00, 1:30 or 2:00";
+constexpr char kRule[] = "month.week.weekday/HH:MM, such as 3.5.0/02:00";
 
-constexpr Parameter kParameters[] = {
-    {"date", takeDate},
-    {"dstauto", takeSwitch<&_tzone_setting::dstauto>},
-    {"dstenable", takeSwitch<&_tzone_setting::dstenable>},
-    {"method", takeMethod},
-    {"offset", takeOffset},
-    {"starttime", takeRule<&_tzone_setting::starttime>},
-    {"stoptime", takeRule<&_tzone_setting::stoptime>},
-    {"time", takeTime},
-    {"timeserver", takeTimeServer},
-    {"timezone", takeTimeZone},
-};
-
-bool take(std::string_view name, std::string_view value, Wanted* wanted) {
-  for (const Parameter& parameter : kParameters) {
-    if (name == parameter.name) return parameter.take(value, wanted);
-  }
-  return false;
-}
+// In ascending order of the names, which is the order in which a request's parameters are looked at.
+constexpr auto kParams =
+    paramRows<Wanted>(ownParam<takeDate, Wanted>("date", kDate),
+                      choiceParam<&Wanted::zone, &_tzone_setting::dstauto>("dstauto", kNoYes),
+                      choiceParam<&Wanted::zone, &_tzone_setting::dstenable>("dstenable", kNoYes),
+                      integerParam<&Wanted::method>("method", kByHand, kSetNow),
+                      ownParam<takeOffset, Wanted>("offset", kOffset),
+                      ownParam<takeRule<&_tzone_setting::starttime>, Wanted>("starttime", kRule),
+                      ownParam<takeRule<&_tzone_setting::stoptime>, Wanted>("stoptime", kRule),
+                      ownParam<takeTime, Wanted>("time", kTime),
+                      textParam<&Wanted::ntp, &_ntp_setting::timeserver>("timeserver", 0, 60, kNameText),
+                      integerParam<&Wanted::zone, &_tzone_setting::timezone>("timezone", 1, kTimeZoneCount));
 
 // The reply forms; false for stored texts that cannot be split.
 bool formatOffset(const char* stored, std::string* text) {
@@ -164,7 +112,7 @@ bool formatOffset(const char* stored, std::string* text) {
 
 bool isSplit(std::string_view rule) {
   Fields parts;
-  return BaseCgilet::StrtoVector(rule, "/", parts) == 2;
+  return split(rule, "/", parts) == 2;
 }
 
 bool formatRule(const char* stored, std::string* text) {
@@ -183,45 +131,44 @@ std::string threeNumbers(const char* format, int first, int second, int third) {
 
 }  // namespace
 
-class DatetimeCgilet final : public InfCgilet {
+class DatetimeCgilet final : public Endpoint {
  public:
-  void onLoad() override {
-    status = 500;
+  DatetimeCgilet() : Endpoint(ParamTable<Wanted>(kParams)) {}
+
+ private:
+  int load() override {
     apply_timezone();
-    if (cam_get_ntp(&ntp_) != 0 || cam_get_tzone(&tzone_) != 0 || cam_get_curtime(&curtime_) != 0) return;
-    fillUtc();
-    status = 200;
+    const int result = read(ntp_, tzone_, curtime_);
+    if (result == 200) fillUtc();
+    return result;
   }
 
-  void onApply() override {
-    if (status != 200) return;
-    status = 400;
+  // Stored rules that are none make every request fail, but for one that mends them.
+  int apply() override {
+    const int result = change();
+    return result == 200 || (isSplit(tzone_.starttime) && isSplit(tzone_.stoptime)) ? result : failOnRules();
+  }
+
+  int change() {
     Wanted wanted{.clock = curtime_, .ntp = ntp_, .zone = tzone_};
-    for (const auto& [name, value] : queries) {
-      if (!take(name, value, &wanted)) return;
-    }
-    if (wanted.method == kSetNow && !(wanted.hasDate && wanted.hasTime)) return;
-    if (wanted.ntp.method == kFromServer && *wanted.ntp.timeserver == '\0') return;
-    if (wanted.method != kSetNow) {
-      wanted.clock = curtime_;
-      wanted.clockChanges = 0;
-    }
-    status = write(wanted);
-    if (status == 200) status = report(wanted);
+    if (take(&wanted) != 200) return 400;
+    if (wanted.method == kSetNow && !wanted.hasDate) return refuse("date", "needed with method=2");
+    if (wanted.method == kSetNow && !wanted.hasTime) return refuse("time", "needed with method=2");
+    if (wanted.method >= 0) wanted.ntp.method = wanted.method == kFromServer ? kFromServer : kByHand;
+    if (wanted.ntp.method == kFromServer && *wanted.ntp.timeserver == '\0')
+      return refuse("timeserver", "needed while method is 1");
+    if (wanted.method != kSetNow) wanted.clock = curtime_;
+    const int result = store(wanted);
+    return result == 200 ? report(wanted) : result;
   }
 
-  void onReply() override {
+  int reply() override {
     std::string offset;
     std::string start;
     std::string stop;
-    if (!isSplit(tzone_.starttime) || !isSplit(tzone_.stoptime)) status = 500;
-    if (status == 200 && !(formatOffset(tzone_.offset, &offset) && formatRule(tzone_.starttime, &start) &&
-                           formatRule(tzone_.stoptime, &stop)))
-      status = 500;
-    if (status != 200) {
-      infFail(status);
-      return;
-    }
+    if (!formatOffset(tzone_.offset, &offset) || !formatRule(tzone_.starttime, &start) ||
+        !formatRule(tzone_.stoptime, &stop))
+      return failOnRules();
     pair("method", ntp_.method);
     pair("timeserver", ntp_.timeserver);
     pair("timezone", tzone_.timezone);
@@ -230,38 +177,39 @@ class DatetimeCgilet final : public InfCgilet {
          threeNumbers("%02d:%02d:%02d", curtime_.utc_hour, curtime_.utc_minute, curtime_.utc_second));
     pair("date", threeNumbers("%d-%02d-%02d", curtime_.year, curtime_.month, curtime_.day));
     pair("time", threeNumbers("%02d:%02d:%02d", curtime_.hour, curtime_.minute, curtime_.second));
-    pair("dstenable", camera::kNoYes[tzone_.dstenable]);
-    pair("dstauto", camera::kNoYes[tzone_.dstauto]);
+    pair("dstenable", kNoYes[tzone_.dstenable]);
+    pair("dstauto", kNoYes[tzone_.dstauto]);
     pair("offset", offset);
     pair("starttime", start);
     pair("stoptime", stop);
-    infOK();
+    return 200;
   }
 
- private:
-  // Begins and ends the transaction also when nothing changed.
-  static int write(const Wanted& wanted) {
-    camera::Transaction transaction;
-    if (wanted.zoneChanges != 0) transaction.write(cam_set_tzone, wanted.zone, 0);
-    if (wanted.clockChanges != 0) transaction.write(cam_set_curtime, wanted.clock, 0);
-    if (wanted.ntpChanges != 0) transaction.write(cam_set_ntp, wanted.ntp, 0);
-    return transaction.finish();
+  int failOnRules() { return fail(500, "settings: the stored daylight saving rules are none"); }
+
+  int store(const Wanted& wanted) {
+    begin();  // a transaction also where nothing changed
+    writeChanged(tzone_, wanted.zone, 0);
+    writeChanged(curtime_, wanted.clock, 0);
+    writeChanged(ntp_, wanted.ntp, 0);
+    return commit();
   }
 
   // Takes what was stored into the reply, which shows the method as it was given.
   int report(const Wanted& wanted) {
+    const bool isSet = differ(curtime_, wanted.clock);
+    const bool isMoved = differ(tzone_, wanted.zone) || differ(ntp_, wanted.ntp);
     tzone_ = wanted.zone;
     curtime_ = wanted.clock;
     ntp_ = wanted.ntp;
     if (wanted.method >= 0) ntp_.method = static_cast<std::uint8_t>(wanted.method);
-    const bool moved = wanted.zoneChanges != 0 || wanted.ntpChanges != 0;
-    if (wanted.clockChanges == 0 && moved && cam_get_curtime(&curtime_) != 0) return 400;
+    if (!isSet && isMoved && read(curtime_) != 200) return 400;
     fillUtc();
     return 200;
   }
 
   void fillUtc() {
-    const camera::CivilTime utc = camera::civilTime(camera::cameraTime());
+    const CivilTime utc = civilTime(cameraTime());
     curtime_.utc_valid = 1;
     curtime_.utc_year = utc.year;
     curtime_.utc_month = utc.month;
@@ -269,11 +217,10 @@ class DatetimeCgilet final : public InfCgilet {
     curtime_.utc_hour = utc.hour;
     curtime_.utc_minute = utc.minute;
     curtime_.utc_second = utc.second;
-    camera::copyText(curtime_.utc_date_text, sizeof curtime_.utc_date_text,
-                     threeNumbers("%04d/%02d/%02d", curtime_.utc_year, curtime_.utc_month, curtime_.utc_day));
-    camera::copyText(
-        curtime_.utc_time_text, sizeof curtime_.utc_time_text,
-        threeNumbers("%02d:%02d:%02d", curtime_.utc_hour, curtime_.utc_minute, curtime_.utc_second));
+    copyText(curtime_.utc_date_text, sizeof curtime_.utc_date_text,
+             threeNumbers("%04d/%02d/%02d", curtime_.utc_year, curtime_.utc_month, curtime_.utc_day));
+    copyText(curtime_.utc_time_text, sizeof curtime_.utc_time_text,
+             threeNumbers("%02d:%02d:%02d", curtime_.utc_hour, curtime_.utc_minute, curtime_.utc_second));
   }
 
   _ntp_setting ntp_;
@@ -281,4 +228,6 @@ class DatetimeCgilet final : public InfCgilet {
   _curtime_setting curtime_;
 };
 
-template InfCgilet* camera::create<DatetimeCgilet>();
+template InfCgilet* create<DatetimeCgilet>();
+
+}  // namespace camera

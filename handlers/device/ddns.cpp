@@ -1,26 +1,32 @@
 // ddns.cgi: the dynamic DNS client.
 #include "platform/store/records/ddns.h"
 #include "handlers/device/network_clients.h"
-#include "handlers/record_cgilet.h"
 
-class DDNSCgilet final : public camera::RecordCgilet<_ddns_setting, cam_get_ddns, cam_set_ddns, 1> {
-  camera::ParamTable& params() override { return params_; }
+namespace camera {
+namespace {
 
-  bool isConsistent() override {
-    return camera::canRun(params_, "ddns", record_.enable,
-                          {{"provider", record_.provider},
-                           {"host", record_.host},
-                           {"user", record_.user},
-                           {"pass", record_.password}});
+constexpr auto kParams = paramRows<_ddns_setting>(
+    choiceParam<&_ddns_setting::enable>("ddns", kOffOn),
+    choiceParam<&_ddns_setting::provider>("provider", kDdnsProviders),
+    ddnsHostParam<&_ddns_setting::host>("host"), ddnsAccountParam<&_ddns_setting::user>("user"),
+    ddnsAccountParam<&_ddns_setting::password>("pass"));
+
+}  // namespace
+
+class DDNSCgilet final : public RecordEndpoint<_ddns_setting, 1> {
+ public:
+  DDNSCgilet() : RecordEndpoint(kParams) {}
+
+ private:
+  int check(_ddns_setting& wanted) override {
+    return canRun(*this, "ddns", wanted.enable != 0,
+                  {{"provider", wanted.provider},
+                   {"host", wanted.host},
+                   {"user", wanted.user},
+                   {"pass", wanted.password}});
   }
-
-  camera::ParamTable params_{{
-      camera::choiceParam("ddns", camera::kOffOn).into(record_.enable, changed_),
-      camera::choiceParam("provider", camera::kDdnsProviders).into(record_.provider, changed_),
-      camera::ddnsHostParam("host").into(record_.host, changed_),
-      camera::ddnsAccountParam("user").into(record_.user, changed_),
-      camera::ddnsAccountParam("pass").into(record_.password, changed_),
-  }};
 };
 
-template InfCgilet* camera::create<DDNSCgilet>();
+template InfCgilet* create<DDNSCgilet>();
+
+}  // namespace camera

@@ -1,62 +1,42 @@
 // httpport.cgi: the TCP port of the camera's HTTP server.
-#include "framework/cgilet.h"
-#include "handlers/transaction.h"
+#include "handlers/endpoint.h"
 #include "platform/store/records/httpsvr.h"
 #include "platform/store/records/rtspsvr.h"
 
+namespace camera {
 namespace {
-
-constexpr int kMaxPort = 65535;
 
 // This one endpoint reads a port as atoi does: leading digits count, what follows them is dropped ("80-1" is
 // 80).
-bool parsePort(const std::string& text, std::int32_t* port) {
-  if (text.empty() || !camera::consistsOf(text, camera::kDigits, "-")) return false;
-  const std::size_t end = text.find('-', 1);
-  int number = 0;
-  if (!camera::parseInteger(text.substr(0, end), 1, kMaxPort, &number)) return false;
-  *port = number;
-  return true;
+bool takePort(std::string_view value, _httpsvr_setting& wanted) {
+  wanted.http_port = leadingInteger(value);
+  return consistsOf(value, kDigits, "-") && wanted.http_port >= 1 && wanted.http_port <= 65535;
 }
+
+constexpr auto kParams =
+    paramRows<_httpsvr_setting>(ownParam<takePort, _httpsvr_setting>("httpport", "1 to 65535"));
 
 }  // namespace
 
-class HttpPortCgilet final : public InfCgilet {
+class HttpPortCgilet final : public RecordEndpoint<_httpsvr_setting, 1> {
  public:
-  void onLoad() override {
-    status = 500;
-    if (cam_get_httpsvr(&httpsvr_) == 0) status = 200;
-  }
-
-  void onApply() override {
-    if (status != 200) return;
-    status = 400;
-    _httpsvr_setting wanted = httpsvr_;
-    for (const auto& [name, value] : queries) {
-      if (name != "httpport" || !parsePort(value, &wanted.http_port)) return;
-    }
-    _rtspsvr_setting rtspsvr;
-    if (cam_get_rtspsvr(&rtspsvr) != 0) {
-      status = 500;
-      return;
-    }
-    if (wanted.http_port == wanted.alt_port || wanted.http_port == rtspsvr.rtsp_port) return;
-    status = camera::setIfDifferent(&httpsvr_.http_port, wanted.http_port)
-                 ? camera::store(cam_set_httpsvr, httpsvr_, 1)
-                 : 200;
-  }
-
-  void onReply() override {
-    if (status != 200) {
-      infFail(status);
-      return;
-    }
-    pair("httpport", httpsvr_.http_port);
-    infOK();
-  }
+  HttpPortCgilet() : RecordEndpoint(kParams) {}
 
  private:
-  _httpsvr_setting httpsvr_;
+  int check(_httpsvr_setting& wanted) override {
+    _rtspsvr_setting rtspsvr;
+    if (const int result = read(rtspsvr); result != 200) return result;
+    if (wanted.http_port == wanted.alt_port) return refuse("httpport", "taken by the server's second port");
+    if (wanted.http_port == rtspsvr.rtsp_port) return refuse("httpport", "taken by the RTSP server");
+    return 200;
+  }
+
+  int reply() override {
+    pair("httpport", state.http_port);
+    return 200;
+  }
 };
 
-template InfCgilet* camera::create<HttpPortCgilet>();
+template InfCgilet* create<HttpPortCgilet>();
+
+}  // namespace camera

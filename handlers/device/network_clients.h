@@ -1,44 +1,48 @@
 // The PPPoE and dynamic DNS clients, as network.cgi and the endpoints of their own take their parameters.
 #pragma once
 
-#include <algorithm>
 #include <initializer_list>
 
-#include "framework/param_table.h"
+#include "handlers/endpoint.h"
 
 namespace camera {
 
 inline constexpr const char* kDdnsProviders[] = {"velkorddns", "dyndns"};
 
-inline ParamRow pppoeUserParam(const char* name) {
-  return textParam(name, 0, 32, kPunctuationText);
+template <auto... kPath>
+constexpr auto pppoeUserParam(const char* name) {
+  return textParam<kPath...>(name, 0, 32, kPunctuationText);
 }
-inline ParamRow pppoePassParam(const char* name) {
-  return textParam(name, 0, 60, kPunctuationText);
+template <auto... kPath>
+constexpr auto pppoePassParam(const char* name) {
+  return textParam<kPath...>(name, 0, 60, kPunctuationText);
 }
-inline ParamRow ddnsHostParam(const char* name) {
-  return textParam(name, 0, 36, kNameText);
+template <auto... kPath>
+constexpr auto ddnsHostParam(const char* name) {
+  return textParam<kPath...>(name, 0, 36, kNameText);
 }
-inline ParamRow ddnsAccountParam(const char* name) {
-  return textParam(name, 0, 30, kPunctuationText);
+template <auto... kPath>
+constexpr auto ddnsAccountParam(const char* name) {
+  return textParam<kPath...>(name, 0, 30, kPunctuationText);
 }
 
-// A text without which a client cannot run: its parameter, and its value after the merge.
+// A text without which a client cannot run: its parameter, and its value after the request.
 struct NeededText {
   const char* param;
   const char* value;
 };
 
-// To be asked after the merge. False when the request switches the client on while a needed text is empty, or
-// empties one of a client that stays on. What was stored incomplete does not stand in the way of other
+// 200 when the client can run; 400 when a needed text is empty and the request switches the client on, or
+// empties it while the client stays on. What was stored incomplete does not stand in the way of other
 // changes.
-inline bool canRun(const ParamTable& params, const char* client, int enable,
-                   std::initializer_list<NeededText> needed) {
-  if (enable == 0) return true;
-  const bool switchedOn = params.given(client);
-  return std::none_of(needed.begin(), needed.end(), [&](const NeededText& text) {
-    return *text.value == '\0' && (switchedOn || params.givenEmpty(text.param));
-  });
+inline int canRun(Endpoint& endpoint, const char* client, bool isOn,
+                  std::initializer_list<NeededText> needed) {
+  for (const NeededText& text : needed) {
+    const bool isAsked = endpoint.given(client) || endpoint.given(text.param);
+    if (isOn && isAsked && *text.value == '\0')
+      return endpoint.refuse(text.param, std::string{"needed while "} + client + " is on");
+  }
+  return 200;
 }
 
 }  // namespace camera

@@ -1,20 +1,26 @@
 // pppoe.cgi: the PPPoE dial-up client.
 #include "platform/store/records/pppoe.h"
 #include "handlers/device/network_clients.h"
-#include "handlers/record_cgilet.h"
 
-class PPPoECgilet final : public camera::RecordCgilet<_pppoe_setting, cam_get_pppoe, cam_set_pppoe, 1> {
-  camera::ParamTable& params() override { return params_; }
+namespace camera {
+namespace {
 
-  bool isConsistent() override {
-    return camera::canRun(params_, "pppoe", record_.enable, {{"user", record_.user}});
+constexpr auto kParams = paramRows<_pppoe_setting>(choiceParam<&_pppoe_setting::enable>("pppoe", kOffOn),
+                                                   pppoeUserParam<&_pppoe_setting::user>("user"),
+                                                   pppoePassParam<&_pppoe_setting::password>("pass"));
+
+}  // namespace
+
+class PPPoECgilet final : public RecordEndpoint<_pppoe_setting, 1> {
+ public:
+  PPPoECgilet() : RecordEndpoint(kParams) {}
+
+ private:
+  int check(_pppoe_setting& wanted) override {
+    return canRun(*this, "pppoe", wanted.enable != 0, {{"user", wanted.user}});
   }
-
-  camera::ParamTable params_{{
-      camera::choiceParam("pppoe", camera::kOffOn).into(record_.enable, changed_),
-      camera::pppoeUserParam("user").into(record_.user, changed_),
-      camera::pppoePassParam("pass").into(record_.password, changed_),
-  }};
 };
 
-template InfCgilet* camera::create<PPPoECgilet>();
+template InfCgilet* create<PPPoECgilet>();
+
+}  // namespace camera

@@ -1,10 +1,19 @@
 // system_reboot.cgi: restarts the camera.
 #include "handlers/device/system_command.h"
 
-class SystemRebootCgilet final : public camera::SystemCommandCgilet {
+namespace camera {
+namespace {
+
+constexpr auto kParams = paramRows<Confirmation>(confirmationParam("reboot"));
+
+}  // namespace
+
+class SystemRebootCgilet final : public SystemCommandEndpoint {
  public:
   SystemRebootCgilet()
-      : SystemCommandCgilet("reboot", "( sleep 5 && /sbin/reboot ) >/dev/null 2>/dev/null &") {}
+      : SystemCommandEndpoint(kParams, "( sleep 5 && /sbin/reboot ) >/dev/null 2>/dev/null &") {}
 };
 
-template InfCgilet* camera::create<SystemRebootCgilet>();
+template InfCgilet* create<SystemRebootCgilet>();
+
+}  // namespace camera

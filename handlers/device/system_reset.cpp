@@ -1,11 +1,20 @@
 // system_reset.cgi: restores the factory settings and, when that succeeded, restarts the camera.
 #include "handlers/device/system_command.h"
 
-class SystemResetCgilet final : public camera::SystemCommandCgilet {
+namespace camera {
+namespace {
+
+constexpr auto kParams = paramRows<Confirmation>(confirmationParam("reset"));
+
+}  // namespace
+
+class SystemResetCgilet final : public SystemCommandEndpoint {
  public:
   SystemResetCgilet()
-      : SystemCommandCgilet("reset", "( sleep 5 && factoryReset && /sbin/reboot ) >/dev/null 2>/dev/null &") {
-  }
+      : SystemCommandEndpoint(kParams,
+                              "( sleep 5 && factoryReset && /sbin/reboot ) >/dev/null 2>/dev/null &") {}
 };
 
-template InfCgilet* camera::create<SystemResetCgilet>();
+template InfCgilet* create<SystemResetCgilet>();
+
+}  // namespace camera

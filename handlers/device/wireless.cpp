@@ -1,12 +1,11 @@
 // wireless.cgi: the wireless LAN client.
 #include <optional>
 
-#include "framework/param_table.h"
 #include "handlers/device/wireless_keys.h"
-#include "handlers/product.h"
-#include "handlers/transaction.h"
+#include "handlers/endpoint.h"
 #include "platform/store/records/wireless.h"
 
+namespace camera {
 namespace {
 
 enum Mode : std::uint8_t { kManaged = 0, kAdHoc = 1 };
@@ -18,7 +17,7 @@ constexpr const char* kAuthWords[] = {"open", "shared", "WPA-PSK", "", "", "WPA2
 constexpr const char* kEncryptionWords[] = {"none", "WEP", "TKIP", "AES"};
 
 // What a request can choose: clients know open and shared, not the state that tries both.
-constexpr camera::Words kAuthChoices = camera::Words{kAuthWords}.first(kOpenOrShared);
+constexpr Words kAuthChoices = Words{kAuthWords}.first(kOpenOrShared);
 
 // By region; the i-th character, counted from 1, is "1" where channel i may be used.
 constexpr std::string_view kChannelPatterns[] = {
@@ -81,9 +80,9 @@ bool encryptionFits(const Combination& c) {
     if (isWpaCipher(cipher) != isWpa(c.auth.stored)) return false;
     if (cipher == kNone && c.auth.stored == kShared) return false;
   }
-  if (cipher == kWep) return c.key1 ? !c.key1->empty() : camera::checkWepKey(c.storedKey) == 0;
+  if (cipher == kWep) return c.key1 ? !c.key1->empty() : isWepKey(c.storedKey);
   if (!isWpaCipher(cipher)) return true;
-  return c.mode.effective() != kAdHoc && (c.passphrase || camera::checkWpaKey(c.storedKey) == 0);
+  return c.mode.effective() != kAdHoc && (c.passphrase || isWpaKey(c.storedKey));
 }
 
 // A key in use cannot be taken away.
@@ -94,38 +93,65 @@ bool keysFit(const Combination& c) {
   return !dropsWep && !dropsWpa;
 }
 
-camera::ParamRow ignoredParam(const char* name) {
-  return {.name = name, .kind = kUnhandledParam};
-}
+// The record, and what of the request goes into it only under conditions.
+struct Wanted {
+  _wireless_setting record;
+  std::int32_t channel = -1;  // -1: not given
+  std::int32_t auth = -1;
+  std::int32_t activeKey = 1;
+  std::string_view key1{};
+  std::string_view passphrase{};
+};
+
+constexpr char kWepKey[] = "5 or 13 printable ASCII characters, or 10 or 26 hexadecimal digits";
+constexpr char kWpaKey[] = "8 to 63 printable ASCII characters, or 64 hexadecimal digits";
+
+constexpr auto kParams = paramRows<Wanted>(
+    choiceParam<&Wanted::record, &_wireless_setting::enable>("enable", kOffOn),
+    choiceParam<&Wanted::record, &_wireless_setting::mode>("mode", kModeWords),
+    textParam<&Wanted::record, &_wireless_setting::essid>("essid", 1, 32, kPrintableText),
+    integerParam<&Wanted::channel>("channel", 1, kMostChannels),
+    choiceParam<&Wanted::auth>("auth", kAuthChoices),
+    choiceParam<&Wanted::record, &_wireless_setting::encryption>("encryption", kEncryptionWords),
+    integerParam<&Wanted::activeKey>("activekey", 1, 1),  // clients know four keys, the camera has the first
+    textParam<&Wanted::key1>("key1", 0, 26, kPrintableText).also(isWepKey, kWepKey),
+    textParam<&Wanted::passphrase>("passphrase", 0, 64, kPrintableText).also(isWpaKey, kWpaKey),
+    ignoredParam("chpatterns"), ignoredParam("format"), ignoredParam("keylength"), ignoredParam("key2"),
+    ignoredParam("key3"), ignoredParam("key4"));
 
 }  // namespace
 
-class WirelessCgilet final : public InfCgilet {
+class WirelessCgilet final : public Endpoint {
  public:
-  void onLoad() override {
-    status = 500;
-    PIB product;
-    if (!camera::readProduct(product)) return;
-    channels_ = channelPattern(product.getRegion());
-    if (cam_get_wireless(&wireless_) == 0) status = 200;
+  WirelessCgilet() : Endpoint(ParamTable<Wanted>(kParams)) {}
+
+ private:
+  int load() override {
+    const PIB* known = product();
+    if (known == nullptr) return 500;
+    channels_ = channelPattern(known->getRegion());
+    return read(wireless_);
   }
 
-  void onApply() override {
-    if (status != 200) return;
-    status = 400;
-    if (!params_.check(*this) || !channelFits() || !authIsNamed()) return;
-    const Combination wanted = combination();
-    if (!modeFits(wanted) || !authFits(wanted) || !encryptionFits(wanted) || !keysFit(wanted)) return;
-    merge(wanted);
-    status = changed_ ? camera::store(cam_set_wireless, wireless_, 1) : 200;
+  int apply() override {
+    Wanted wanted{.record = wireless_};
+    if (take(&wanted) != 200) return 400;
+    if (!channelFits(wanted.channel)) return refuse("channel", "one that chpatterns marks with 1");
+    if (given("auth") && *kAuthWords[wanted.auth] == '\0') return refuse("auth");
+    const Combination c = combination(wanted);
+    if (!modeFits(c)) return refuse("mode", "ad-hoc goes without WPA, TKIP and AES");
+    if (!authFits(c)) return refuse("auth", "does not go with the mode, the encryption or the key");
+    if (!encryptionFits(c)) return refuse("encryption", "does not go with the mode, auth or the key");
+    if (!keysFit(c)) return refuse(c.encryption.effective() == kWep ? "key1" : "passphrase", "in use");
+    merge(c, &wanted);
+    writeChanged(wireless_, wanted.record, 1);
+    const int result = commit();
+    if (result == 200) wireless_ = wanted.record;
+    return result;
   }
 
-  void onReply() override {
-    if (status != 200) {
-      infFail(status);
-      return;
-    }
-    pair("enable", camera::kOffOn[wireless_.enable]);
+  int reply() override {
+    pair("enable", kOffOn[wireless_.enable]);
     pair("mode", kModeWords[wireless_.mode]);
     pair("essid", wireless_.essid);
     pair("chpatterns", std::string{channels_});
@@ -134,56 +160,47 @@ class WirelessCgilet final : public InfCgilet {
     pair("encryption", kEncryptionWords[wireless_.encryption]);
     if (wireless_.encryption == kWep) replyWepKey();
     if (isWpa(wireless_.auth)) pair("passphrase", wireless_.key);
-    infOK();
+    return 200;
   }
 
- private:
-  bool channelFits() const {
-    if (!params_.given("channel")) return true;
-    const auto channel = static_cast<std::size_t>(params_.integer("channel"));
-    return channel <= channels_.size() && channels_[channel - 1] == '1';
+  bool channelFits(std::int32_t channel) const {
+    if (channel < 0) return true;
+    const auto number = static_cast<std::size_t>(channel);
+    return number <= channels_.size() && channels_[number - 1] == '1';
   }
 
-  // An empty text matches the table's gaps.
-  bool authIsNamed() const { return !params_.given("auth") || *kAuthWords[params_.choice("auth")] != '\0'; }
-
-  Choice choice(const char* name, std::uint8_t stored) const {
-    return {.given = params_.given(name) ? params_.choice(name) : -1, .stored = stored};
+  std::optional<std::string_view> givenText(const char* name, std::string_view text) const {
+    if (!given(name)) return std::nullopt;
+    return text;
   }
 
-  std::optional<std::string_view> givenText(const char* name) const {
-    if (!params_.given(name)) return std::nullopt;
-    return params_.text(name);
-  }
-
-  Combination combination() const {
-    return {.mode = choice("mode", wireless_.mode),
-            .auth = choice("auth", wireless_.auth),
-            .encryption = choice("encryption", wireless_.encryption),
-            .key1 = givenText("key1"),
-            .passphrase = givenText("passphrase"),
+  Combination combination(const Wanted& wanted) const {
+    const auto choice = [this](const char* name, int value, std::uint8_t stored) {
+      return Choice{.given = given(name) ? value : -1, .stored = stored};
+    };
+    return {.mode = choice("mode", wanted.record.mode, wireless_.mode),
+            .auth = choice("auth", wanted.auth, wireless_.auth),
+            .encryption = choice("encryption", wanted.record.encryption, wireless_.encryption),
+            .key1 = givenText("key1", wanted.key1),
+            .passphrase = givenText("passphrase", wanted.passphrase),
             .storedKey = wireless_.key};
   }
 
-  void merge(const Combination& wanted) {
-    const int cipher = wanted.encryption.effective();
-    const bool tryBoth = cipher == kWep && wanted.auth.isGiven();
-    params_.merge();
-    CommonAPI::CmpIdx(tryBoth ? kOpenOrShared : wanted.auth.given, &wireless_.auth, &changed_);
-    if (params_.given("channel") && wanted.mode.effective() == kAdHoc) {
-      CommonAPI::CmpInt(params_.integer("channel"), &wireless_.channel, &changed_);
+  static void merge(const Combination& c, Wanted* wanted) {
+    _wireless_setting& record = wanted->record;
+    const int cipher = c.encryption.effective();
+    if (c.auth.isGiven()) {
+      record.auth =
+          static_cast<std::uint8_t>(cipher == kWep ? static_cast<int>(kOpenOrShared) : c.auth.given);
     }
+    if (wanted->channel >= 0 && c.mode.effective() == kAdHoc) record.channel = wanted->channel;
     // Without encryption either may be laid down for later; of both, the passphrase stays.
-    if (!isWpaCipher(cipher)) replaceKey("key1");
-    if (cipher != kWep) replaceKey("passphrase");
-  }
-
-  void replaceKey(const char* name) {
-    if (params_.given(name)) CommonAPI::CmpStr(params_.text(name), 1, wireless_.key, &changed_);
+    if (c.key1 && !isWpaCipher(cipher)) setText(record.key, *c.key1);
+    if (c.passphrase && cipher != kWep) setText(record.key, *c.passphrase);
   }
 
   void replyWepKey() {
-    if (const camera::WepFormat* format = camera::wepFormat(wireless_.key); format != nullptr) {
+    if (const WepFormat* format = wepFormat(wireless_.key); format != nullptr) {
       pair("format", format->isHex ? "hex" : "ASCII");
       pair("keylength", format->bits);
     }
@@ -193,24 +210,8 @@ class WirelessCgilet final : public InfCgilet {
 
   _wireless_setting wireless_;
   std::string_view channels_;
-  bool changed_ = false;
-  camera::ParamTable params_{{
-      camera::choiceParam("enable", camera::kOffOn).into(wireless_.enable, changed_),
-      camera::choiceParam("mode", kModeWords).into(wireless_.mode, changed_),
-      camera::textParam("essid", 1, 32, camera::kPrintableText).into(wireless_.essid, changed_),
-      camera::integerParam("channel", 1, kMostChannels),
-      camera::choiceParam("auth", kAuthChoices),
-      camera::choiceParam("encryption", kEncryptionWords).into(wireless_.encryption, changed_),
-      camera::integerParam("activekey", 1, 1),  // clients know four keys, the camera has the first
-      camera::textParam("key1", 0, 26, camera::kPrintableText).also(camera::checkWepKey),
-      camera::textParam("passphrase", 0, 64, camera::kPrintableText).also(camera::checkWpaKey),
-      ignoredParam("chpatterns"),
-      ignoredParam("format"),
-      ignoredParam("keylength"),
-      ignoredParam("key2"),
-      ignoredParam("key3"),
-      ignoredParam("key4"),
-  }};
 };
 
-template InfCgilet* camera::create<WirelessCgilet>();
+template InfCgilet* create<WirelessCgilet>();
+
+}  // namespace camera

@@ -1,7 +1,7 @@
 // What a wireless key must look like.
 #include "handlers/device/wireless_keys.h"
 
-#include "framework/cgilet.h"
+#include "framework/checks.h"
 #include "framework/value_tables.h"
 
 namespace camera {
@@ -9,14 +9,14 @@ namespace {
 
 constexpr WepFormat kWepFormats[] = {
     {5, false, "64"}, {10, true, "64"}, {13, false, "128"}, {26, true, "128"}};
-constexpr int kWpaDigits = 64;
+constexpr std::size_t kWpaDigits = 64;
 
-bool isHex(std::string_view key, int length) {
-  return BaseCgilet::checkHex(key, length, 1) >= 0;
+bool isHex(std::string_view key, std::size_t length) {
+  return key.size() == length && consistsOf(key, kHexDigits);
 }
 
 bool isPrintable(std::string_view key) {
-  return check_accept_str(key, kPrintableText, true, true);
+  return consistsOf(key, kAlnum, kPrintableText);
 }
 
 }  // namespace
@@ -28,16 +28,14 @@ const WepFormat* wepFormat(std::string_view key) {
   return nullptr;
 }
 
-int checkWepKey(std::string_view key) {
+bool isWepKey(std::string_view key) {
   const WepFormat* format = wepFormat(key);
-  if (format == nullptr) return -1;
-  const bool valid = format->isHex ? isHex(key, static_cast<int>(format->length)) : isPrintable(key);
-  return valid ? 0 : -1;
+  if (format == nullptr) return false;
+  return format->isHex ? isHex(key, format->length) : isPrintable(key);
 }
 
-int checkWpaKey(std::string_view key) {
-  const bool valid = isHex(key, kWpaDigits) || (BaseCgilet::checkLen(key, 8, 63) >= 0 && isPrintable(key));
-  return valid ? 0 : -1;
+bool isWpaKey(std::string_view key) {
+  return isHex(key, kWpaDigits) || (lengthWithin(key, 8, 63) >= 0 && isPrintable(key));
 }
 
 }  // namespace camera

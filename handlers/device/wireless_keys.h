@@ -16,8 +16,8 @@ struct WepFormat {
 // Null when no WEP key has this length.
 const WepFormat* wepFormat(std::string_view key);
 
-// Codes; an empty key is none.
-int checkWepKey(std::string_view key);
-int checkWpaKey(std::string_view key);  // a WPA passphrase, or the 64 hexadecimal digits made from one
+// An empty key is none.
+bool isWepKey(std::string_view key);
+bool isWpaKey(std::string_view key);  // a WPA passphrase, or the 64 hexadecimal digits made from one
 
 }  // namespace camera

@@ -1,12 +1,15 @@
 // wlansignal.cgi: the signal of the wireless network that the camera is connected to.
-#include "handlers/read_only_cgilet.h"
-#include "platform/store/cam.h"
+#include "handlers/endpoint.h"
 
-class WlanSignalCgilet final : public camera::ReadOnlyCgilet {
-  int answer() override {
+namespace camera {
+
+class WlanSignalCgilet final : public ReadOnlyEndpoint {
+  int reply() override {
     pair("signal", cam_get_wireless_rssi());
     return 200;
   }
 };
 
-template InfCgilet* camera::create<WlanSignalCgilet>();
+template InfCgilet* create<WlanSignalCgilet>();
+
+}  // namespace camera

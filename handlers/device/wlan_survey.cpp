@@ -1,10 +1,10 @@
 // wlansurvey.cgi: the wireless networks that the camera can hear.
 #include <string_view>
 
-#include "handlers/product.h"
-#include "handlers/read_only_cgilet.h"
+#include "handlers/endpoint.h"
 #include "platform/network/site_survey.h"
 
+namespace camera {
 namespace {
 
 // The survey's words and the reply's. A network whose words are not here is one that the camera cannot join.
@@ -51,16 +51,14 @@ int quality(int rssi) {
 
 }  // namespace
 
-class WlanSurveyCgilet final : public camera::ReadOnlyCgilet {
- public:
-  void onLoad() override {
-    status = 500;
-    PIB product;
-    if (camera::readProduct(product)) status = product.probeWireless() ? 200 : 404;
+class WlanSurveyCgilet final : public ReadOnlyEndpoint {
+  int load() override {
+    const PIB* known = product();
+    if (known == nullptr) return 500;
+    return known->probeWireless() ? 200 : fail(404, "this camera has no wireless client");
   }
 
- private:
-  int answer() override {
+  int reply() override {
     sitelist* sites = dumpSites(nullptr);
     for (const sitelist* site = sites; site != nullptr; site = site->next) replySite(*site);
     ClearQueue(sites);
@@ -80,4 +78,6 @@ class WlanSurveyCgilet final : public camera::ReadOnlyCgilet {
   }
 };
 
-template InfCgilet* camera::create<WlanSurveyCgilet>();
+template InfCgilet* create<WlanSurveyCgilet>();
+
+}  // namespace camera

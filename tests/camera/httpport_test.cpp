@@ -57,7 +57,7 @@ TEST_F(HttpPort, ABadRequestChangesNothing) {
         std::string(1000000, '1'), "81&other=" + std::string(60000, 'x')}) {
     const Reply reply = camera_->get(query(value));
     EXPECT_EQ(reply.status, 400) << value.substr(0, 60);
-    EXPECT_EQ(reply.body, "error=400\n") << value.substr(0, 60);
+    EXPECT_TRUE(reply.body.starts_with("error=400\n")) << value.substr(0, 60);
   }
   EXPECT_EQ(camera_->post("httpport.cgi", "httpport=81&x=" + std::string(70000, 'x')).status, 400);
   const Output lie = camera_->runOnce(
@@ -120,7 +120,7 @@ TEST_F(HttpPort, ABrokenRecordIsAnInternalFailureAndAMissingOneTheFactoryDefault
   for (const std::string& path : {std::string{kName}, query("8081")}) {
     const Reply reply = camera_->get(path);
     EXPECT_EQ(reply.status, 500) << path;
-    EXPECT_EQ(reply.body, "error=500\n") << path;
+    EXPECT_TRUE(reply.body.starts_with("error=500\nmessage=settings: ")) << path;
   }
   EXPECT_EQ(recordBytes(), broken);
   std::filesystem::remove(camera_->record("httpsvr"));

@@ -43,7 +43,7 @@
 namespace camera::test {
 
 // To become true once every refusal explains itself.
-inline constexpr bool kRefusalsExplain = false;
+inline constexpr bool kRefusalsExplain = true;
 
 struct Reply {
   int status;

@@ -1,0 +1,144 @@
+// Parameter tables: what the driver refuses and says, what it takes, and what it reports.
+#include "framework/params.h"
+
+#include <gtest/gtest.h>
+
+#include "framework/cgilet.h"
+
+namespace camera::test {
+namespace {
+
+// What an endpoint may work on: fields of every type, elements of arrays chosen by a parameter, bounds and
+// presence that follow from other fields.
+struct Profile {
+  std::uint8_t codec[3];
+  std::int32_t rate[3];
+  char path[3][8];
+};
+struct State {
+  std::int32_t id = 0;
+  Profile profile{.codec = {}, .rate = {7, 8, 9}, .path = {"a", "b", "c"}};
+  char mask[16] = "0000";
+  std::uint8_t level = 50;
+  char word[8] = "stop";
+  std::string_view bytes = "-";
+  char ip[16] = "10.0.0.1";
+  bool hasSensor = true;
+  std::uint8_t sensor = 1;
+};
+
+constexpr const char* kLevels[] = {"50", "55", "60"};
+
+Bounds maskLength(const State& state) {
+  const int length = static_cast<int>(std::strlen(state.mask));
+  return {length, length};
+}
+bool hasSensor(const State& state) {
+  return state.hasSensor;
+}
+bool takeDouble(std::string_view value, State& state) {
+  state.profile.rate[0] = 2 * leadingInteger(value);
+  return !value.empty();
+}
+bool isAddress(std::string_view text) {
+  return parseIpv4(text);
+}
+
+constexpr auto kRows = paramRows<State>(
+    integerParam<&State::id>("id", 0, 2).required(),
+    choiceParam<&State::profile, &Profile::codec, &State::id>("codec", kNoYes),
+    integerParam<&State::profile, &Profile::rate, &State::id>("rate", -5, 99),
+    textParam<&State::profile, &Profile::path, &State::id>("path", 1, 7, kNameText),
+    textParam<&State::mask>("mask", 0, 0, "", kHexDigits).within<maskLength>("as long as the stored one"),
+    choiceParam<&State::level>("level", kLevels).storingNumber(), choiceParam<&State::word>("word", kStopDel),
+    textParam<&State::bytes>("bytes", 0, 6, "", kAnyBytes),
+    textParam<&State::ip>("ip", 0, 15, ".", kDigits).also(isAddress, "an address, or empty"),
+    choiceParam<&State::sensor>("sensor", kOffOn).onlyIf<hasSensor>(),
+    ownParam<takeDouble, State>("double", "a number"), ignoredParam("z"));
+constexpr ParamTable<State> kTable{kRows};
+
+class Reply final : public InfCgilet {
+ public:
+  explicit Reply(const State& state) { kTable.reply(*this, &state); }
+  void onLoad() override {}
+  void onApply() override {}
+  void onReply() override {}
+  const std::string& text() const { return body; }
+};
+
+std::string replyOf(const State& state) {
+  return Reply{state}.text();
+}
+
+// The refusal, or what the reply then shows.
+std::string take(std::string_view form, State state = {}, const ParamTable<State>& table = kTable) {
+  Queries queries;
+  parseForm(form, queries);
+  GivenParams given{table.rows};
+  std::string refusal;
+  const bool taken = table.take(queries, &state, &given, &refusal);
+  EXPECT_EQ(taken, refusal.empty()) << form;
+  for (const ParamRow& row : table.rows)
+    EXPECT_TRUE(!taken || given.has(row.name) == queries.contains(row.name));
+  return taken ? replyOf(state) : refusal;
+}
+
+TEST(Params, ATakenRequestShowsInTheReply) {
+  EXPECT_EQ(
+      take("id=0"),
+      "id=0\ncodec=no\nrate=7\npath=a\nmask=0000\nlevel=50\nword=stop\nbytes=-\nip=10.0.0.1\nsensor=on\n");
+  EXPECT_EQ(take("id=2&codec=yes&rate=-5&path=x_.-&mask=0aF9&level=60&word=del&bytes=%00%ff%26+&ip=&sensor="
+                 "off&z=%00"),
+            "id=2\ncodec=yes\nrate=-5\npath=x_.-\nmask=0aF9\nlevel=60\nword=del\nbytes=%00\xEF\xBF\xBD& "
+            "\nip=\nsensor=off\n");
+  EXPECT_EQ(take("id=0&double=21").substr(0, 22), "id=0\ncodec=no\nrate=42\n");
+  EXPECT_EQ(take("id=1&sensor=maybe", {.hasSensor = false}).find("sensor"), std::string::npos);
+}
+
+TEST(Params, ARefusalNamesTheParameterAndWhatIsAccepted) {
+  const std::pair<std::string, const char*> rows[] = {
+      {"codec=yes", "id: required: 0 to 2"},
+      {"id=3", "id: 0 to 2"},
+      {"id=0%00", "id: 0 to 2"},
+      {"id=0&codec=Yes", "codec: no or yes"},
+      {"id=0&rate=-6", "rate: -5 to 99"},
+      {"id=0&path=", "path: 1 to 7 letters, digits, _ - ."},
+      {"id=0&path=12345678", "path: 1 to 7 letters, digits, _ - ."},
+      {"id=0&path=a%00", "path: 1 to 7 letters, digits, _ - ."},
+      {"id=0&mask=000", "mask: 4 hexadecimal digits"},
+      {"id=0&mask=000g", "mask: 4 hexadecimal digits"},
+      {"id=0&level=1", "level: 50, 55 or 60"},
+      {"id=0&bytes=1234567", "bytes: 0 to 6 characters"},
+      {"id=0&ip=1.2.3", "ip: an address, or empty"},
+      {"id=0&sensor=maybe", "sensor: off or on"},
+      {"id=0&double=", "double: a number"},
+      {"id=0&colour=1", "colour: no such parameter"},
+      {"id=0&id%00=1", "id%00: no such parameter"},
+      {"id=0&" + std::string(70, 'x'), nullptr}};
+  for (const auto& [form, refusal] : rows) {
+    std::string told = take(form);
+    for (std::size_t at = told.find('\0'); at != told.npos; at = told.find('\0')) told.replace(at, 1, "%00");
+    EXPECT_EQ(told, refusal != nullptr ? refusal : std::string(64, 'x') + "...: no such parameter") << form;
+  }
+  EXPECT_EQ(acceptedBy(kRows[4], nullptr), "as long as the stored one");
+}
+
+TEST(Params, UnknownNamesAreIgnoredUpToANumberWhereTheTableSaysSo) {
+  const ParamTable<State> table{kRows, UnknownNames::kIgnore, 3};
+  EXPECT_EQ(take("id=1&a=1&b=2", {}, table), take("id=1"));
+  EXPECT_EQ(take("id=1&a=1&b=2&c=3", {}, table), "a: no such parameter (at most 3 parameters)");
+}
+
+// A whole record is written back when it differs, so an equal value must leave every byte.
+TEST(Params, AnEqualTextLeavesWhatLiesBehindIt) {
+  State state;
+  std::memcpy(state.word, "del\0xyz", 8);
+  Queries queries{{"id", "0"}, {"word", "del"}};
+  GivenParams given{kTable.rows};
+  std::string refusal;
+  ASSERT_TRUE(kTable.take(queries, &state, &given, &refusal));
+  EXPECT_EQ(std::string_view(state.word, 8), std::string_view("del\0xyz", 8));
+}
+
+}  // namespace
+}  // namespace camera::test
