@@ -5,16 +5,14 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 
-// An interface's addresses, in network byte order; 0.0.0.0 where there is none.
+// An interface's addresses, in network byte order; 0.0.0.0 where there is none. What is reserved is 0.
 struct IF_INFO {
-  std::int32_t index;
-  std::uint32_t flags;
+  std::uint8_t reserved0[8];
   in_addr address;
   in_addr netmask;
-  in_addr broadcast;
+  std::uint8_t reserved1[4];
   in_addr gateway;
 };
 static_assert(offsetof(IF_INFO, address) == 8 && offsetof(IF_INFO, netmask) == 12);
@@ -28,7 +26,7 @@ bool GetActiveIFInfo(const char* name, IF_INFO* info);
 namespace camera {
 
 // The same of an interface by the system's own name.
-bool activeInterface(const std::string& systemName, IF_INFO* info);
+bool activeInterface(std::string_view systemName, IF_INFO* info);
 
 // The gateway of the interface's default route of the lowest metric, in network byte order; 0.0.0.0 without
 // one. routes is the text of /proc/net/route.

@@ -15,55 +15,71 @@ namespace {
 using camera::readNumber;
 using camera::takeUntil;
 
-constexpr std::size_t kMostDisplaySystems = 3;
-constexpr std::string_view kBlanks = " \t\r";
+constexpr int kMostDisplaySystems = 3;
 
-using Words = std::vector<std::string>;
-
-std::string_view trimmed(std::string_view text) {
-  const std::size_t start = text.find_first_not_of(kBlanks);
-  return start == text.npos ? std::string_view{}
-                            : text.substr(start, text.find_last_not_of(kBlanks) + 1 - start);
+constexpr bool isBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\r';
 }
 
-Words wordsOf(std::string_view text, char separator) {
-  Words words;
-  while (!text.empty()) {
-    const std::string_view word = trimmed(takeUntil(separator, &text));
-    if (!word.empty()) words.emplace_back(word);
+std::string_view trimmed(std::string_view text) {
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+// Words of product.conf and what separates them; empty ones do not count.
+struct List {
+  std::string_view text;
+  char separator;
+
+  // Takes the next word off the text; empty at the end.
+  std::string_view next() {
+    std::string_view word;
+    while (word.empty() && !text.empty()) word = trimmed(takeUntil(separator, &text));
+    return word;
+  }
+};
+
+std::string spaced(List list) {
+  std::string words;
+  for (std::string_view word = list.next(); !word.empty(); word = list.next()) {
+    if (!words.empty()) words += ' ';
+    words += word;
   }
   return words;
 }
 
-bool isDisplaySystem(const std::string& name) {
-  return std::find(std::begin(DisplaySystem), std::end(DisplaySystem), name) != std::end(DisplaySystem);
+bool areDisplaySystems(List names) {
+  int count = 0;
+  for (std::string_view name = names.next(); !name.empty(); name = names.next()) {
+    if (std::find(std::begin(DisplaySystem), std::end(DisplaySystem), name) == std::end(DisplaySystem)) {
+      return false;
+    }
+    ++count;
+  }
+  return count <= kMostDisplaySystems;
 }
 
 // What the calls of PIB give back.
 struct Details {
   std::int32_t region = 0;
   std::uint8_t wireless = 0;
-  std::string sensor;
-  std::string macAddress;
-  std::string eth0 = "eth0";
-  std::string ppp0 = "ppp0";
-  std::string ra0 = "ra0";
-  Words sensorCaps;
-  Words modules;
-  Words displaySystems;
-  Words maxExposureTimes;
-};
-
-struct List {
-  Words Details::*words;
-  char separator;
+  std::string_view sensor;
+  std::string_view macAddress;
+  std::string_view eth0 = "eth0";
+  std::string_view ppp0 = "ppp0";
+  std::string_view ra0 = "ra0";
+  List sensorCaps{{}, ' '};
+  List modules{{}, ','};
+  List displaySystems{{}, ' '};
+  List maxExposureTimes{{}, ' '};
 };
 
 // Where a key's value goes, which also says what it must look like.
 struct Key {
   std::string_view name;
   std::variant<std::uint32_t PIB::*, std::uint8_t PIB::*, std::int32_t Details::*, std::uint8_t Details::*,
-               std::string Details::*, List>
+               std::string_view Details::*, List Details::*>
       target;
 };
 
@@ -80,18 +96,28 @@ constexpr Key kKeys[] = {
     {"has_irled", &PIB::has_irled},
     {"has_icr", &PIB::has_icr},
     {"has_h264", &PIB::has_h264},
-    {"region", &Details::region},
     {"wireless", &Details::wireless},
+    {"region", &Details::region},
     {"sensor", &Details::sensor},
+    {"sensor_caps", &Details::sensorCaps},
     {"mac_address", &Details::macAddress},
+    {"modules", &Details::modules},
+    {"display_systems", &Details::displaySystems},
+    {"max_exposure_times", &Details::maxExposureTimes},
     {"interface.eth0", &Details::eth0},
     {"interface.ppp0", &Details::ppp0},
     {"interface.ra0", &Details::ra0},
-    {"sensor_caps", List{&Details::sensorCaps, ' '}},
-    {"modules", List{&Details::modules, ','}},
-    {"display_systems", List{&Details::displaySystems, ' '}},
-    {"max_exposure_times", List{&Details::maxExposureTimes, ' '}},
 };
+
+// The end of the table for a name that is no key. Files mostly have the table's order, so that the search
+// starts where the last one ended.
+const Key* findKey(std::string_view name, const Key* start) {
+  const auto isIt = [name](const Key& key) { return key.name == name; };
+  const Key* found = std::find_if(start, std::end(kKeys), isIt);
+  if (found != std::end(kKeys)) return found;
+  found = std::find_if(std::begin(kKeys), start, isIt);
+  return found == start ? std::end(kKeys) : found;
+}
 
 // Stores the value of one key; false for a value that the key cannot have.
 struct Reader {
@@ -107,19 +133,21 @@ struct Reader {
   bool operator()(std::uint8_t Details::*truth) const {
     return readNumber(value, &(details.*truth)) && details.*truth <= 1;
   }
-  bool operator()(std::string Details::*word) const {
+  bool operator()(std::string_view Details::*word) const {
     if (!value.empty()) details.*word = value;
     return true;
   }
-  bool operator()(List list) const {
-    details.*list.words = wordsOf(value, list.separator);
+  bool operator()(List Details::*list) const {
+    (details.*list).text = value;
     return true;
   }
 };
 
 }  // namespace
 
-struct PIB::Data : Details {};
+struct PIB::Data : Details {
+  std::string text;  // what the details are parts of
+};
 
 const char* PIBError::what() const noexcept {
   return "product information cannot be read";
@@ -137,72 +165,81 @@ PIB::PIB()
       has_sdcard(0),
       has_irled(0),
       has_icr(0),
-      has_h264(0),
-      data_(new Data) {}
+      has_h264(0) {}
 
-PIB::~PIB() {
-  delete data_;
+PIB::~PIB() = default;
+PIB& PIB::operator=(const PIB&) = default;
+
+const PIB::Data& PIB::data() const {
+  static const Data kNothing;
+  return data_ ? *data_ : kNothing;
 }
 
-void PIB::parse(std::string_view text) {
+void PIB::parse(std::string file) {
+  const auto data = std::make_shared<Data>();
+  data->text = std::move(file);
+  std::string_view text = data->text;
   std::array<bool, std::size(kKeys)> seen{};
+  const Key* key = kKeys;
   for (int number = 1; !text.empty(); ++number) {
     std::string_view line = takeUntil('\n', &text);
-    line = trimmed(takeUntil('#', &line));
-    if (line.empty()) continue;
-    const std::size_t equals = line.find('=');
-    const std::string_view name = trimmed(line.substr(0, equals));
-    const Key* key =
-        std::find_if(std::begin(kKeys), std::end(kKeys), [&](const Key& k) { return k.name == name; });
+    line = takeUntil('#', &line);
+    std::string_view value = line;
+    const std::string_view name = takeUntil('=', &value);
+    const bool hasValue = name.size() < line.size();
+    if (!hasValue && trimmed(line).empty()) continue;
+    key = findKey(trimmed(name), key);
     const auto index = static_cast<std::size_t>(key - kKeys);
-    if (equals == line.npos || key == std::end(kKeys) || seen[index] ||
-        !std::visit(Reader{*this, *data_, trimmed(line.substr(equals + 1))}, key->target)) {
+    if (!hasValue || key == std::end(kKeys) || seen[index] ||
+        !std::visit(Reader{*this, *data, trimmed(value)}, key->target)) {
       dbg_log("product information:%d: not understood", number);
       throw PIBError();
     }
     seen[index] = true;
   }
-  const Words& systems = data_->displaySystems;
-  if (systems.size() > kMostDisplaySystems || !std::all_of(systems.begin(), systems.end(), isDisplaySystem)) {
+  if (!areDisplaySystems(data->displaySystems)) {
     dbg_log("product information: display_systems: not understood");
     throw PIBError();
   }
+  data_ = data;
 }
 
 int PIB::getRegion() const {
-  return data_->region;
+  return data().region;
 }
 
 std::string PIB::getSensor() const {
-  return data_->sensor;
+  return std::string(data().sensor);
 }
 
 std::string PIB::getSensorCaps() const {
-  std::string caps;
-  for (const std::string& name : data_->sensorCaps) caps += caps.empty() ? name : " " + name;
-  return caps;
+  return spaced(data().sensorCaps);
 }
 
 std::string PIB::getMacAddress() const {
-  return data_->macAddress;
+  return std::string(data().macAddress);
 }
 
 bool PIB::probeWireless() const {
-  return data_->wireless != 0;
+  return data().wireless != 0;
 }
 
-const std::vector<std::string>& PIB::displaySystems() const {
-  return data_->displaySystems;
+std::string PIB::displaySystems() const {
+  return spaced(data().displaySystems);
 }
 
-const std::vector<std::string>& PIB::maxExposureTimes() const {
-  return data_->maxExposureTimes;
+std::string PIB::maxExposureTimes() const {
+  return spaced(data().maxExposureTimes);
 }
 
-std::string PIB::interfaceName(const std::string& name) const {
-  return name == "eth0" ? data_->eth0 : name == "ppp0" ? data_->ppp0 : name == "ra0" ? data_->ra0 : name;
+std::string_view PIB::interfaceName(std::string_view name) const {
+  const Data& known = data();
+  return name == "eth0" ? known.eth0 : name == "ppp0" ? known.ppp0 : name == "ra0" ? known.ra0 : name;
 }
 
-bool PIB::hasModule(const std::string& name) const {
-  return std::find(data_->modules.begin(), data_->modules.end(), name) != data_->modules.end();
+bool PIB::hasModule(std::string_view name) const {
+  List modules = data().modules;
+  std::string_view module = modules.next();
+  while (!module.empty() && module != name) module = modules.next();
+  return !module.empty();
 }

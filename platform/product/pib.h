@@ -3,9 +3,9 @@
 
 #include <cstdint>
 #include <exception>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 // Raised by PIB::init when the product information is missing or malformed; the log says where.
 class PIBError : public std::exception {
@@ -19,11 +19,11 @@ class PIB {
   PIB();
   ~PIB();
 
-  // Reads /etc/camera/product.conf. Raises PIBError. Returns 0.
+  // Reads /etc/camera/product.conf, the first time that this process asks. Raises PIBError. Returns 0.
   int init();
 
   // What init does with the file's text; on a fresh object.
-  void parse(std::string_view text);
+  void parse(std::string text);
 
   std::uint32_t has_pir;       // a passive infrared sensor
   std::uint32_t input_count;   // digital inputs
@@ -44,19 +44,22 @@ class PIB {
   std::string getMacAddress() const;  // of the wired interface
   bool probeWireless() const;         // a wireless interface exists
 
-  const std::vector<std::string>& displaySystems() const;  // supported names; empty: only the one in use
-  const std::vector<std::string>& maxExposureTimes() const;
-  // The system's own name of one of the camera's interfaces "eth0", "ppp0", "ra0".
-  std::string interfaceName(const std::string& name) const;
-  bool hasModule(const std::string& name) const;
+  // Separated by single spaces.
+  std::string displaySystems() const;  // supported names; empty: only the one in use
+  std::string maxExposureTimes() const;
+  // The system's own name of one of the camera's interfaces "eth0", "ppp0", "ra0"; good for as long as the
+  // object.
+  std::string_view interfaceName(std::string_view name) const;
+  bool hasModule(std::string_view name) const;
+
+  PIB(const PIB&) = delete;
 
  private:
   struct Data;
-  Data* data_;
+  PIB& operator=(const PIB& other);
+  const Data& data() const;
 
- public:
-  PIB(const PIB&) = delete;
-  PIB& operator=(const PIB&) = delete;
+  std::shared_ptr<const Data> data_;  // null before parse
 };
 
 // 1 when the named optional software module is installed on the product, otherwise 0. Raises PIBError.

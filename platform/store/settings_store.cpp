@@ -50,10 +50,10 @@ std::uint32_t crc32(std::span<const std::uint8_t> bytes) {
   return ~crc;
 }
 
-// Takes the record out of a file, its missing tail from the defaults. Returns what is wrong, empty when
-// nothing.
-std::string decode(const RecordInfo& info, std::span<const std::uint8_t> file,
-                   std::vector<std::uint8_t>* record) {
+// Makes the record of a file's content, with the missing tail from the defaults. Returns what is wrong, empty
+// when nothing.
+std::string decode(const RecordInfo& info, std::vector<std::uint8_t>* content) {
+  const std::span<const std::uint8_t> file = *content;
   if (file.size() < kHeaderSize) return "wrong size";
   if (!std::equal(std::begin(kMagic), std::end(kMagic), file.begin())) return "corrupt: no settings file";
   if (getNumber<std::uint16_t>(&file[kFormatAt]) != kFormatVersion) return "corrupt: unknown format";
@@ -67,9 +67,10 @@ std::string decode(const RecordInfo& info, std::span<const std::uint8_t> file,
   if (getNumber<std::uint32_t>(&file[kCrcAt]) != crc32(payload)) return "corrupt: checksum";
 
   const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
-  record->assign(defaults, defaults + info.size);
-  std::copy(payload.begin(), payload.end(), record->begin());
-  const std::string invalid = firstInvalid(info, record->data());
+  const std::size_t length = payload.size();
+  content->erase(content->begin(), content->begin() + kHeaderSize);
+  content->insert(content->end(), defaults + length, defaults + info.size);
+  const std::string invalid = firstInvalid(info, content->data());
   return invalid.empty() ? "" : "corrupt: " + invalid;
 }
 
@@ -117,7 +118,8 @@ StoreResult SettingsStore::read(const RecordInfo& info, void* record) {
   const StoreResult result = load(info, &stored);
   if (result != StoreResult::kDone) return result;
   std::memcpy(record, stored.data(), info.size);
-  remember(info, stored, stored);
+  Bytes copy = stored;
+  remember(info, std::move(copy), std::move(stored));
   return result;
 }
 
@@ -192,16 +194,17 @@ StoreResult SettingsStore::begin(const Lock& lock) {
 }
 
 StoreResult SettingsStore::load(const RecordInfo& info, Bytes* record) {
-  Bytes file(kHeaderSize + info.size + 1);  // one byte more, so that a file that is too long is seen
+  record->resize(kHeaderSize + info.size + 1);  // one byte more, so that a file that is too long is seen
   std::size_t length = 0;
-  const int error = files_.read(info.name, file.data(), file.size(), &length);
+  const int error = files_.read(info.name, record->data(), record->size(), &length);
   if (error == ENOENT) {
     const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
     record->assign(defaults, defaults + info.size);
     return StoreResult::kDone;
   }
   if (error != 0) return fail(info.name, error);
-  const std::string wrong = decode(info, std::span(file).first(length), record);
+  record->resize(length);
+  const std::string wrong = decode(info, record);
   return wrong.empty() ? StoreResult::kDone : fail(info.name, wrong);
 }
 

@@ -33,7 +33,9 @@ class SettingsStore {
  public:
   // The bits of RecordInfo::dependsOn are positions in records.
   SettingsStore(StoreFiles& files, std::span<const RecordInfo* const> records)
-      : files_(files), records_(records) {}
+      : files_(files), records_(records) {
+    known_.reserve(records.size());
+  }
 
   // Fills the record with what is stored, or the factory defaults without a file. A failure leaves it
   // untouched.

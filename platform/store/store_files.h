@@ -55,7 +55,7 @@ class PosixStoreFiles final : public StoreFiles {
   int rename(const char* from, const char* to) override;
   int remove(const char* name) override;
   int syncFolder() override;
-  std::string path(const char* name) const override { return folder_ + "/" + name; }
+  std::string path(const char* name) const override;
 
  private:
   std::string folder_;

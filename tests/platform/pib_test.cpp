@@ -5,8 +5,6 @@
 
 namespace {
 
-using Words = std::vector<std::string>;
-
 TEST(Product, IsReadFromKeysAndValues) {
   PIB product;
   product.parse(
@@ -24,8 +22,8 @@ TEST(Product, IsReadFromKeysAndValues) {
   EXPECT_EQ(product.getSensor(), "ov9710_720p");
   EXPECT_EQ(product.getSensorCaps(), "a b,c");
   EXPECT_EQ(product.getMacAddress(), "00:11=22");
-  EXPECT_EQ(product.displaySystems(), (Words{"PAL-25", "720p", "NTSC"}));
-  EXPECT_EQ(product.maxExposureTimes(), (Words{"1/5", "1/30"}));
+  EXPECT_EQ(product.displaySystems(), "PAL-25 720p NTSC");
+  EXPECT_EQ(product.maxExposureTimes(), "1/5 1/30");
   EXPECT_EQ(product.interfaceName("eth0"), "lan0");
   EXPECT_EQ(product.interfaceName("ppp0"), "ppp0");
   EXPECT_EQ(product.interfaceName("ra0"), "ra0");

@@ -6,9 +6,9 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstring>
+#include <optional>
 
 #include "platform/file.h"
 #include "platform/log.h"
@@ -21,42 +21,36 @@ using camera::readNumber;
 using camera::takeUntil;
 
 constexpr char kRoutes[] = "/proc/net/route";
-constexpr std::uint32_t kActive = IFF_UP | IFF_RUNNING;
 
-// The columns of a line of the routing table, in order, as far as they are looked at.
-enum Column : std::uint8_t {
-  kInterface,
-  kDestination,
-  kGateway,
-  kFlags,
-  kReferences,
-  kUse,
-  kMetric,
-  kMask,
-  kColumns
+// A line of the routing table. Its numbers are the addresses as they lie in memory.
+struct Route {
+  std::uint32_t destination;
+  std::uint32_t gateway;
+  std::uint32_t flags;
+  std::uint32_t metric;
+  std::uint32_t mask;
 };
-using Route = std::array<std::string_view, kColumns>;
 
-// True for a usable default route; the table's numbers are the addresses as they lie in memory.
-bool readDefaultRoute(const Route& route, std::uint32_t* metric, in_addr* gateway) {
-  std::uint32_t destination = 0;
-  std::uint32_t flags = 0;
-  std::uint32_t mask = 0;
-  std::int32_t signedMetric = 0;  // so the kernel prints it, whatever its size
-  if (!readNumber(route[kDestination], &destination, 16) || !readNumber(route[kFlags], &flags, 16) ||
-      !readNumber(route[kMask], &mask, 16) || !readNumber(route[kMetric], &signedMetric) ||
-      !readNumber(route[kGateway], &gateway->s_addr, 16)) {
-    return false;
-  }
-  *metric = static_cast<std::uint32_t>(signedMetric);
-  return destination == 0 && mask == 0 && (flags & (RTF_UP | RTF_REJECT)) == RTF_UP;
+// True for a usable default route of the interface; of other lines no more is read than is needed to tell.
+bool readDefaultRoute(std::string_view line, std::string_view systemName, Route* route) {
+  if (takeUntil('\t', &line) != systemName) return false;
+  if (!readNumber(takeUntil('\t', &line), &route->destination, 16) || route->destination != 0) return false;
+  if (!readNumber(takeUntil('\t', &line), &route->gateway, 16)) return false;
+  if (!readNumber(takeUntil('\t', &line), &route->flags, 16)) return false;
+  takeUntil('\t', &line);  // references and uses
+  takeUntil('\t', &line);
+  std::int32_t metric = 0;  // so the kernel prints it, whatever its size
+  const bool hasMetric = readNumber(takeUntil('\t', &line), &metric);
+  route->metric = static_cast<std::uint32_t>(metric);
+  return hasMetric && readNumber(takeUntil('\t', &line), &route->mask, 16) && route->mask == 0 &&
+         (route->flags & (RTF_UP | RTF_REJECT)) == RTF_UP;
 }
 
 // The questions that the kernel answers about one interface.
 class KernelInterface {
  public:
-  explicit KernelInterface(const std::string& name) : socket_(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
-    if (socket_ < 0) dbg_log("interface %s: %s", name.c_str(), std::strerror(errno));
+  explicit KernelInterface(std::string_view name) : socket_(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
+    if (socket_ < 0) dbg_log("interfaces: %s", std::strerror(errno));
     if (name.size() < sizeof request_.ifr_name) name.copy(request_.ifr_name, name.size());
   }
   ~KernelInterface() {
@@ -65,11 +59,12 @@ class KernelInterface {
   KernelInterface(const KernelInterface&) = delete;
   KernelInterface& operator=(const KernelInterface&) = delete;
 
-  std::uint32_t flags() { return ask(SIOCGIFFLAGS) ? static_cast<std::uint16_t>(request_.ifr_flags) : 0; }
-  std::int32_t index() { return ask(SIOCGIFINDEX) ? request_.ifr_ifindex : 0; }
+  bool isActive() {
+    constexpr int kActive = IFF_UP | IFF_RUNNING;
+    return ask(SIOCGIFFLAGS) && (request_.ifr_flags & kActive) == kActive;
+  }
   in_addr address() { return addressFrom(SIOCGIFADDR); }
   in_addr netmask() { return addressFrom(SIOCGIFNETMASK); }
-  in_addr broadcast() { return addressFrom(SIOCGIFBRDADDR); }
 
  private:
   bool ask(unsigned long question) { return ioctl(socket_, question, &request_) == 0; }
@@ -88,16 +83,13 @@ class KernelInterface {
 
 namespace camera {
 
-bool activeInterface(const std::string& systemName, IF_INFO* info) {
+bool activeInterface(std::string_view systemName, IF_INFO* info) {
   KernelInterface kernel{systemName};
   IF_INFO found{};
-  found.flags = kernel.flags();
-  if ((found.flags & kActive) != kActive) return false;
+  if (!kernel.isActive()) return false;
   found.address = kernel.address();
   if (found.address.s_addr == INADDR_ANY) return false;
   found.netmask = kernel.netmask();
-  found.broadcast = kernel.broadcast();
-  found.index = kernel.index();
   std::string routes;
   readFile(kRoutes, &routes);
   found.gateway = defaultGateway(routes, systemName);
@@ -106,22 +98,13 @@ bool activeInterface(const std::string& systemName, IF_INFO* info) {
 }
 
 in_addr defaultGateway(std::string_view routes, std::string_view systemName) {
-  in_addr best{};
-  std::uint32_t bestMetric = 0;
-  bool found = false;
+  std::optional<Route> best;
   while (!routes.empty()) {
-    std::string_view line = takeUntil('\n', &routes);
-    Route route;
-    for (std::string_view& column : route) column = takeUntil('\t', &line);
-    std::uint32_t metric = 0;
-    in_addr gateway{};
-    if (route[kInterface] != systemName || !readDefaultRoute(route, &metric, &gateway)) continue;
-    if (found && metric >= bestMetric) continue;
-    best = gateway;
-    bestMetric = metric;
-    found = true;
+    Route route{};
+    if (!readDefaultRoute(takeUntil('\n', &routes), systemName, &route)) continue;
+    if (!best || route.metric < best->metric) best = route;
   }
-  return best;
+  return {best ? best->gateway : INADDR_ANY};
 }
 
 }  // namespace camera

@@ -4,9 +4,18 @@
 
 int PIB::init() {
   static constexpr char kProductFile[] = "/etc/camera/product.conf";
-  std::string text;
-  if (camera::readFile(kProductFile, &text) != 0) throw PIBError();
-  parse(text);
+  enum class State : char { kUnread, kRead, kUnreadable };
+  static State state = State::kUnread;
+  static PIB product;
+  if (state == State::kUnread) {
+    state = State::kUnreadable;
+    std::string text;
+    if (camera::readFile(kProductFile, &text) != 0) throw PIBError();
+    product.parse(std::move(text));
+    state = State::kRead;
+  }
+  if (state != State::kRead) throw PIBError();
+  *this = product;
   return 0;
 }
 

@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <string_view>
 
 #include "platform/descriptor.h"
 
@@ -75,6 +76,13 @@ int PosixStoreFiles::rename(const char* from, const char* to) {
 
 int PosixStoreFiles::remove(const char* name) {
   return errorOf(unlink(path(name).c_str()));
+}
+
+std::string PosixStoreFiles::path(const char* name) const {
+  const std::string_view file = name;
+  std::string path;
+  path.reserve(folder_.size() + 1 + file.size());
+  return path.append(folder_).append(1, '/').append(file);
 }
 
 int PosixStoreFiles::syncFolder() {
