@@ -113,22 +113,12 @@ void writeFile(const std::filesystem::path& path, const std::string& content) {
   std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
 }
 
-TemporaryFolder::TemporaryFolder() {
-  std::string name = std::filesystem::temp_directory_path() / "camera-test-XXXXXX";
-  check(mkdtemp(name.data()) != nullptr, "no temporary folder");
-  path_ = name;
-}
-
-TemporaryFolder::~TemporaryFolder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
-}
-
-int TemporaryFolder::processes() const {
+int processesOf(const TemporaryFolder& folder) {
+  const std::string name = std::filesystem::path(folder.path()).filename();
   int count = 0;
   for (const auto& process : std::filesystem::directory_iterator("/proc")) {
     const std::string about = readFile(process.path() / "cmdline") + readFile(process.path() / "mountinfo");
-    if (about.find(path_.filename()) != about.npos) ++count;
+    if (about.find(name) != about.npos) ++count;
   }
   return count;
 }
@@ -151,13 +141,13 @@ Command Camera::sandbox(const std::string& program) const {
 }
 
 void Camera::boot() {
-  const std::string out = folder_ / "boot.out";
+  const std::string out = folder_.path("boot.out");
   std::filesystem::remove(out);
   Command command{"setpriv", "--pdeathsig", "TERM"};  // a test that crashes leaves no camera behind
   for (const std::string& word : sandbox("boot")) command.push_back(word);
-  boot_ = start(command, "/dev/null", out, folder_ / "boot.err");
+  boot_ = start(command, "/dev/null", out, folder_.path("boot.err"));
   check(within(kBootSeconds, [&] { return readFile(out).find(kAnnouncement) != out.npos; }),
-        "it does not start: " + readFile(out) + readFile(folder_ / "boot.err"));
+        "it does not start: " + readFile(out) + readFile(folder_.path("boot.err")));
 }
 
 void Camera::turnOff() {
@@ -168,7 +158,7 @@ void Camera::turnOff() {
 }
 
 int Camera::port() const {
-  const std::string announcements = readFile(folder_ / "boot.out");
+  const std::string announcements = readFile(folder_.path("boot.out"));
   return std::stoi(announcements.substr(announcements.rfind(kAnnouncement) + kAnnouncement.size()));
 }
 
@@ -180,19 +170,15 @@ Reply Camera::post(const std::string& name, const std::string& body, const std::
   return fetch(port(), "/cgi-bin/" + name, {"Content-Type: " + contentType}, &body);
 }
 
-Output Camera::inside(const Command& command, const std::string& in) {
+Output Camera::inside(const Command& command) {
   Command whole = sandbox("sandbox");
   whole.insert(whole.end(), command.begin(), command.end());
-  writeFile(folder_ / "in", in);
-  const int status = waitFor(start(whole, folder_ / "in", folder_ / "out", folder_ / "err"));
-  return {status, readFile(folder_ / "out"), readFile(folder_ / "err")};
+  const int status = waitFor(start(whole, "/dev/null", folder_.path("out"), folder_.path("err")));
+  return {status, readFile(folder_.path("out")), readFile(folder_.path("err"))};
 }
 
-Output Camera::runOnce(const std::string& argv0, const Command& environment, const std::string& in) {
-  Command command{"env", "-i"};
-  command.insert(command.end(), environment.begin(), environment.end());
-  command.insert(command.end(), {"/bin/bash", "-c", "exec -a \"$0\" /usr/lib/camera/bin/camera-cgi", argv0});
-  return inside(command, in);
+Output Camera::runOnce(const std::string& argv0) {
+  return inside({"env", "-i", "/bin/bash", "-c", "exec -a \"$0\" /usr/lib/camera/bin/camera-cgi", argv0});
 }
 
 }  // namespace camera::test

@@ -9,6 +9,8 @@
 #include <thread>
 #include <vector>
 
+#include "tests/support/temporary_folder.h"
+
 namespace camera::test {
 
 using Command = std::vector<std::string>;
@@ -48,21 +50,8 @@ bool within(double seconds, Condition condition) {
   return true;
 }
 
-// Removes itself and what is in it at the end.
-class TemporaryFolder {
- public:
-  TemporaryFolder();
-  ~TemporaryFolder();
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  const std::filesystem::path& path() const { return path_; }
-  std::string operator/(const std::string& name) const { return path_ / name; }
-  // How many processes were started with the folder's name, or run in a sandbox with a state in it.
-  int processes() const;
-
- private:
-  std::filesystem::path path_;
-};
+// How many processes were started with the folder's name, or run in a sandbox with a state in it.
+int processesOf(const TemporaryFolder& folder);
 
 class Camera {
  public:
@@ -77,12 +66,11 @@ class Camera {
   Reply post(const std::string& name, const std::string& body,
              const std::string& contentType = "application/x-www-form-urlencoded");
 
-  Output inside(const Command& command, const std::string& in = {});  // in a fresh sandbox on the same state
-  // camera-cgi started under this name, with nothing but this environment (NAME=value).
-  Output runOnce(const std::string& argv0, const Command& environment = {}, const std::string& in = {});
+  Output inside(const Command& command);     // in a fresh sandbox on the same state
+  Output runOnce(const std::string& argv0);  // camera-cgi started under this name, without an environment
 
   std::filesystem::path record(const std::string& name) const { return state() / "settings" / name; }
-  std::filesystem::path state() const { return folder_.path() / "state"; }
+  std::filesystem::path state() const { return folder_.path("state"); }
   std::string log() const { return readFile(state() / "log" / "camera.log"); }
   int port() const;  // where it said last that it answers
 

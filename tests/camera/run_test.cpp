@@ -13,13 +13,13 @@ class Run : public testing::Test {
   static constexpr char kName[] = "/cgi-bin/httpport.cgi";
 
   pid_t startRun(const Command& options) {
-    Command command{CAMERA_SOURCE_DIR "/run", "--state", folder_ / "state"};
+    Command command{CAMERA_SOURCE_DIR "/run", "--state", folder_.path("state")};
     command.insert(command.end(), options.begin(), options.end());
-    return start(command, "/dev/null", folder_ / "out", folder_ / "err");
+    return start(command, "/dev/null", folder_.path("out"), folder_.path("err"));
   }
   void expectRefusal(const Command& options, const std::string& complaint) {
     EXPECT_EQ(waitFor(startRun(options)), 1) << options.back();
-    const std::string line = readFile(folder_ / "err");
+    const std::string line = readFile(folder_.path("err"));
     EXPECT_EQ(line.find('\n'), line.size() - 1) << line;
     EXPECT_NE(line.find(complaint), std::string::npos) << options.back() << ": " << line;
   }
@@ -32,9 +32,9 @@ TEST_F(Run, StartsOnceAndEndsWithEverythingItStarted) {
   const int port = freePort();
   const pid_t run = startRun({"--port", std::to_string(port)});
   const std::string url = "127.0.0.1:" + std::to_string(port) + kName;
-  ASSERT_TRUE(within(60, [&] { return answers(port); })) << readFile(folder_ / "err");
-  EXPECT_TRUE(within(2, [&] { return readFile(folder_ / "out").find(url) != std::string::npos; }));
-  EXPECT_GT(folder_.processes(), 2);
+  ASSERT_TRUE(within(60, [&] { return answers(port); })) << readFile(folder_.path("err"));
+  EXPECT_TRUE(within(2, [&] { return readFile(folder_.path("out")).find(url) != std::string::npos; }));
+  EXPECT_GT(processesOf(folder_), 2);
   expectRefusal({"--port", std::to_string(freePort())}, "another camera");
 
   const int moved = freePort();
@@ -42,13 +42,13 @@ TEST_F(Run, StartsOnceAndEndsWithEverythingItStarted) {
   ASSERT_TRUE(within(2, [&] { return answers(moved); }));
   kill(run, SIGINT);
   EXPECT_EQ(waitFor(run), 0);
-  EXPECT_EQ(folder_.processes(), 0);
+  EXPECT_EQ(processesOf(folder_), 0);
 
   const pid_t again = startRun({});
-  EXPECT_TRUE(within(20, [&] { return answers(moved); })) << readFile(folder_ / "err");
+  EXPECT_TRUE(within(20, [&] { return answers(moved); })) << readFile(folder_.path("err"));
   kill(again, SIGKILL);
   waitFor(again);
-  EXPECT_TRUE(within(5, [&] { return folder_.processes() == 0; }));
+  EXPECT_TRUE(within(5, [&] { return processesOf(folder_) == 0; }));
 }
 
 TEST_F(Run, RefusesInOneLine) {

@@ -15,11 +15,11 @@ namespace camera::test {
 
 // Of the process. Every fake of a platform function asks answer() before it does anything, and that is all it
 // takes to join the fault sweep. The text of a call begins with a verb:
-//   get, send    reads, or asks a daemon; the result says whether that worked
-//   ask          reads what cannot fail; a result other than 0 means that there is nothing to be had
-//   time         reads the clock
-//   set, run     writes to the store, runs a command
-//   clean, work  the frame of a transaction
+//   get            reads, or asks a daemon; the result says whether that worked
+//   ask            reads what cannot fail; a result other than 0 means that there is nothing to be had
+//   time           reads the clock
+//   set, send, run writes to the store, tells a daemon to act, runs a command
+//   clean, work    the frame of a transaction
 struct ScriptedPlatform {
   std::vector<std::string> calls;  // of the last request, in order: "get lan", "set lan 1", "work lan,ddns";
                                    // the second of a text is "get lan#2"

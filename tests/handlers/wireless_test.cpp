@@ -1,7 +1,6 @@
 // wireless.cgi: its values and channels, and every combination of mode, authentication, encryption and key.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstring>
 #include <optional>
 
@@ -70,138 +69,108 @@ TEST(Wireless, AppliesAChannelOfTheRegionInAdHocModeAlone) {
   }
 }
 
-// The rules between the values, one a line, against every combination.
+// The rules between the values, against every combination, in the numbers of the record.
 
-using Word = std::string_view;
-using Given = std::optional<Word>;
-
-constexpr Word kWepKey = "w-e-p";
-constexpr Word kWpaKey = "a long passphrase";
+enum Mode { kManaged, kAdHoc };
+enum Auth { kOpen, kShared, kWpaPsk, kWpa2Psk = 5, kOpenOrShared };
+enum Cipher { kNone, kWep, kTkip, kAes };
+constexpr int kAbsent = -1;
+constexpr char kWepKey[] = "w-e-p";
+constexpr char kWpaKey[] = "a long passphrase";
 
 struct Combination {
-  Word storedMode, storedAuth, storedCipher, storedKey;
-  Given newMode, newAuth, newCipher, key1, passphrase;
+  int storedMode, storedAuth, storedCipher;
+  std::string storedKey;
+  int newMode, newAuth, newCipher;  // or kAbsent
+  std::optional<std::string> key1, passphrase;
 
-  Word mode() const { return newMode.value_or(storedMode); }
-  Word auth() const { return newAuth.value_or(storedAuth); }
-  Word cipher() const { return newCipher.value_or(storedCipher); }
+  int mode() const { return newMode == kAbsent ? storedMode : newMode; }
+  int auth() const { return newAuth == kAbsent ? storedAuth : newAuth; }
+  int cipher() const { return newCipher == kAbsent ? storedCipher : newCipher; }
+  static bool isWpa(int auth) { return auth == kWpaPsk || auth == kWpa2Psk; }
+  static bool isOpen(int auth) { return auth == kOpen || auth == kShared; }
+  static bool isPlain(int cipher) { return cipher == kNone || cipher == kWep; }
+  static bool isAes(int cipher) { return cipher == kTkip || cipher == kAes; }
+
+  const char* refusal() const {
+    const std::pair<const char*, bool> rules[] = {
+        {"ad-hoc with WPA", newMode == kAdHoc && isWpa(auth())},
+        {"ad-hoc with TKIP or AES", newMode == kAdHoc && isAes(cipher())},
+        {"WPA in ad-hoc mode", isWpa(newAuth) && mode() == kAdHoc},
+        {"WPA with none or WEP", isWpa(newAuth) && isPlain(cipher())},
+        {"WPA and no key", isWpa(newAuth) && !passphrase && storedKey.empty()},
+        {"open or shared with TKIP or AES", isOpen(newAuth) && isAes(cipher())},
+        {"WEP and no key", isOpen(newAuth) && cipher() == kWep && !key1 && storedKey.empty()},
+        {"shared with none", newAuth == kShared && cipher() == kNone},
+        {"none or WEP on WPA", isPlain(newCipher) && newAuth == kAbsent && isWpa(storedAuth)},
+        {"none on shared", newCipher == kNone && newAuth == kAbsent && storedAuth == kShared},
+        {"TKIP or AES without WPA", isAes(newCipher) && !isWpa(auth())},
+        {"WEP on another key", newCipher == kWep && !key1 && storedKey != kWepKey},
+        {"TKIP or AES in ad-hoc mode", isAes(newCipher) && mode() == kAdHoc},
+        {"TKIP or AES on another key", isAes(newCipher) && !passphrase && storedKey != kWpaKey},
+        {"the WEP key taken away", cipher() == kWep && key1 == ""},
+        {"the passphrase taken away", isAes(cipher()) && passphrase == ""}};
+    for (const auto& [rule, refuses] : rules)
+      if (refuses) return rule;
+    return nullptr;
+  }
+
+  // What an accepted combination leaves: the last merge that applies, or what was stored.
+  int authLeft() const { return isOpen(newAuth) && cipher() == kWep ? kOpenOrShared : auth(); }
+  std::string keyLeft() const {
+    if (passphrase && cipher() != kWep) return *passphrase;
+    return key1 && isPlain(cipher()) ? *key1 : storedKey;
+  }
+
+  std::string query() const {
+    static constexpr const char* kModes[] = {"", "&mode=managed", "&mode=ad-hoc"};
+    static constexpr const char* kAuths[] = {"", "&auth=open", "&auth=shared",  "&auth=WPA-PSK",
+                                             "", "",           "&auth=WPA2-PSK"};
+    static constexpr const char* kCiphers[] = {"", "&encryption=none", "&encryption=WEP", "&encryption=TKIP",
+                                               "&encryption=AES"};
+    return std::string{kModes[newMode + 1]} + kAuths[newAuth + 1] + kCiphers[newCipher + 1] +
+           (key1 ? "&key1=" + *key1 : "") + (passphrase ? "&passphrase=" + *passphrase : "");
+  }
 };
-using C = const Combination&;
 
-bool isWpa(Given auth) {
-  return auth == "WPA-PSK" || auth == "WPA2-PSK";
-}
-bool isOpen(Given auth) {
-  return auth == "open" || auth == "shared";
-}
-bool isPlain(Given cipher) {
-  return cipher == "none" || cipher == "WEP";
-}
-bool isAes(Given cipher) {
-  return cipher == "TKIP" || cipher == "AES";
-}
-
-constexpr struct {
-  const char* refused;
-  bool (*when)(C);
-} kRules[] = {
-    {"ad-hoc with WPA", [](C c) { return c.newMode == "ad-hoc" && isWpa(c.auth()); }},
-    {"ad-hoc with TKIP or AES", [](C c) { return c.newMode == "ad-hoc" && isAes(c.cipher()); }},
-    {"WPA in ad-hoc mode", [](C c) { return isWpa(c.newAuth) && c.mode() == "ad-hoc"; }},
-    {"WPA with none or WEP", [](C c) { return isWpa(c.newAuth) && isPlain(c.cipher()); }},
-    {"WPA and no key", [](C c) { return isWpa(c.newAuth) && !c.passphrase && c.storedKey.empty(); }},
-    {"open or shared with TKIP or AES", [](C c) { return isOpen(c.newAuth) && isAes(c.cipher()); }},
-    {"open or shared with WEP and no key",
-     [](C c) { return isOpen(c.newAuth) && c.cipher() == "WEP" && !c.key1 && c.storedKey.empty(); }},
-    {"shared with none", [](C c) { return c.newAuth == "shared" && c.cipher() == "none"; }},
-    {"none or WEP on WPA", [](C c) { return isPlain(c.newCipher) && !c.newAuth && isWpa(c.storedAuth); }},
-    {"none on shared", [](C c) { return c.newCipher == "none" && !c.newAuth && c.storedAuth == "shared"; }},
-    {"TKIP or AES without WPA", [](C c) { return isAes(c.newCipher) && !isWpa(c.auth()); }},
-    {"WEP on another key", [](C c) { return c.newCipher == "WEP" && !c.key1 && c.storedKey != kWepKey; }},
-    {"TKIP or AES in ad-hoc mode", [](C c) { return isAes(c.newCipher) && c.mode() == "ad-hoc"; }},
-    {"TKIP or AES on another key",
-     [](C c) { return isAes(c.newCipher) && !c.passphrase && c.storedKey != kWpaKey; }},
-    {"the WEP key taken away", [](C c) { return c.cipher() == "WEP" && c.key1 == ""; }},
-    {"the passphrase taken away", [](C c) { return isAes(c.cipher()) && c.passphrase == ""; }},
-};
-
-// What an accepted combination leaves: the last merge that applies, or what was stored.
-Word authLeft(C c) {
-  return isOpen(c.newAuth) && c.cipher() == "WEP" ? "open or shared" : c.auth();
-}
-Word keyLeft(C c) {
-  if (c.passphrase && c.cipher() != "WEP") return *c.passphrase;
-  return c.key1 && isPlain(c.cipher()) ? *c.key1 : c.storedKey;
-}
-
-constexpr Word kModes[] = {"managed", "ad-hoc"};
-constexpr Word kAuths[] = {"open", "shared", "WPA-PSK", "", "", "WPA2-PSK", "open or shared"};
-constexpr Word kCiphers[] = {"none", "WEP", "TKIP", "AES"};
-
-template <std::size_t N>
-std::uint8_t numberOf(Word word, const Word (&words)[N]) {
-  return static_cast<std::uint8_t>(std::find(words, words + N, word) - words);
-}
-
-_wireless_setting record(Word mode, Word auth, Word cipher, Word key) {
-  _wireless_setting wireless{.enable = 1,
-                             .mode = numberOf(mode, kModes),
-                             .auth = numberOf(auth, kAuths),
-                             .encryption = numberOf(cipher, kCiphers),
-                             .channel = 5,
-                             .essid = "Net",
-                             .key = ""};
+_wireless_setting record(int mode, int auth, int cipher, const std::string& key) {
+  const auto byte = [](int number) { return static_cast<std::uint8_t>(number); };
+  _wireless_setting wireless{1, byte(mode), byte(auth), byte(cipher), 5, "Net", ""};
   key.copy(wireless.key, sizeof wireless.key - 1);
   return wireless;
 }
 
-std::string queryOf(C c) {
-  std::string query;
-  const std::pair<const char*, Given> values[] = {{"&mode=", c.newMode},
-                                                  {"&auth=", c.newAuth},
-                                                  {"&encryption=", c.newCipher},
-                                                  {"&key1=", c.key1},
-                                                  {"&passphrase=", c.passphrase}};
-  for (const auto& [name, value] : values)
-    if (value) query.append(name).append(*value);
-  return query;
-}
-
 // Whether the endpoint does as the rules say.
-testing::AssertionResult agrees(C c) {
+testing::AssertionResult agrees(const Combination& c) {
   std::vector<std::uint8_t>& store = scripted().records[static_cast<std::size_t>(RecordIndex::wireless)];
   const _wireless_setting before = record(c.storedMode, c.storedAuth, c.storedCipher, c.storedKey);
   std::memcpy(store.data(), &before, sizeof before);
-  const auto* rule =
-      std::find_if(std::begin(kRules), std::end(kRules), [&](const auto& r) { return r.when(c); });
-  const bool refused = rule != std::end(kRules);
-  const Reply reply = request("wireless.cgi", queryOf(c));
-  const _wireless_setting after = refused ? before : record(c.mode(), authLeft(c), c.cipher(), keyLeft(c));
-  const bool readsBack = refused || request("wireless.cgi", "").body == reply.body;
-  if (reply.status == (refused ? 400 : 200) && readsBack &&
-      std::memcmp(store.data(), &after, sizeof after) == 0)
+  const char* refusal = c.refusal();
+  const Reply reply = request("wireless.cgi", c.query());
+  const _wireless_setting after =
+      refusal == nullptr ? record(c.mode(), c.authLeft(), c.cipher(), c.keyLeft()) : before;
+  if (reply.status == (refusal == nullptr ? 200 : 400) &&
+      std::memcmp(store.data(), &after, sizeof after) == 0 &&
+      (refusal != nullptr || request("wireless.cgi", "").body == reply.body))
     return testing::AssertionSuccess();
-  return testing::AssertionFailure() << "stored " << c.storedMode << ", " << c.storedAuth << ", "
-                                     << c.storedCipher << ", key '" << c.storedKey << "'; given "
-                                     << queryOf(c) << "; refused: " << (refused ? rule->refused : "no")
+  return testing::AssertionFailure() << "stored " << c.storedMode << c.storedAuth << c.storedCipher
+                                     << ", key '" << c.storedKey << "'; given " << c.query()
+                                     << "; refused: " << (refusal == nullptr ? "no" : refusal)
                                      << "; answered " << reply.body;
 }
 
 TEST(Wireless, AcceptsACombinationExactlyWhenNoRuleRefusesIt) {
-  const Given modes[] = {std::nullopt, "managed", "ad-hoc"};
-  const Given auths[] = {std::nullopt, "open", "shared", "WPA-PSK", "WPA2-PSK"};
-  const Given ciphers[] = {std::nullopt, "none", "WEP", "TKIP", "AES"};
-  const std::pair<Given, Given> keys[] = {{std::nullopt, std::nullopt}, {"abcde", std::nullopt},
-                                          {"", std::nullopt},           {std::nullopt, "passphrase"},
-                                          {std::nullopt, ""},           {"abcde", "passphrase"}};
+  using Given = std::optional<std::string>;
+  const std::pair<Given, Given> keys[] = {{{}, {}}, {"abcde", {}},      {"", {}},
+                                          {{}, ""}, {{}, "passphrase"}, {"abcde", "passphrase"}};
   scripted().reset();
-  for (const Word mode : kModes)
-    for (const Word auth : {"open", "shared", "WPA-PSK", "WPA2-PSK", "open or shared"})
-      for (const Word cipher : kCiphers)
-        for (const Word key : {Word{}, kWepKey, kWpaKey})
-          for (const Given& newMode : modes)
-            for (const Given& newAuth : auths)
-              for (const Given& newCipher : ciphers)
+  for (const int mode : {kManaged, kAdHoc})
+    for (const int auth : {kOpen, kShared, kWpaPsk, kWpa2Psk, kOpenOrShared})
+      for (const int cipher : {kNone, kWep, kTkip, kAes})
+        for (const char* key : {"", kWepKey, kWpaKey})
+          for (int newMode = kAbsent; newMode <= kAdHoc; ++newMode)
+            for (const int newAuth : {kAbsent, +kOpen, +kShared, +kWpaPsk, +kWpa2Psk})
+              for (int newCipher = kAbsent; newCipher <= kAes; ++newCipher)
                 for (const auto& [key1, passphrase] : keys)
                   ASSERT_TRUE(
                       agrees({mode, auth, cipher, key, newMode, newAuth, newCipher, key1, passphrase}));

@@ -10,7 +10,7 @@
 
 #include "platform/log.h"
 #include "tests/platform/sample_record.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace camera::test {
 namespace {

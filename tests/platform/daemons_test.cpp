@@ -14,8 +14,8 @@
 
 #include "platform/daemons/ipc_client.h"
 #include "platform/daemons/multi_receiver.h"
-#include "tests/platform/temporary_folder.h"
 #include "tests/support/own_network.h"
+#include "tests/support/temporary_folder.h"
 
 namespace camera::test {
 namespace {

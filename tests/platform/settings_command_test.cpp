@@ -9,7 +9,7 @@
 
 #include "tests/platform/memory_disk.h"
 #include "tests/platform/sample_record.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace camera::test {
 namespace {

@@ -21,7 +21,7 @@ class TemporaryFolder {
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
   // Of a file in it, or its own.
-  std::string path(const std::string& name = "") const { return path_ + "/" + name; }
+  std::string path(const std::string& name = "") const { return name.empty() ? path_ : path_ + "/" + name; }
   void put(const std::string& name, const std::string& content) const {
     std::ofstream(path(name), std::ios::binary) << content;
   }
@@ -30,7 +30,7 @@ class TemporaryFolder {
   }
 
  private:
-  std::string path_ = testing::TempDir() + "camera-XXXXXX";
+  std::string path_ = testing::TempDir() + "camera-test-XXXXXX";
   std::error_code ignored_;
 };
 
