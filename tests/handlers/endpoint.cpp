@@ -76,14 +76,12 @@ Reply request(const std::string& cgi, const CgiInput& input) {
 }
 
 bool isFailure(const Reply& reply, int status, const Texts& names) {
-  const std::string bare = "error=" + std::to_string(status);
-  const std::string message = bare + "&message=";
-  if (reply.status != status || !reply.body.starts_with(bare)) return false;
-  if (reply.body == bare) return names.empty() || !kRefusalsExplain;
+  const std::string start = "error=" + std::to_string(status) + "&message=";
   const bool isNamed = std::any_of(names.begin(), names.end(), [&](const std::string& name) {
-    return reply.body.starts_with(message + name + ":");
+    return reply.body.starts_with(start + name + ":");
   });
-  return reply.body.starts_with(message) && (names.empty() || isNamed);
+  return reply.status == status && reply.body.starts_with(start) && reply.body.size() > start.size() &&
+         (names.empty() || isNamed);
 }
 
 std::string Endpoint::plainQuery(const std::string& query) const {

@@ -42,9 +42,6 @@
 
 namespace camera::test {
 
-// To become true once every refusal explains itself.
-inline constexpr bool kRefusalsExplain = true;
-
 struct Reply {
   int status;
   std::string body;  // its lines, joined by &
@@ -56,7 +53,7 @@ inline Reply request(const std::string& cgi, const std::string& query) {
   return request(cgi, get(query));
 }
 
-// Whether a failure's body is the code and at most a message, which begins with one of the names.
+// Whether a failure's body is the code and a message, which begins with one of the names and a colon.
 bool isFailure(const Reply& reply, int status, const std::vector<std::string>& names = {});
 
 struct Row {

@@ -88,7 +88,8 @@ int writeRecord(RecordIndex index, const void* record, _cam_actions* actions, un
     const bool kept = std::memcmp(static_cast<const char*>(record) + offset, stored, field.width) == 0;
     EXPECT_TRUE(kept || field.kind != FieldKind::kReserved) << kRecords[i]->name << "." << field.name;
   });
-  scripted().wasOvertaken = result == 0 && scripted().overtaken > 0 && scripted().overtaken-- > 0;
+  scripted().isContested = scripted().isContested || result == kOvertaken;
+  scripted().wasOvertaken = scripted().isContested && (result == 0 || result == kOvertaken);
   if (scripted().wasOvertaken) return 1;
   if (result != 0) return result;
   std::memcpy(scripted().records[i].data(), record, kRecords[i]->size);
@@ -222,7 +223,7 @@ bool cam_overtaken() {
 }
 
 void cam_hold() {
-  scripted().overtaken = 0;
+  scripted().isContested = false;
 }
 
 void cam_release() {}

@@ -25,8 +25,7 @@ struct ScriptedPlatform {
                                    // the second of a text is "get lan#2"
   std::map<std::string, int> results;  // what the call of that name gives instead of 0, e.g. {"set lan 1", 2}
   std::vector<std::vector<std::uint8_t>> records;  // what the store holds, by index
-  int overtaken = 0;  // writes that are still to be refused because another process came first; none while
-                      // the store is held
+  bool isContested = false;   // another process comes first at every write, until the store is held
   bool wasOvertaken = false;  // the last one was
 
   std::map<std::string, std::string> product;  // the lines of product.conf
@@ -66,6 +65,9 @@ struct ScriptedPlatform {
  private:
   std::map<std::string, int> times_;
 };
+
+// The result of a set that is refused, as 1 says, because another process came first.
+inline constexpr int kOvertaken = 11;
 
 ScriptedPlatform& scripted();
 
