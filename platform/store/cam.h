@@ -67,3 +67,7 @@ int cam_set_route(const char* route);
 
 // The signal of the present wireless connection, in the driver's unit; 0 without one.
 int cam_get_wireless_rssi();
+
+// Stores the factory defaults of the image settings, whatever was stored, fills the record with them and runs
+// their action program. 0 done; 2 failed, and the record is untouched.
+int cam_reset_image(struct _image_setting* record);

@@ -10,7 +10,8 @@ TEST(Product, IsReadFromKeysAndValues) {
   product.parse(
       "# a camera\n\n  has_pir = 1 # a comment\ninput_count=4294967295\r\n\thas_zoom\t=\t255\nhas_h264 = 0\n"
       "region = 2147483647\nwireless = 1\nsensor = ov9710_720p\nsensor_caps =  a   b,c \n"
-      "mac_address = 00:11=22\nmodules = one, two,,three\ndisplay_systems = PAL-25 720p NTSC\n"
+      "mac_address = 00:11=22\nmodules = one, two,,three\ndisplay_systems = PAL-704x576-25 HD-1280x720 "
+      "NTSC-704x480\n"
       "max_exposure_times = 1/5 1/30\ninterface.eth0 = lan0\ninterface.ra0 =\noutput_count = 2");
   EXPECT_EQ(product.has_pir, 1U);
   EXPECT_EQ(product.input_count, 4294967295U);
@@ -22,7 +23,7 @@ TEST(Product, IsReadFromKeysAndValues) {
   EXPECT_EQ(product.getSensor(), "ov9710_720p");
   EXPECT_EQ(product.getSensorCaps(), "a b,c");
   EXPECT_EQ(product.getMacAddress(), "00:11=22");
-  EXPECT_EQ(product.displaySystems(), "PAL-25 720p NTSC");
+  EXPECT_EQ(product.displaySystems(), "PAL-704x576-25 HD-1280x720 NTSC-704x480");
   EXPECT_EQ(product.maxExposureTimes(), "1/5 1/30");
   EXPECT_EQ(product.interfaceName("eth0"), "lan0");
   EXPECT_EQ(product.interfaceName("ppp0"), "ppp0");
@@ -40,7 +41,8 @@ TEST(Product, IsRefusedWhereALineIsNotUnderstood) {
                           "has_mic # = 1\n", "= 1\n", "has_mic =\n", "has_mic = yes\n", "has_mic = 1 1\n",
                           "has_mic = +1\n", "has_mic = -1\n", "has_mic = 256\n", "input_count = 4294967296\n",
                           "region = 2147483648\n", "region = -1\n", "wireless = 2\n", "interface.wlan0 = x\n",
-                          "display_systems = VGA 720p 1080p WXGA\n", "display_systems = vga\n"}) {
+                          "display_systems = HD-1280x720 NTSC-704x480 XGA-1024x768 WXGA-1280x800\n",
+                          "display_systems = xga-1024x768\n"}) {
     EXPECT_THROW(PIB().parse(bad), PIBError) << bad;
   }
 }

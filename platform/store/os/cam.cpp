@@ -108,3 +108,13 @@ int cam_set_route(const char* route) {
   std::memcpy(wanted.stops, route, std::strlen(route));
   return static_cast<int>(store().write(camera::kRouteRecord, &wanted));
 }
+
+int cam_reset_image(_image_setting* record) {
+  const camera::RecordInfo& info = camera::imageRecord;
+  const StoreResult result = store().overwrite(info, info.defaults);
+  if (result != StoreResult::kDone) return static_cast<int>(StoreResult::kFailed);
+  std::memcpy(record, info.defaults, info.size);
+  _cam_actions actions{camera::recordBit(RecordIndex::image)};
+  cam_work_actions(&actions);
+  return 0;
+}
