@@ -1,16 +1,21 @@
 // Cutting texts into parts and reading numbers from them.
 #include "platform/text.h"
 
-#include <algorithm>
 #include <charconv>
+#include <cstring>
 
 namespace camera {
 
 std::string_view takeUntil(char separator, std::string_view* rest) {
-  const std::size_t end = std::min(rest->find(separator), rest->size());
-  const std::string_view taken = rest->substr(0, end);
-  rest->remove_prefix(std::min(end + 1, rest->size()));
-  return taken;
+  const std::string_view whole = *rest;
+  const void* found = whole.empty() ? nullptr : std::memchr(whole.data(), separator, whole.size());
+  if (found == nullptr) {
+    *rest = {};
+    return whole;
+  }
+  const auto length = static_cast<std::size_t>(static_cast<const char*>(found) - whole.data());
+  *rest = {whole.data() + length + 1, whole.size() - length - 1};
+  return {whole.data(), length};
 }
 
 bool readInteger(std::string_view text, int base, std::int64_t* number) {
