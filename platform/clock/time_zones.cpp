@@ -182,7 +182,8 @@ constexpr std::array<TimeZone, kTimeZoneCount> kTimeZones{{
     {east(13), nullptr},                      // 86 Apia, Nuku'alofa
     {east(14), nullptr},                      // 87 Kiritimati
 }};
-static_assert(std::ranges::is_sorted(kTimeZones, {}, &TimeZone::east));
+static_assert(std::is_sorted(kTimeZones.begin(), kTimeZones.end(),
+                             [](const TimeZone& a, const TimeZone& b) { return a.east < b.east; }));
 static_assert(kTimeZones[kUtcTimeZone - 1].east == 0 && kTimeZones[kUtcTimeZone - 1].daylight == nullptr);
 
 LocalZone localZone(const _tzone_setting& setting) {

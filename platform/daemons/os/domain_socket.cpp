@@ -2,6 +2,7 @@
 #include "platform/daemons/domain_socket.h"
 
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <sys/un.h>
 #include <unistd.h>
 

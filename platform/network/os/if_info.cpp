@@ -61,17 +61,22 @@ class KernelInterface {
 
   bool isActive() {
     constexpr int kActive = IFF_UP | IFF_RUNNING;
-    return ask(SIOCGIFFLAGS) && (request_.ifr_flags & kActive) == kActive;
+    return ask<SIOCGIFFLAGS>() && (request_.ifr_flags & kActive) == kActive;
   }
-  in_addr address() { return addressFrom(SIOCGIFADDR); }
-  in_addr netmask() { return addressFrom(SIOCGIFNETMASK); }
+  in_addr address() { return addressFrom<SIOCGIFADDR>(); }
+  in_addr netmask() { return addressFrom<SIOCGIFNETMASK>(); }
 
  private:
-  bool ask(unsigned long question) { return ioctl(socket_, question, &request_) == 0; }
+  // A constant has the type that the libc's ioctl wants: unsigned long to some, int to others.
+  template <auto kQuestion>
+  bool ask() {
+    return ioctl(socket_, kQuestion, &request_) == 0;
+  }
 
-  in_addr addressFrom(unsigned long question) {
+  template <auto kQuestion>
+  in_addr addressFrom() {
     sockaddr_in answer{};
-    if (ask(question)) std::memcpy(&answer, &request_.ifr_addr, sizeof answer);
+    if (ask<kQuestion>()) std::memcpy(&answer, &request_.ifr_addr, sizeof answer);
     return answer.sin_addr;
   }
 
