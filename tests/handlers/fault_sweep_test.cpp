@@ -24,6 +24,7 @@ struct Sweep {
 
 // An endpoint has a second row where one request cannot make all its calls.
 const Sweep kSweeps[] = {
+    {"audio.cgi", "profileid=2", ""},
     {"camera_info.cgi", "name=new&location=here", "get host set host 0"},
     {"datetime.cgi", "method=2&date=2024-02-29&time=13:05:00&timezone=1&dstenable=yes&timeserver=a",
      "ask zone get ntp get tzone get curtime set tzone 0 set curtime 0 set ntp 0", "ntp.method=1"},
@@ -33,9 +34,12 @@ const Sweep kSweeps[] = {
      .answers = {{"get curtime#2", 400}}},
     {"ddns.cgi", "ddns=on&provider=velkorddns&host=h&user=u&pass=p", "get ddns set ddns 1"},
     {"httpport.cgi", "httpport=8080", "get httpsvr get rtspsvr set httpsvr 1"},
+    {"icr.cgi", "mode=night", "get product get ir set ir 0"},
     {"info.cgi", "", "get system get host get gpio ask ppp0 ask eth0 get ra0 get product",
      "eth0= ra0=10.0.0.9"},
     {"dgtalkie_info.cgi", "", ""},
+    {"irled.cgi", "mode=on", "get product get ir set ir 0", "ir.icr_mode=1"},
+    {"mic.cgi", "enable=no&volume=10", "get product get audio set audio 0"},
     {"network.cgi",
      "dhcp=off&pppoe=on&pppoeuser=u&ddns=on&ddnsprovider=dyndns&ddnshost=h&ddnsuser=u&ddnspass=p&upnp=on&"
      "httpport=81&"
@@ -44,13 +48,24 @@ const Sweep kSweeps[] = {
      "1 "
      "set httpsvr 1 set rtspsvr 1"},
     {"pppoe.cgi", "pppoe=on&user=u&pass=p", "get pppoe set pppoe 1"},
+    {"privacy.cgi", "enable=yes&manual=on", "get product get privacy set privacy 1"},
+    {"rtspurl.cgi", "profileid=1&urlentry=a", "get rtspsvr set rtspsvr 1"},
+    {"speaker.cgi", "enable=no&volume=10", "get product get audio set audio 0"},
+    {.cgi = "stream_auth.cgi",
+     .query = "livevideo=off&snapshoturl=off",
+     .calls = "get httpsvr set httpsvr 1",
+     .answers = {{"set httpsvr 1", 500}},
+     .unknown = 200},
     {"system_reboot.cgi", "reboot=go", "run ( sleep 5 && /sbin/reboot ) >/dev/null 2>/dev/null &"},
     {"system_reset.cgi", "reset=go",
      "run ( sleep 5 && factoryReset && /sbin/reboot ) >/dev/null 2>/dev/null &"},
+    {"timestamp.cgi", "enable=on&showtime=on&label=a", "get osd set osd 1"},
     {"wireless.cgi", "enable=on&mode=ad-hoc&essid=n&channel=6&encryption=WEP&auth=open&key1=abcde",
      "get product get wireless set wireless 1"},
     {"wlansignal.cgi", "", "ask rssi"},
     {"wlansurvey.cgi", "", "get product ask sites ask to free", "site=A,NONE,OPEN,Infra,1,-50"},
+    {"motion.cgi", "enable=yes&mbmask=f&sensitivity=1&pir=yes&pir_sensitivity=0",
+     "get motiond get gpio get product get display system set motiond 1 set gpio 1", "motiond.mbmask=0"},
 };
 
 // What the result of a call makes of a request, by the call's verb.

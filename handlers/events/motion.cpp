@@ -1,0 +1,84 @@
+// motion.cgi: motion detection in the picture, and by the infrared sensor where there is one.
+#include "handlers/endpoint.h"
+#include "platform/product/sensor.h"
+#include "platform/store/records/gpio.h"
+#include "platform/store/records/motiond.h"
+
+namespace camera {
+namespace {
+
+constexpr int kBlindDisplaySystem = 1;  // in which motion cannot be detected
+
+struct Motion {
+  _motiond_setting motiond;
+  _gpio_setting gpio;
+  bool hasPir;
+};
+
+bool hasPir(const Motion& motion) {
+  return motion.hasPir;
+}
+
+// The picture's grid, and with it the mask's length, is what the stored mask says.
+Bounds maskLength(const Motion& motion) {
+  const int length = static_cast<int>(std::strlen(motion.motiond.mbmask));
+  return {length, length};
+}
+
+constexpr auto kParams = paramRows<Motion>(
+    choiceParam<&Motion::motiond, &_motiond_setting::enable>("enable", kNoYes),
+    textParam<&Motion::motiond, &_motiond_setting::mbmask>("mbmask", 0, 511, "", kHexDigits)
+        .within<maskLength>("as many hexadecimal digits as the stored mask has"),
+    integerParam<&Motion::motiond, &_motiond_setting::sensitivity>("sensitivity", 0, 100),
+    choiceParam<&Motion::gpio, &_gpio_setting::pir>("pir", kNoYes).onlyIf<hasPir>(),
+    integerParam<&Motion::motiond, &_motiond_setting::pir_sensitivity>("pir_sensitivity", 0, 100)
+        .saying("0, 50 or 100"));
+
+bool watchesNothing(std::string_view mask) {
+  return mask.find_first_not_of('0') == mask.npos;
+}
+
+}  // namespace
+
+class MotionCgilet final : public StateEndpoint<Motion> {
+ public:
+  MotionCgilet() : StateEndpoint(kParams) {}
+
+ private:
+  int load() override {
+    if (const int result = read(state.motiond, state.gpio); result != 200) return result;
+    const PIB* known = product();
+    if (known == nullptr) return 500;
+    state.hasPir = known->has_pir != 0;
+    return 200;
+  }
+
+  int check(Motion& wanted) override {
+    if (wanted.motiond.enable != 0) {
+      if (const int result = checkThatItCanSee(wanted); result != 200) return result;
+    }
+    const int pir = wanted.motiond.pir_sensitivity;
+    return pir == 0 || pir == 50 || pir == 100 ? 200 : refuse("pir_sensitivity");
+  }
+
+  int checkThatItCanSee(const Motion& wanted) {
+    const int displaySystem = GetDS();
+    if (displaySystem < 0) return fail(500, "settings: the display system cannot be read");
+    if (displaySystem == kBlindDisplaySystem)
+      return refuse("enable", std::string{"only no in the display system "} + DisplaySystem[displaySystem]);
+    if (watchesNothing(wanted.motiond.mbmask)) return refuse("mbmask", "not all 0 while enable is yes");
+    return 200;
+  }
+
+  int carryOut(Motion& wanted) override {
+    if (differ(state.motiond, wanted.motiond) || differ(state.gpio, wanted.gpio)) {
+      write(wanted.motiond, 1);
+      write(wanted.gpio, 1);
+    }
+    return commit();
+  }
+};
+
+template InfCgilet* create<MotionCgilet>();
+
+}  // namespace camera

@@ -1,0 +1,47 @@
+// audio.cgi: the camera's three audio profiles, which nothing changes.
+#include "handlers/endpoint.h"
+
+namespace camera {
+namespace {
+
+constexpr const char* kCodecs[] = {"PCM", "ADPCM", "AAC"};
+constexpr const char* kSampleRates[] = {"8"};
+constexpr const char* kBitRates[] = {"128", "32", "16"};
+
+// The lists' positions, counted from 0, are the profiles, counted from 1.
+struct AudioProfile {
+  std::int32_t number = 0;
+  std::int32_t codec = -1;  // -1: whatever the profile has
+  std::int32_t sampleRate = 0;
+  std::int32_t channels = 1;
+  std::int32_t bitRate = -1;
+};
+
+constexpr auto kParams =
+    paramRows<AudioProfile>(integerParam<&AudioProfile::number>("profileid", 1, 3).required(),
+                            choiceParam<&AudioProfile::codec>("codec", kCodecs),
+                            choiceParam<&AudioProfile::sampleRate>("samplerate", kSampleRates),
+                            integerParam<&AudioProfile::channels>("channel", 1, 1),
+                            choiceParam<&AudioProfile::bitRate>("bitrate", kBitRates));
+
+}  // namespace
+
+class AudioCgilet final : public StateEndpoint<AudioProfile> {
+ public:
+  AudioCgilet() : StateEndpoint(kParams, Takes::kCommand) {}
+
+ private:
+  int check(AudioProfile& wanted) override {
+    const int own = wanted.number - 1;
+    if (given("codec") && wanted.codec != own) return refuse("codec", kCodecs[own]);
+    if (given("bitrate") && wanted.bitRate != own) return refuse("bitrate", kBitRates[own]);
+    wanted.codec = wanted.bitRate = own;
+    return 200;
+  }
+
+  int carryOut(AudioProfile& /*wanted*/) override { return 200; }
+};
+
+template InfCgilet* create<AudioCgilet>();
+
+}  // namespace camera

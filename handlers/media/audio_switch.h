@@ -1,0 +1,16 @@
+// The microphone and the speaker, as their endpoints take them: a switch and a volume of the audio record.
+#pragma once
+
+#include "handlers/endpoint.h"
+#include "platform/store/records/audio.h"
+
+namespace camera {
+
+inline constexpr const char* kVolumes[] = {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90", "100"};
+
+template <auto kEnable, auto kVolume>
+inline constexpr auto kAudioSwitchParams = paramRows<_audio_setting>(choiceParam<kEnable>("enable", kNoYes),
+                                                                     choiceParam<kVolume>("volume",
+                                                                                          kVolumes));
+
+}  // namespace camera

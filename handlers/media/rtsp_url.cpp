@@ -1,0 +1,41 @@
+// rtspurl.cgi: the path under which the RTSP server offers each video profile.
+#include "handlers/endpoint.h"
+#include "platform/store/records/rtspsvr.h"
+
+namespace camera {
+namespace {
+
+struct StreamPath {
+  std::int32_t profile;
+  std::string_view path;
+};
+
+constexpr auto kParams =
+    paramRows<StreamPath>(integerParam<&StreamPath::profile>("profileid", 1, 4).required(),
+                          textParam<&StreamPath::path>("urlentry", 1, 15, kNameText));
+
+}  // namespace
+
+class RtspURLCgilet final : public StateEndpoint<StreamPath> {
+ public:
+  RtspURLCgilet() : StateEndpoint(kParams, Takes::kCommand) {}
+
+ private:
+  // The record is read only for a request that makes sense.
+  int carryOut(StreamPath& wanted) override {
+    if (const int result = read(rtspsvr_); result != 200) return result;
+    _rtspsvr_setting changed = rtspsvr_;
+    char(&entry)[32] = changed.urlentry[wanted.profile - 1];
+    if (given("urlentry")) setText(entry, wanted.path);
+    writeChanged(rtspsvr_, changed, 1);
+    rtspsvr_ = changed;
+    wanted.path = rtspsvr_.urlentry[wanted.profile - 1];
+    return commit();
+  }
+
+  _rtspsvr_setting rtspsvr_;
+};
+
+template InfCgilet* create<RtspURLCgilet>();
+
+}  // namespace camera
