@@ -1,7 +1,5 @@
 // audio.cgi, mic.cgi and speaker.cgi: the fixed profiles, and a switch and a volume of the part that is
 // there.
-#include <gtest/gtest.h>
-
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

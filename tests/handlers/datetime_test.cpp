@@ -1,6 +1,4 @@
 // datetime.cgi: what sets the clock and what does not, the forms of the daylight saving rules, and the reply.
-#include <gtest/gtest.h>
-
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

@@ -33,6 +33,8 @@
 // in fault_sweep_test.cpp.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <optional>
 #include <string>
 #include <vector>

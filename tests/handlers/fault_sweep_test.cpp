@@ -1,7 +1,5 @@
 // What holds for every endpoint of the dispatcher's table: every call of the platform that fails, hostile and
 // oversized requests, the documentation.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -22,7 +20,7 @@ struct Sweep {
   int unknown = 400;                     // the answer to names that it does not know
 };
 
-// An endpoint has a second row where one request cannot make all its calls.
+// In alphabetical order; a second row where one request cannot make all the calls.
 const Sweep kSweeps[] = {
     {"audio.cgi", "profileid=2", ""},
     {"camera_info.cgi", "name=new&location=here", "get host set host 0"},
@@ -33,20 +31,20 @@ const Sweep kSweeps[] = {
      .calls = "ask zone get ntp get tzone get curtime set tzone 0 set ntp 0 get curtime#2",
      .answers = {{"get curtime#2", 400}}},
     {"ddns.cgi", "ddns=on&provider=velkorddns&host=h&user=u&pass=p", "get ddns set ddns 1"},
+    {"dgtalkie_info.cgi", "", ""},
     {"httpport.cgi", "httpport=8080", "get httpsvr get rtspsvr set httpsvr 1"},
     {"icr.cgi", "mode=night", "get product get ir set ir 0"},
     {"info.cgi", "", "get system get host get gpio ask ppp0 ask eth0 get ra0 get product",
      "eth0= ra0=10.0.0.9"},
-    {"dgtalkie_info.cgi", "", ""},
     {"irled.cgi", "mode=on", "get product get ir set ir 0", "ir.icr_mode=1"},
     {"mic.cgi", "enable=no&volume=10", "get product get audio set audio 0"},
+    {"motion.cgi", "enable=yes&mbmask=f&sensitivity=1&pir=yes&pir_sensitivity=0",
+     "get motiond get gpio get product get display system set motiond 1 set gpio 1", "motiond.mbmask=0"},
     {"network.cgi",
-     "dhcp=off&pppoe=on&pppoeuser=u&ddns=on&ddnsprovider=dyndns&ddnshost=h&ddnsuser=u&ddnspass=p&upnp=on&"
-     "httpport=81&"
-     "rtspport=82",
-     "get lan get pppoe get ddns get httpsvr get rtspsvr get upnp set lan 1 set pppoe 1 set ddns 1 set upnp "
-     "1 "
-     "set httpsvr 1 set rtspsvr 1"},
+     "dhcp=off&pppoe=on&ddns=on&ddnshost=h&ddnsuser=u&ddnspass=p&upnp=on&httpport=81&rtspport=82",
+     "get lan get pppoe get ddns get httpsvr get rtspsvr get upnp "
+     "set lan 1 set pppoe 1 set ddns 1 set upnp 1 set httpsvr 1 set rtspsvr 1",
+     "pppoe.user=u ddns.provider=dyndns"},
     {"pppoe.cgi", "pppoe=on&user=u&pass=p", "get pppoe set pppoe 1"},
     {"privacy.cgi", "enable=yes&manual=on", "get product get privacy set privacy 1"},
     {"rtspurl.cgi", "profileid=1&urlentry=a", "get rtspsvr set rtspsvr 1"},
@@ -64,8 +62,6 @@ const Sweep kSweeps[] = {
      "get product get wireless set wireless 1"},
     {"wlansignal.cgi", "", "ask rssi"},
     {"wlansurvey.cgi", "", "get product ask sites ask to free", "site=A,NONE,OPEN,Infra,1,-50"},
-    {"motion.cgi", "enable=yes&mbmask=f&sensitivity=1&pir=yes&pir_sensitivity=0",
-     "get motiond get gpio get product get display system set motiond 1 set gpio 1", "motiond.mbmask=0"},
 };
 
 // What the result of a call makes of a request, by the call's verb.

@@ -1,6 +1,4 @@
 // httpport.cgi: which ports it takes, and how it reads them.
-#include <gtest/gtest.h>
-
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

@@ -1,6 +1,4 @@
 // info.cgi, camera_info.cgi and dgtalkie_info.cgi: what the camera says of itself.
-#include <gtest/gtest.h>
-
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

@@ -1,6 +1,4 @@
 // motion.cgi: what the mask must be, and when detection can be on.
-#include <gtest/gtest.h>
-
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {
@@ -40,9 +38,8 @@ TEST(Motion, IsOnOnlyWhereItWatchesSomethingAndCan) {
 
 TEST(Motion, WithoutASensorPirIsKnownAndIgnored) {
   const char* kNone = "product.has_pir=0";
-  kMotion.accepts({{"", kNone, "-pir"},
-                   {"pir=maybe", kNone, ""},
-                   {"pir=yes&sensitivity=1", kNone, "sensitivity=1"}});
+  kMotion.accepts(
+      {{"", kNone, "-pir"}, {"pir=maybe", kNone, ""}, {"pir=yes&sensitivity=1", kNone, "sensitivity=1"}});
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 // network.cgi, pppoe.cgi and ddns.cgi: their values, the ports that clash, and that neither client is ever
 // switched on, or left on, without its texts.
-#include <gtest/gtest.h>
-
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

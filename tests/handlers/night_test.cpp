@@ -1,6 +1,4 @@
 // icr.cgi and irled.cgi: the LEDs follow the switch in its fixed modes, and people while it is manual.
-#include <gtest/gtest.h>
-
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

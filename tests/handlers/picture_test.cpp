@@ -1,6 +1,4 @@
 // privacy.cgi and timestamp.cgi: what the picture shows.
-#include <gtest/gtest.h>
-
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

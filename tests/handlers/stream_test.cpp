@@ -1,6 +1,4 @@
 // rtspurl.cgi and stream_auth.cgi: which path of the RTSP server is changed, and who may see the streams.
-#include <gtest/gtest.h>
-
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

@@ -1,6 +1,4 @@
 // system_reboot.cgi and system_reset.cgi: only the one confirmed request starts the command.
-#include <gtest/gtest.h>
-
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

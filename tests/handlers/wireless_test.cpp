@@ -1,6 +1,4 @@
 // wireless.cgi: its values and channels, and every combination of mode, authentication, encryption and key.
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <optional>
 

@@ -1,6 +1,4 @@
 // wlansurvey.cgi and wlansignal.cgi: which networks are listed, as what, and when nothing is.
-#include <gtest/gtest.h>
-
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {
