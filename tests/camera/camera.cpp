@@ -113,14 +113,16 @@ void writeFile(const std::filesystem::path& path, const std::string& content) {
   std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
 }
 
-int processesOf(const TemporaryFolder& folder) {
+std::vector<pid_t> processesOf(const TemporaryFolder& folder, const std::string& program) {
   const std::string name = std::filesystem::path(folder.path()).filename();
-  int count = 0;
+  std::vector<pid_t> found;
   for (const auto& process : std::filesystem::directory_iterator("/proc")) {
-    const std::string about = readFile(process.path() / "cmdline") + readFile(process.path() / "mountinfo");
-    if (about.find(name) != about.npos) ++count;
+    const std::string command = readFile(process.path() / "cmdline");
+    const std::string about = command + readFile(process.path() / "mountinfo");
+    if (about.find(name) != about.npos && command.starts_with(program))
+      found.push_back(std::atoi(process.path().filename().c_str()));
   }
-  return count;
+  return found;
 }
 
 Camera::Camera(Command options) : options_{std::move(options)} {

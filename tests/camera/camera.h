@@ -50,8 +50,9 @@ bool within(double seconds, Condition condition) {
   return true;
 }
 
-// How many processes were started with the folder's name, or run in a sandbox with a state in it.
-int processesOf(const TemporaryFolder& folder);
+// The processes that were started with the folder's name, or run in a sandbox with a state in it; of those,
+// the ones whose command line begins so.
+std::vector<pid_t> processesOf(const TemporaryFolder& folder, const std::string& program = {});
 
 class Camera {
  public:
@@ -71,6 +72,7 @@ class Camera {
 
   std::filesystem::path record(const std::string& name) const { return state() / "settings" / name; }
   std::filesystem::path state() const { return folder_.path("state"); }
+  std::vector<pid_t> processes(const std::string& program) const { return processesOf(folder_, program); }
   std::string log() const { return readFile(state() / "log" / "camera.log"); }
   int port() const;  // where it said last that it answers
 

@@ -1,5 +1,7 @@
 // The whole camera: what only its reboot, its factory reset and the host's kernel can show.
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <unistd.h>
 
 #include <ctime>
 
@@ -77,6 +79,36 @@ TEST(Device, ARebootKeepsSettingsAndAResetDoesNotAndAFailedResetRestartsNothing)
   for (Device* device : {&stuck, &reset})
     EXPECT_EQ(device->call("camera_info.cgi").body, "name=Camera\nlocation=\n");
   EXPECT_TRUE(answers(stuckAt)) << "it restarted";
+}
+
+// On the port that worked last where the stored one cannot be had, on the factory's where none is known.
+TEST(Device, ComesBackWhateverBecomesOfItsPortItsServerAndItsState) {
+  Device device;
+  const int worked = device.port();
+  int taken = 0;
+  const int listener = listenSomewhere(&taken);
+  device.turnOff();
+  device.inside({"camera-settings", "set", "httpsvr", "http_port=" + std::to_string(taken)});
+  device.boot();
+  EXPECT_EQ(device.port(), worked);
+  EXPECT_TRUE(hasLine(device.call("httpport.cgi"), "httpport=" + std::to_string(taken)));
+  close(listener);
+
+  device.turnOff();
+  writeFile(device.record("httpsvr"), "no record");
+  std::filesystem::remove(device.state() / "run" / "camera" / "port");
+  device.boot();
+  EXPECT_EQ(device.port(), device.factoryPort);
+  EXPECT_EQ(device.call("httpport.cgi").status, 500);
+
+  for (const pid_t server : device.processes("/usr/sbin/lighttpd")) kill(server, SIGKILL);
+  EXPECT_TRUE(within(3, [&] { return answers(device.factoryPort); }));
+  EXPECT_NE(device.log().find("is started again"), std::string::npos);
+
+  std::filesystem::remove_all(device.state());
+  const std::string stored = "httpport=" + std::to_string(device.factoryPort);
+  EXPECT_TRUE(within(5, [&] { return hasLine(device.call("httpport.cgi"), stored); }));
+  EXPECT_TRUE(hasLine(device.call("camera_info.cgi?name=new"), "name=new"));
 }
 
 }  // namespace

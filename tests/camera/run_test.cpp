@@ -12,16 +12,25 @@ class Run : public testing::Test {
  protected:
   static constexpr char kName[] = "/cgi-bin/httpport.cgi";
 
-  pid_t startRun(const Command& options) {
-    Command command{CAMERA_SOURCE_DIR "/run", "--state", folder_.path("state")};
+  Run() { std::filesystem::create_symlink(CAMERA_SOURCE_DIR "/run", folder_.path("run")); }
+
+  // Through a link, as if it were installed.
+  pid_t startRun(const Command& options, const std::string& out = "out") {
+    Command command{folder_.path("run"), "--state", folder_.path("state")};
     command.insert(command.end(), options.begin(), options.end());
-    return start(command, "/dev/null", folder_.path("out"), folder_.path("err"));
+    return start(command, "/dev/null", folder_.path(out), folder_.path("err"));
   }
   void expectRefusal(const Command& options, const std::string& complaint) {
-    EXPECT_EQ(waitFor(startRun(options)), 1) << options.back();
+    EXPECT_EQ(waitFor(startRun(options)), 1) << complaint;
     const std::string line = readFile(folder_.path("err"));
     EXPECT_EQ(line.find('\n'), line.size() - 1) << line;
-    EXPECT_NE(line.find(complaint), std::string::npos) << options.back() << ": " << line;
+    EXPECT_NE(line.find(complaint), std::string::npos) << complaint << ": " << line;
+  }
+  std::string settings(const Command& arguments) {
+    Command options{"settings"};
+    options.insert(options.end(), arguments.begin(), arguments.end());
+    EXPECT_EQ(waitFor(startRun(options)), 0) << readFile(folder_.path("err"));
+    return readFile(folder_.path("out"));
   }
   static bool answers(int port) { return fetch(port, kName).status == 200; }
 
@@ -30,39 +39,49 @@ class Run : public testing::Test {
 
 TEST_F(Run, StartsOnceAndEndsWithEverythingItStarted) {
   const int port = freePort();
-  const pid_t run = startRun({"--port", std::to_string(port)});
   const std::string url = "127.0.0.1:" + std::to_string(port) + kName;
+  const pid_t run = startRun({"--port", std::to_string(port)}, "camera");
   ASSERT_TRUE(within(60, [&] { return answers(port); })) << readFile(folder_.path("err"));
-  EXPECT_TRUE(within(2, [&] { return readFile(folder_.path("out")).find(url) != std::string::npos; }));
-  EXPECT_GT(processesOf(folder_), 2);
+  EXPECT_TRUE(within(2, [&] { return readFile(folder_.path("camera")).find(url) != std::string::npos; }));
+  EXPECT_GT(processesOf(folder_).size(), 2);
   expectRefusal({"--port", std::to_string(freePort())}, "another camera");
+  EXPECT_EQ(settings({"get", "httpsvr", "http_port"}), "http_port=" + std::to_string(port) + "\n");
 
   const int moved = freePort();
-  ASSERT_EQ(fetch(port, std::string{kName} + "?httpport=" + std::to_string(moved)).status, 200);
-  ASSERT_TRUE(within(2, [&] { return answers(moved); }));
+  settings({"set", "httpsvr", "http_port=" + std::to_string(moved)});
+  EXPECT_TRUE(within(2, [&] { return answers(moved); }));
   kill(run, SIGINT);
   EXPECT_EQ(waitFor(run), 0);
-  EXPECT_EQ(processesOf(folder_), 0);
+  EXPECT_TRUE(processesOf(folder_).empty());
 
-  const pid_t again = startRun({});
+  const pid_t again = startRun({}, "camera");
   EXPECT_TRUE(within(20, [&] { return answers(moved); })) << readFile(folder_.path("err"));
   kill(again, SIGKILL);
   waitFor(again);
-  EXPECT_TRUE(within(5, [&] { return processesOf(folder_) == 0; }));
+  EXPECT_TRUE(within(5, [&] { return processesOf(folder_).empty(); }));
 }
 
-TEST_F(Run, RefusesInOneLine) {
+TEST_F(Run, RefusesInOneLineAndChangesNothing) {
   int taken = 0;
   const int listener = listenSomewhere(&taken);
+  const std::string us = "taken by run_test (process " + std::to_string(getpid()) + ")";
   const std::pair<Command, std::string> rows[] = {
-      {{"--port", std::to_string(taken)}, "taken by camera_test (process " + std::to_string(getpid()) + ")"},
+      {{"--port", std::to_string(taken)}, us},
+      {{"--port", "554"}, "port 554 is the RTSP server's"},
+      {{"--port", "443"}, "port 443 is the web server's second port"},
       {{"--port", "80a"}, "\"80a\" is not a port"},
       {{"--port", "65536"}, "\"65536\" is not a port"},
       {{"--port"}, "--port needs a value"},
+      {{"--port", "8123", "settings", "list"}, "--port is for starting"},
       {{"--product", "toaster"}, "no product \"toaster\"; there are: basic full"},
       {{"--colour", "red"}, "unknown option --colour"}};
   for (const auto& [options, complaint] : rows) expectRefusal(options, complaint);
   close(listener);
+  EXPECT_FALSE(std::filesystem::exists(folder_.path("state")));
+
+  std::filesystem::create_directories(folder_.path("state/settings"));
+  if (chown((folder_.path("state/settings")).c_str(), 65534, 65534) == 0)  // which only root can do
+    expectRefusal({}, "state/settings belongs to nobody");
 }
 
 }  // namespace

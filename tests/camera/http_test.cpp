@@ -22,7 +22,7 @@ std::string portLine(int port) {
 }
 
 // One camera for all tests: each leaves it answering.
-class HttpPort : public testing::Test {
+class Http : public testing::Test {
  protected:
   static void SetUpTestSuite() {
     camera_ = std::make_unique<Camera>();
@@ -42,7 +42,7 @@ class HttpPort : public testing::Test {
   inline static std::unique_ptr<Camera> camera_;
 };
 
-TEST_F(HttpPort, AReadAnswersTheStoredPortAndIsLogged) {
+TEST_F(Http, AReadAnswersTheStoredPortAndIsLogged) {
   const Reply reply = camera_->get(kName);
   EXPECT_EQ(reply.status, 200);
   EXPECT_EQ(reply.body, portLine(camera_->port()));
@@ -50,7 +50,7 @@ TEST_F(HttpPort, AReadAnswersTheStoredPortAndIsLogged) {
   EXPECT_TRUE(within(2, [] { return camera_->log().find("cgi_name:httpport.cgi") != std::string::npos; }));
 }
 
-TEST_F(HttpPort, ABadRequestChangesNothing) {
+TEST_F(Http, ABadRequestChangesNothing) {
   const std::string before = recordBytes();
   for (const std::string& value :
        {std::string{"554"}, std::string(1000000, '1'), "81&other=" + std::string(60000, 'x')}) {
@@ -62,7 +62,7 @@ TEST_F(HttpPort, ABadRequestChangesNothing) {
   EXPECT_EQ(recordBytes(), before);
 }
 
-TEST_F(HttpPort, AChangeMovesTheServerForGood) {
+TEST_F(Http, AChangeMovesTheServerForGood) {
   const int from = camera_->port();
   const int byGet = freePort();
   EXPECT_EQ(camera_->get(query(std::to_string(byGet))).body, portLine(byGet));
@@ -77,7 +77,7 @@ TEST_F(HttpPort, AChangeMovesTheServerForGood) {
   EXPECT_EQ(fetch(byForm, kName).body, portLine(byForm));
 }
 
-TEST_F(HttpPort, AnotherSitesPageIsRefused) {
+TEST_F(Http, AnotherSitesPageIsRefused) {
   const std::string before = recordBytes();
   const std::string change = query(std::to_string(freePort()));
   for (const char* site : {"cross-site", "same-site"})
@@ -87,7 +87,7 @@ TEST_F(HttpPort, AnotherSitesPageIsRefused) {
     EXPECT_EQ(camera_->get(kName, {std::string{"Sec-Fetch-Site: "} + site}).status, 200) << site;
 }
 
-TEST_F(HttpPort, OnlyTheEndpointsAndTheCardAreServed) {
+TEST_F(Http, OnlyTheEndpointsAndTheCardAreServed) {
   writeFile(camera_->state() / "sdcard" / "clip.cgi", "#!/bin/sh\necho; echo run\n");
   EXPECT_EQ(camera_->get("/volumes/local/clip.cgi").body, "#!/bin/sh\necho; echo run\n");
   for (const char* path : {"/cgi-bin/nothing.cgi", "/cgi-bin/httpport", "/etc/camera/product.conf",
@@ -99,7 +99,7 @@ TEST_F(HttpPort, OnlyTheEndpointsAndTheCardAreServed) {
 }
 
 // As root too, for whom the files of the kernel's settings are writable elsewhere.
-TEST_F(HttpPort, NothingInTheCameraReachesTheHostsKernel) {
+TEST_F(Http, NothingInTheCameraReachesTheHostsKernel) {
   const Output output =
       camera_->inside({"bash", "-c",
                        "shopt -s globstar; for f in /proc/sys/{kernel,vm,net}/** /proc/sysrq-trigger; do"
@@ -107,7 +107,7 @@ TEST_F(HttpPort, NothingInTheCameraReachesTheHostsKernel) {
   EXPECT_EQ(output.out, "done\n");
 }
 
-TEST_F(HttpPort, ABrokenRecordIsAnInternalFailureAndAMissingOneTheFactoryDefault) {
+TEST_F(Http, ABrokenRecordIsAnInternalFailureAndAMissingOneTheFactoryDefault) {
   const std::string good = recordBytes();
   const std::string broken = good.substr(0, good.size() / 2);
   writeFile(camera_->record("httpsvr"), broken);
@@ -122,7 +122,7 @@ TEST_F(HttpPort, ABrokenRecordIsAnInternalFailureAndAMissingOneTheFactoryDefault
   writeFile(camera_->record("httpsvr"), good);
 }
 
-TEST_F(HttpPort, AStormOfChangesEndsInOneOfThem) {
+TEST_F(Http, AStormOfChangesEndsInOneOfThem) {
   std::vector<int> ports(10);
   std::generate(ports.begin(), ports.end(), freePort);
   const int from = camera_->port();
@@ -146,7 +146,7 @@ TEST_F(HttpPort, AStormOfChangesEndsInOneOfThem) {
     EXPECT_EQ(entry.path().filename(), "httpsvr");
 }
 
-TEST_F(HttpPort, OnlyTheExactNameStartsTheEndpoint) {
+TEST_F(Http, OnlyTheExactNameStartsTheEndpoint) {
   const std::string cut(250, 'x');
   const std::tuple<std::string, std::string, bool> rows[] = {
       {"/some/where/httpport.cgi", "httpport.cgi", true},
