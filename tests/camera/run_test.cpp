@@ -73,7 +73,7 @@ TEST_F(Run, RefusesInOneLineAndChangesNothing) {
       {{"--port", "65536"}, "\"65536\" is not a port"},
       {{"--port"}, "--port needs a value"},
       {{"--port", "8123", "settings", "list"}, "--port is for starting"},
-      {{"--product", "toaster"}, "no product \"toaster\"; there are: basic full"},
+      {{"--product", "toaster"}, "no product \"toaster\"; there are: basic corner full"},
       {{"--colour", "red"}, "unknown option --colour"}};
   for (const auto& [options, complaint] : rows) expectRefusal(options, complaint);
   close(listener);

@@ -1,0 +1,250 @@
+// The simulated daemons: how the head moves, the bytes on the wire, and what follows from what a person
+// tells.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <future>
+
+#include "platform/daemons/ipc_client.h"
+#include "tests/support/own_network.h"
+#include "tests/support/temporary_folder.h"
+#include "virtual-camera/simulator/control.h"
+#include "virtual-camera/simulator/daemons.h"
+#include "virtual-camera/simulator/packages.h"
+
+namespace camera::simulator {
+namespace {
+
+// The bytes of a message by their offsets, and zero elsewhere.
+using Sparse = std::vector<std::pair<std::size_t, std::string>>;
+
+std::string message(std::size_t size, const Sparse& parts) {
+  std::string bytes(size, '\0');
+  for (const auto& [offset, part] : parts) bytes.replace(offset, part.size(), part);
+  return bytes;
+}
+
+std::string number(int value, std::size_t size = 4) {
+  std::string bytes;
+  for (std::size_t i = 0; i < size; ++i) bytes += static_cast<char>(static_cast<unsigned>(value) >> (8 * i));
+  return bytes;
+}
+
+// A head that goes ten units a second, and is the same in neither direction.
+HeadDesign lopsided() {
+  HeadDesign design;
+  EXPECT_TRUE(readHeadDesign(
+      "# left out\npmax = 130\n pmin = -170 # far\ntmax = 90\ntmin = -30\nspeed = 10\n\ndwell = 2", &design));
+  return design;
+}
+
+// A request in words: "2 PAN TILT", "6 SLOT NAME", "7 SLOT" and the like.
+std::string headRequest(const std::string& text) {
+  std::istringstream words{text};
+  int code = 0;
+  int first = 0;
+  int second = 0;
+  std::string name;
+  words >> code >> first;
+  if (code == 6) return words >> name, message(44, {{0, number(6)}, {16, number(first, 2)}, {18, name}});
+  if (code == 7) return message(44, {{0, number(7)}, {4, number(first, 1)}});
+  words >> second;
+  return message(44, {{0, number(code)}, {8, number(first)}, {12, number(second)}});
+}
+
+TEST(PanTiltDaemon, MovesTheHeadWithASpeedAndWithinItsLimits) {
+  const Sparse done;
+  const Sparse refused{{0, number(1)}};
+  const std::string longest(15, 'x');
+  const struct {
+    std::string request;
+    Sparse answer;
+    double seconds;  // that pass then
+    const char* head;
+  } rows[] = {
+      {"19", {{4, "\x82"}, {6, "\x56\xFF"}, {8, "\x5A"}, {10, "\xE2\xFF"}}, 0, "0,0"},
+      {"2 30 5", done, 1, "10,5 moves"},
+      {"1", {{12, number(10) + number(5)}}, 0.56, "16,5 moves"},
+      {"1", {{12, number(16) + number(5)}}, 2, "30,5"},
+      {"2 131 0", refused, 1, "30,5"},
+      {"2 0 -31", refused, 1, "30,5"},
+      {"3 1000 0", done, 9, "120,5 moves"},
+      {"5", refused, 9, "130,5"},
+      {"3 -2 -2", done, 1, "128,3"},
+      {"6 9 " + longest, done, 0, "128,3"},
+      {"8", done, 1, "118,0 moves"},
+      {"16", done, 9, "118,0"},
+      {"6 2 near", done, 0, "118,0"},
+      {"4", {{102, "near"}, {134, number(118)}, {382, longest}, {414, number(128) + number(3)}}, 0, "118,0"},
+      {"35", done, 1, "128,3 moves"},  // on the route 10, 6, 3
+      {"1", {{12, number(128) + number(3)}}, 1.9, "128,3 moves"},
+      {"1", {{12, number(128) + number(3)}}, 0.6, "123,0 moves"},
+      {"1", {{12, number(123) + number(0)}}, 3.5, "128,3 moves"},
+      {"6 9", done, 3, "118,0 moves"},
+      {"7 9", refused, 0, "118,0 moves"},
+      {"6 2", done, 60, "118,0"},
+      {"35", refused, 0, "118,0"},
+      {"34", done, 2.2, "120,0 moves"},
+      {"6 10 x", refused, 30, "-160,0 moves"},
+      {"6 -1 x", refused, 0, "-160,0 moves"},
+      {"6 1 x" + longest, refused, 0, "-160,0 moves"},
+      {"24", done, 0, "-160,0 moves"},
+      {"32", {{12, number(-160)}}, 0.3, "-157,0 moves"},
+      {"25", done, 0, "-157,0 moves"},
+      {"32", done, 0, "-157,0 moves"},
+      {"6 0 x", done, 1, "-147,0 moves"},
+      {"7 0", done, 60, "-157,0"},
+  };
+  CameraState camera;
+  camera.head = Head{lopsided()};
+  camera.route = [] { return "10,6,3"; };
+  int kept = 0;
+  camera.headChanged = [&] { ++kept; };
+  for (const auto& row : rows) {
+    EXPECT_EQ(answerHead(camera, headRequest(row.request)), message(427, row.answer)) << row.request;
+    camera.passTo(camera.now + row.seconds);
+    const auto [pan, tilt] = camera.head.position();
+    EXPECT_EQ(std::to_string(pan) + "," + std::to_string(tilt) + (camera.head.moves() ? " moves" : ""),
+              row.head)
+        << "after " << row.request;
+  }
+  EXPECT_EQ(kept, 7) << "five presets, two homes";
+}
+
+TEST(Head, RemembersHomeAndPresets) {
+  Head head{lopsided()};
+  head.remember(
+      "home 7 8\npreset3 -170 90 gate\npreset10 0 0 x\npreset4 131 0 y\npreset5 1 1\n\nhome\nhome 200 0\n");
+  EXPECT_EQ(head.memory(), "home 7 8\npreset3 -170 90 gate\n");
+  EXPECT_EQ(head.position(), (Position{7, 8})) << "it was switched on there";
+  HeadDesign design;
+  for (const char* bad :
+       {"pmax = x", "pmax 1", "pmax = 1 2", "colour = 1", "pmin = 171", "speed = 0", "tmax = 32768"})
+    EXPECT_FALSE(readHeadDesign(bad, &design)) << bad;
+}
+
+TEST(IoAndEventDaemons, AnswerIn140Bytes) {
+  CameraState camera;
+  camera.outputCount = 2;
+  const Sparse on{{4, number(1)}};
+  const Sparse refused{{0, number(1)}};
+  const std::tuple<decltype(&answerIo), int, int, Sparse> rows[] = {
+      {answerIo, 606, 0, {}},        {answerIo, 620, 0, on},       {answerIo, 624, 0, {}},
+      {answerIo, 620, 0, {}},        {answerIo, 618, 0, {}},       {answerIo, 608, 0, refused},
+      {answerIo, 622, 0, refused},   {answerIo, 619, 0, refused},  {answerEvents, 9, 0, {}},
+      {answerEvents, 9, 2, refused}, {answerEvents, 8, 0, refused}};
+  for (const auto& [ask, code, word, answer] : rows) {
+    EXPECT_EQ(ask(camera, message(12, {{0, number(code)}, {8, number(word)}})), message(140, answer)) << code;
+  }
+  EXPECT_EQ(answerLog(camera, number(402)),
+            " Digital Output 1 switched on\n Digital Output 1 switched off\n"
+            " Event triggered by Software Input\n");
+}
+
+std::string shown(const CameraState& camera) {
+  std::ostringstream out;
+  for (const _MultiCastPackage_& p : statusPackages(camera))
+    out << std::hex << p.event << ":" << p.flags << ":" << std::dec << p.value << ":" << p.value2 << " ";
+  return out.str();
+}
+
+TEST(Control, IsTrueOfTheNextPackages) {
+  CameraState camera;
+  Server server;
+  std::size_t card = 0;
+  const Controlled target{camera, server, [&](std::size_t state) {
+                            return card = state, ControlReply{true, ""};
+                          }};
+  const std::string quiet = "4:4:0:0 800000:0:30:0 ";
+  EXPECT_EQ(shown(camera), quiet);
+  const std::pair<std::string, std::string> rows[] = {{"motion 42 3", quiet + "1:0:42:0 "},
+                                                      {"pir", quiet + "2:1:0:0 "},
+                                                      {"sound 70", "4:4:0:0 4000:0:70:0 "},
+                                                      {"level 31", "4:4:0:0 800000:0:31:0 "},
+                                                      {"level 30", quiet},
+                                                      {"input 1 on", quiet + "10:0:0:0 "},
+                                                      {"input 4 on", quiet + "10:0:0:0 80:0:0:0 "},
+                                                      {"input 1 off", quiet + "80:0:0:0 "},
+                                                      {"input 4 off", quiet},
+                                                      {"recording on", "4:0:0:0 800000:0:30:0 "},
+                                                      {"storage full", "4:10:0:0 800000:0:30:0 "},
+                                                      {"storage failed", "4:20:0:0 800000:0:30:0 "},
+                                                      {"storage ok", "4:0:0:0 800000:0:30:0 "},
+                                                      {"recording off", quiet},
+                                                      {"speaker occupied", quiet + "10000:0:0:0 "},
+                                                      {"mic muted", quiet + "10000:0:0:0 20000:0:0:0 "},
+                                                      {"speaker free", quiet + "20000:0:0:0 "},
+                                                      {"mic open", quiet},
+                                                      {"card over_capacity", quiet},
+                                                      {"log  a \\x00\\\\", quiet},
+                                                      {"status", quiet}};
+  for (const auto& [command, packages] : rows) {
+    EXPECT_TRUE(control(target, command).isDone) << command;
+    EXPECT_EQ(shown(camera), packages) << command;
+    camera.passTo(camera.now + 10);
+  }
+  camera.outputs[1] = true;
+  EXPECT_EQ(shown(camera), quiet + "200:0:0:1 ");
+  EXPECT_EQ(card, 6U);
+  EXPECT_TRUE(camera.log.text().ends_with(std::string(" a \0\\\n", 6)));
+
+  const std::string before = control(target, "status").text + camera.log.text();
+  for (const char* bad : {"",           "nothing",    "motion",       "motion x",
+                          "motion -1",  "motion 1 0", "motion 1 2 3", "sound 256",
+                          "input 5 on", "input 0 on", "input 1 On",   "input 1 on on",
+                          "storage",    "card",       "card none",    "daemon ptd down",
+                          "daemon",     "log",        "log \\n",      "log \\x0",
+                          "status x"}) {
+    EXPECT_FALSE(control(target, bad).isDone) << bad;
+  }
+  EXPECT_EQ(control(target, "status").text + camera.log.text(), before);
+}
+
+TEST(Server, TreatsThoseWhoComeAsItIsTold) {
+  const test::TemporaryFolder folder;
+  const std::string path = folder.path("socket");
+  Server server;
+  Daemon* daemon = server.add({"d", path, 3, [](const std::string& request) { return request + "ABC"; }});
+  const std::string full = "abcABC";
+  const std::tuple<Behaviour, int, std::string> rows[] = {
+      {Behaviour::kUp, 0, full},
+      {Behaviour::kDown, -1, ""},
+      {Behaviour::kUp, 0, full},
+      {Behaviour::kStale, -1, ""},
+      {Behaviour::kShort, 0, std::string("a\0\0\0\0\0", 6)},
+      {Behaviour::kEndless, 0, full},
+      {Behaviour::kClosing, -1, ""},
+      {Behaviour::kSilent, -1, ""}};
+  for (const auto& [behaviour, result, reply] : rows) {
+    EXPECT_TRUE(server.behave(daemon, behaviour));
+    std::string answer(6, 'x');
+    auto asked = std::async(std::launch::async,
+                            [&] { return IpcClient{1}.send_cmd(path.c_str(), "abc", 3, answer.data(), 6); });
+    do server.serveUntil(Server::Clock::now() + std::chrono::milliseconds(10));
+    while (asked.wait_for(std::chrono::seconds(0)) != std::future_status::ready);
+    EXPECT_EQ(asked.get(), result) << static_cast<int>(behaviour);
+    EXPECT_EQ(std::filesystem::exists(path), behaviour != Behaviour::kDown);
+    if (result == 0) {
+      EXPECT_EQ(answer, reply) << static_cast<int>(behaviour);
+    }
+  }
+}
+
+TEST(PackageSender, IsHeard) {
+  test::expectInOwnNetwork([] {
+    MultiReceiver receiver;
+    ASSERT_EQ(receiver.Init(0), 0);
+    _MultiCastPackage_ sent{};
+    sent.event = 0x800000;
+    sent.flags = 5;
+    sent.value = -6;
+    sent.value2 = 7;
+    PackageSender{}.send(sent);
+    _MultiCastPackage_ heard{};
+    EXPECT_EQ(receiver.Wait(0x800000, &heard, 1, 0), 0);
+    EXPECT_EQ(std::memcmp(&heard, &sent, sizeof sent), 0);
+  });
+}
+
+}  // namespace
+}  // namespace camera::simulator

@@ -1,0 +1,190 @@
+// The virtual camera's daemons in one process: digital I/O, events, pan/tilt, event log and status packages.
+//
+//   camera-simulator serve                            until it is killed
+//   camera-simulator send DAEMON CODE [WORD [WORD]]   asks a daemon, and prints what it answers
+//   camera-simulator COMMAND...                       tells the one that serves what happens; see --help
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "platform/daemons/ipc_client.h"
+#include "platform/daemons/little_endian.h"
+#include "platform/descriptor.h"
+#include "platform/file.h"
+#include "platform/product/pib.h"
+#include "platform/shell.h"
+#include "platform/store/cam.h"
+#include "platform/store/records/curtime.h"
+#include "platform/text.h"
+#include "virtual-camera/simulator/client.h"
+#include "virtual-camera/simulator/control.h"
+#include "virtual-camera/simulator/daemons.h"
+#include "virtual-camera/simulator/packages.h"
+
+namespace camera::simulator {
+namespace {
+
+constexpr char kDesign[] = "/etc/camera/head";
+constexpr char kMemory[] = "/var/lib/camera/daemons/head";
+constexpr char kNewMemory[] = "/var/lib/camera/daemons/head.new";
+constexpr char kControl[] = "/run/camera/simulator";
+constexpr char kDaemonFolder[] = "/var/tmp/";
+constexpr char kLogDaemon[] = "/var/tmp/logd";
+constexpr int kFailed = 1;
+// The first character of what control answers.
+constexpr char kDone[] = "+";
+constexpr char kNotDone[] = "-";
+constexpr std::chrono::milliseconds kStatusInterval{500};
+
+int complain(const std::string& about, const std::string& problem) {
+  (void)std::fprintf(stderr, "%s: %s\n", about.c_str(), problem.c_str());
+  return kFailed;
+}
+
+std::string localTime() {
+  _curtime_setting time{};
+  if (cam_get_curtime(&time) != 0) return "-";
+  std::array<char, 64> text;
+  (void)std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", time.year, time.month,
+                      time.day, time.hour, time.minute, time.second);
+  return text.data();
+}
+
+std::string storedRoute() {
+  std::array<char, 64> route{};
+  return cam_get_route(route.data(), route.size()) == 0 ? route.data() : "";
+}
+
+void save(const Head& head) {
+  const std::string memory = head.memory();
+  const int file = open(kNewMemory, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+  int error = file < 0 ? errno : writeAll(file, memory.data(), memory.size());
+  if (file >= 0) close(file);
+  if (error == 0 && rename(kNewMemory, kMemory) != 0) error = errno;
+  if (error != 0) complain(kMemory, std::strerror(error));
+}
+
+ControlReply setCard(std::size_t state) {
+  const std::string command = "camera-settings set sd state=" + std::to_string(state) + " 2>&1";
+  std::string printed;
+  const int status = read_command(
+      command.c_str(), [](const char* piece, void* text) { static_cast<std::string*>(text)->append(piece); },
+      &printed);
+  return {status == 0, printed};
+}
+
+// What cannot be read is said, and the camera has the usual equipment.
+void equip(CameraState* camera) {
+  HeadDesign design;
+  std::string text;
+  const int error = readFile(kDesign, &text, ENOENT);
+  if ((error != 0 && error != ENOENT) || !readHeadDesign(text, &design)) complain(kDesign, "is no head");
+  camera->head = Head{design};
+  if (readFile(kMemory, &text, ENOENT) == 0) camera->head.remember(text);
+  PIB product;
+  try {
+    product.init();
+    camera->inputCount = std::min<std::size_t>(product.input_count, CameraState::kLines);
+    camera->outputCount = std::min<std::size_t>(product.output_count, CameraState::kLines);
+  } catch (const PIBError& problem) {
+    complain("camera-simulator", problem.what());
+  }
+  camera->route = storedRoute;
+  camera->headChanged = [camera] { save(camera->head); };
+  camera->log.stamp = localTime;
+}
+
+double secondsSince(Server::Clock::time_point start) {
+  return std::chrono::duration<double>(Server::Clock::now() - start).count();
+}
+
+int serve() {
+  CameraState camera;
+  equip(&camera);
+  Server server;
+  const Controlled controlled{camera, server, setCard};
+  const auto start = Server::Clock::now();
+  const auto asked = [&](auto answer) {
+    return [&camera, start, answer](const std::string& request) {
+      camera.passTo(secondsSince(start));
+      return answer(camera, request);
+    };
+  };
+  const auto told = [&](CameraState& /*camera*/, const std::string& command) {
+    const ControlReply reply = control(controlled, command);
+    return (reply.isDone ? kDone : kNotDone) + reply.text;
+  };
+  server.add({"watchdog", kIoDaemon, kShortRequest, asked(answerIo)});
+  server.add({"eventd", kEventDaemon, kShortRequest, asked(answerEvents)});
+  server.add({"ptd", kPanTiltDaemon, kHeadRequest, asked(answerHead)});
+  server.add({"logd", kLogDaemon, kShortRequest, asked(answerLog)});
+  server.add({"", kControl, 0, asked(told)});
+  for (Daemon& daemon : server.daemons()) {
+    if (!server.behave(&daemon, Behaviour::kUp)) return complain(daemon.path, std::strerror(errno));
+  }
+  const PackageSender sender;
+  if (!sender.isReady()) return complain("status packages", std::strerror(errno));
+  for (auto next = start;;) {
+    next = std::max(next + kStatusInterval, Server::Clock::now());
+    server.serveUntil(next);
+    camera.passTo(secondsSince(start));
+    if (!camera.sendsStatus) continue;
+    for (const _MultiCastPackage_& package : statusPackages(camera)) sender.send(package);
+  }
+}
+
+int tell(const std::string& command) {
+  std::string answer;
+  if (const int error = exchange(kControl, command, &answer); error != 0) {
+    return complain("the camera does not run", std::strerror(error));
+  }
+  const bool isDone = answer.starts_with(kDone);
+  answer.erase(0, 1);
+  if (!isDone) return complain("sim", answer);
+  return writeAll(STDOUT_FILENO, answer.data(), answer.size()) == 0 ? 0 : kFailed;
+}
+
+// The tool by which the camera's scripts ask its daemons.
+int send(const std::string& daemon, const std::vector<int>& words) {
+  std::string request(kShortRequest, '\0');
+  for (std::size_t i = 0; i < words.size(); ++i) storeLittle<std::int32_t>(&request[4 * i], words[i]);
+  std::string answer;
+  if (const int error = exchange((kDaemonFolder + daemon).c_str(), request, &answer); error != 0) {
+    return complain(daemon, std::strerror(error));
+  }
+  return writeAll(STDOUT_FILENO, answer.data(), answer.size()) == 0 ? 0 : kFailed;
+}
+
+int help() {
+  const std::string text = controlHelp();
+  return writeAll(STDOUT_FILENO, text.data(), text.size()) == 0 ? 0 : kFailed;
+}
+
+int run(const std::vector<std::string>& arguments) {
+  const std::string verb = arguments.empty() ? "--help" : arguments[0];
+  if (verb == "--help" || verb == "-h") return help();
+  if (verb == "serve" && arguments.size() == 1) return serve();
+  if (verb != "send") {
+    std::string command = verb;
+    for (std::size_t i = 1; i < arguments.size(); ++i) command += " " + arguments[i];
+    return tell(command);
+  }
+  std::vector<int> words(arguments.size() > 2 ? arguments.size() - 2 : 0);
+  bool isRequest = !words.empty() && words.size() <= kShortRequest / sizeof(std::int32_t);
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    isRequest = isRequest && readNumber(arguments[i + 2], &words[i]);
+  }
+  return isRequest ? send(arguments[1], words) : complain("usage", "send DAEMON CODE [WORD [WORD]]");
+}
+
+}  // namespace
+}  // namespace camera::simulator
+
+int main(int count, char** arguments) {
+  return camera::simulator::run({arguments + 1, arguments + count});
+}

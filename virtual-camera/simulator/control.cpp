@@ -1,0 +1,272 @@
+// What a person tells the simulated camera.
+#include "virtual-camera/simulator/control.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <iomanip>
+#include <iterator>
+#include <sstream>
+
+#include "platform/text.h"
+#include "virtual-camera/simulator/daemons.h"
+
+namespace camera::simulator {
+namespace {
+
+constexpr int kNoticedSeconds = 10;
+constexpr int kDay = 86400;
+
+constexpr std::string_view kOffOn[] = {"off", "on"};
+constexpr std::string_view kStorages[] = {"ok", "full", "failed"};
+constexpr std::string_view kSpeaker[] = {"free", "occupied"};
+constexpr std::string_view kMic[] = {"open", "muted"};
+// By the code that the store has for each; one without a word cannot be chosen.
+constexpr std::string_view kCardStates[] = {"",
+                                            "",
+                                            "ready",
+                                            "protected",
+                                            "invalid",
+                                            "full",
+                                            "over_capacity",
+                                            "",
+                                            "need_reinitialize",
+                                            "formatting",
+                                            "recording"};
+
+// The words of a command, taken in order.
+class Words {
+ public:
+  explicit Words(const std::string& text) : rest_{text} {}
+
+  bool isOver() { return (rest_ >> std::ws).eof(); }
+  std::string next() {
+    std::string word;
+    rest_ >> word;
+    return word;
+  }
+  bool number(int low, int high, int* value) {
+    return readNumber(next(), value) && *value >= low && *value <= high;
+  }
+  template <std::size_t N>
+  bool choice(const std::string_view (&names)[N], std::size_t* index) {
+    const std::string word = next();
+    *index = static_cast<std::size_t>(std::find(names, names + N, word) - names);
+    return *index < N && !word.empty();
+  }
+  template <std::size_t N>
+  bool lastChoice(const std::string_view (&names)[N], std::size_t* index) {
+    return choice(names, index) && isOver();
+  }
+  std::string text() {
+    std::string all;
+    std::getline(rest_ >> std::ws, all, '\0');
+    return all;
+  }
+
+ private:
+  std::istringstream rest_;
+};
+
+// Each is false for words that it does not understand; the camera is then untouched.
+using Command = bool (*)(const Controlled& target, Words& words, ControlReply* reply);
+
+// "[SECONDS]", the last word.
+bool notice(const Controlled& target, Words& words, int value, Detection* detection) {
+  int seconds = kNoticedSeconds;
+  if (!words.isOver() && (!words.number(1, kDay, &seconds) || !words.isOver())) return false;
+  *detection = {value, target.camera.now + seconds};
+  return true;
+}
+
+bool tellMotion(const Controlled& target, Words& words, ControlReply* /*reply*/) {
+  int value = 0;
+  if (!words.number(0, 1'000'000, &value) || !notice(target, words, value, &target.camera.motion))
+    return false;
+  target.camera.log.add("Event triggered by Motion Detection");
+  return true;
+}
+
+bool tellPir(const Controlled& target, Words& words, ControlReply* /*reply*/) {
+  if (!notice(target, words, 0, &target.camera.pir)) return false;
+  target.camera.log.add("Event triggered by PIR Sensor");
+  return true;
+}
+
+bool tellSound(const Controlled& target, Words& words, ControlReply* /*reply*/) {
+  int level = 0;
+  if (!words.number(0, 255, &level) || !notice(target, words, level, &target.camera.sound)) return false;
+  target.camera.log.add("Event triggered by Sound Detection");
+  return true;
+}
+
+bool tellLevel(const Controlled& target, Words& words, ControlReply* /*reply*/) {
+  int level = 0;
+  if (!words.number(0, 255, &level) || !words.isOver()) return false;
+  target.camera.soundLevel = level;
+  return true;
+}
+
+bool tellInput(const Controlled& target, Words& words, ControlReply* /*reply*/) {
+  int number = 0;
+  std::size_t state = 0;
+  if (!words.number(1, static_cast<int>(target.camera.inputCount), &number) ||
+      !words.lastChoice(kOffOn, &state)) {
+    return false;
+  }
+  setInput(target.camera, static_cast<std::size_t>(number - 1), state == 1);
+  return true;
+}
+
+bool tellStorage(const Controlled& target, Words& words, ControlReply* /*reply*/) {
+  std::size_t state = 0;
+  if (!words.lastChoice(kStorages, &state)) return false;
+  target.camera.storage = static_cast<Storage>(state);
+  return true;
+}
+
+template <bool CameraState::*state, auto& names>
+bool turn(const Controlled& target, Words& words, ControlReply* /*reply*/) {
+  std::size_t index = 0;
+  if (!words.lastChoice(names, &index)) return false;
+  target.camera.*state = index == 1;
+  return true;
+}
+
+bool tellCard(const Controlled& target, Words& words, ControlReply* reply) {
+  std::size_t code = 0;
+  if (!words.lastChoice(kCardStates, &code)) return false;
+  *reply = target.setCard(code);
+  return true;
+}
+
+bool tellDaemon(const Controlled& target, Words& words, ControlReply* reply) {
+  const std::string name = words.next();
+  std::size_t behaviour = 0;
+  std::list<Daemon>& daemons = target.server.daemons();
+  const auto daemon =
+      std::find_if(daemons.begin(), daemons.end(), [&](const Daemon& d) { return d.name == name; });
+  const bool isStatus = name == kStatusSender;
+  if ((daemon == daemons.end() && !isStatus) || !words.lastChoice(kBehaviours, &behaviour)) return false;
+  if (isStatus) {
+    target.camera.sendsStatus = behaviour == 0;
+  } else if (!target.server.behave(&*daemon, static_cast<Behaviour>(behaviour))) {
+    *reply = {false, daemon->path + ": " + std::strerror(errno)};
+  }
+  return true;
+}
+
+// Two backslashes are one; \xNN is any byte.
+bool unescape(std::string_view text, std::string* plain) {
+  while (!text.empty()) {
+    const bool escaped = text.starts_with('\\');
+    const bool hexadecimal = text.starts_with("\\x");
+    std::uint8_t byte = static_cast<std::uint8_t>(text[0]);
+    if (hexadecimal && (text.size() < 4 || !readNumber(text.substr(2, 2), &byte, 16))) return false;
+    if (escaped && !hexadecimal && !text.starts_with("\\\\")) return false;
+    plain->push_back(static_cast<char>(byte));
+    text.remove_prefix(hexadecimal ? 4 : escaped ? 2 : 1);
+  }
+  return true;
+}
+
+bool tellLog(const Controlled& target, Words& words, ControlReply* /*reply*/) {
+  std::string line;
+  if (words.isOver() || !unescape(words.text(), &line)) return false;
+  target.camera.log.add(line);
+  return true;
+}
+
+std::ostream& operator<<(std::ostream& out, Position position) {
+  return out << position.pan << "," << position.tilt;
+}
+
+void tellLines(std::ostream& out, const char* name, const std::array<bool, CameraState::kLines>& lines,
+               std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) out << name << i + 1 << "=" << kOffOn[lines[i] ? 1 : 0] << "\n";
+}
+
+bool tellStatus(const Controlled& target, Words& words, ControlReply* reply) {
+  if (!words.isOver()) return false;
+  const CameraState& camera = target.camera;
+  std::ostringstream out;
+  out << "head=" << camera.head.position() << (camera.head.moves() ? " moving" : "") << "\n"
+      << "home=" << camera.head.home() << "\n";
+  for (const auto& [name, at] : camera.head.presets()) {
+    if (!name.empty()) out << "preset." << name << "=" << at << "\n";
+  }
+  tellLines(out, "input", camera.inputs, camera.inputCount);
+  tellLines(out, "output", camera.outputs, camera.outputCount);
+  const bool loud = camera.isNoticed(camera.sound);
+  out << "softwareinput=" << kOffOn[camera.softwareInput ? 1 : 0] << "\n"
+      << "motion=" << (camera.isNoticed(camera.motion) ? std::to_string(camera.motion.value) : "off") << "\n"
+      << "pir=" << kOffOn[camera.isNoticed(camera.pir) ? 1 : 0] << "\n"
+      << "sound=" << (loud ? std::to_string(camera.sound.value) : "off") << "\n"
+      << "level=" << camera.soundLevel << "\n"
+      << "recording=" << kOffOn[camera.recording ? 1 : 0] << "\n"
+      << "storage=" << kStorages[static_cast<std::size_t>(camera.storage)] << "\n"
+      << "speaker=" << kSpeaker[camera.speakerOccupied ? 1 : 0] << "\n"
+      << "mic=" << kMic[camera.micMuted ? 1 : 0] << "\n";
+  for (const Daemon& daemon : target.server.daemons()) {
+    if (daemon.name.empty()) continue;
+    out << "daemon." << daemon.name << "=" << kBehaviours[static_cast<std::size_t>(daemon.behaviour)] << "\n";
+  }
+  out << "daemon." << kStatusSender << "=" << (camera.sendsStatus ? "up" : "down") << "\n";
+  reply->text = out.str();
+  return true;
+}
+
+constexpr struct {
+  std::string_view name;
+  std::string_view arguments;
+  std::string_view help;
+  Command command;
+} kCommands[] = {
+    {"motion", "VALUE [SECONDS]", "motion of that value is seen, for 10 seconds unless said otherwise",
+     tellMotion},
+    {"pir", "[SECONDS]", "the infrared sensor notices someone", tellPir},
+    {"sound", "LEVEL [SECONDS]", "a sound of that level, 0 to 255, is detected", tellSound},
+    {"level", "LEVEL", "how loud it is otherwise, 0 to 255", tellLevel},
+    {"input", "NUMBER on|off", "a digital input changes", tellInput},
+    {"storage", "ok|full|failed", "what happens to the storage; only with ok does recording go on",
+     tellStorage},
+    {"recording", "on|off", "recording starts or stops", turn<&CameraState::recording, kOffOn>},
+    {"speaker", "occupied|free", "someone speaks through the camera",
+     turn<&CameraState::speakerOccupied, kSpeaker>},
+    {"mic", "muted|open", "the microphone is muted", turn<&CameraState::micMuted, kMic>},
+    {"card", "STATE",
+     "stores the card's state: ready, protected, invalid, full, over_capacity, need_reinitialize, "
+     "formatting, recording",
+     tellCard},
+    {"daemon", "NAME up|down|stale|silent|closing|short|endless",
+     "how watchdog, eventd, ptd or logd treats those who ask; status up|down: the packages", tellDaemon},
+    {"log", "TEXT", "adds a line to the event log; \\xNN is a byte, \\\\ a backslash", tellLog},
+    {"status", "", "everything that is so now", tellStatus},
+};
+
+}  // namespace
+
+ControlReply control(const Controlled& controlled, const std::string& command) {
+  Words words{command};
+  const std::string name = words.next();
+  for (const auto& known : kCommands) {
+    if (known.name != name) continue;
+    ControlReply reply{true, ""};
+    if (known.command(controlled, words, &reply)) return reply;
+    std::string usage = "usage: " + name;
+    if (!known.arguments.empty()) usage.append(" ").append(known.arguments);
+    return {false, usage};
+  }
+  return {false, "no command " + name + "; see --help"};
+}
+
+std::string controlHelp() {
+  std::ostringstream out;
+  out << "usage: ./run sim COMMAND\n\nTells the running camera what happens around it:\n\n";
+  for (const auto& [name, arguments, help, command] : kCommands) {
+    out << "  " << name << (arguments.empty() ? "" : " ") << arguments << "\n        " << help << "\n";
+  }
+  return out.str();
+}
+
+}  // namespace camera::simulator

@@ -1,0 +1,22 @@
+// The daemons' protocols: what each answers to the bytes of one request. A request that a daemon does not
+// know gets the result word 1.
+#pragma once
+
+#include <string>
+
+#include "virtual-camera/simulator/camera_state.h"
+
+namespace camera::simulator {
+
+inline constexpr std::size_t kHeadRequest = 44;  // bytes
+inline constexpr std::size_t kShortRequest = 12;
+
+std::string answerHead(CameraState& camera, const std::string& request);    // 427 bytes
+std::string answerIo(CameraState& camera, const std::string& request);      // 140 bytes
+std::string answerEvents(CameraState& camera, const std::string& request);  // 140 bytes
+std::string answerLog(CameraState& camera, const std::string& request);     // text, of any length
+
+// What `input N on` does as well as a wire would.
+void setInput(CameraState& camera, std::size_t index, bool on);
+
+}  // namespace camera::simulator

@@ -1,0 +1,95 @@
+// The status packages: what the daemons tell everyone who listens, twice a second.
+#include "virtual-camera/simulator/packages.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "platform/daemons/little_endian.h"
+
+namespace camera::simulator {
+namespace {
+
+enum Event : std::uint32_t {
+  kMotion = 0x1,
+  kPir = 0x2,
+  kRecording = 0x4,
+  kInput1 = 0x10,
+  kOutput1 = 0x100,
+  kSoundDetected = 0x4000,
+  kSpeakerOccupied = 0x10000,
+  kMicMuted = 0x20000,
+  kSoundLevel = 0x800000,
+};
+
+enum Flag : std::uint32_t {
+  kRuns = 0,
+  kPirDetected = 0x1,
+  kStopped = 0x4,
+  kStorageFull = 0x10,
+  kStorageFailed = 0x20,
+};
+
+// A recording that has no room has stopped, whatever it was told.
+std::uint32_t recordingFlags(const CameraState& camera) {
+  if (camera.storage == Storage::kFull) return kStorageFull;
+  if (camera.storage == Storage::kFailed) return kStorageFailed;
+  return camera.recording ? kRuns : kStopped;
+}
+
+_MultiCastPackage_ package(std::uint32_t event, std::uint32_t flags, int value = 0, int value2 = 0) {
+  _MultiCastPackage_ result{};
+  result.event = event;
+  result.flags = flags;
+  result.value = value;
+  result.value2 = value2;
+  return result;
+}
+
+}  // namespace
+
+std::vector<_MultiCastPackage_> statusPackages(const CameraState& camera) {
+  std::vector<_MultiCastPackage_> all{package(kRecording, recordingFlags(camera))};
+  const bool loud = camera.isNoticed(camera.sound);
+  all.push_back(loud ? package(kSoundDetected, 0, camera.sound.value)
+                     : package(kSoundLevel, 0, camera.soundLevel));
+  if (camera.isNoticed(camera.motion)) all.push_back(package(kMotion, 0, camera.motion.value));
+  if (camera.isNoticed(camera.pir)) all.push_back(package(kPir, kPirDetected));
+  for (std::size_t i = 0; i < CameraState::kLines; ++i) {
+    if (camera.inputs[i]) all.push_back(package(std::uint32_t{kInput1} << i, 0));
+    if (camera.outputs[i]) all.push_back(package(std::uint32_t{kOutput1} << i, 0, 0, 1));
+  }
+  if (camera.speakerOccupied) all.push_back(package(kSpeakerOccupied, 0));
+  if (camera.micMuted) all.push_back(package(kMicMuted, 0));
+  return all;
+}
+
+PackageSender::PackageSender() : descriptor_(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
+  const in_addr loopback{htonl(INADDR_LOOPBACK)};
+  const int hops = 0;
+  if (descriptor_ >= 0 &&
+      (setsockopt(descriptor_, IPPROTO_IP, IP_MULTICAST_IF, &loopback, sizeof loopback) != 0 ||
+       setsockopt(descriptor_, IPPROTO_IP, IP_MULTICAST_TTL, &hops, sizeof hops) != 0)) {
+    close(descriptor_);
+    descriptor_ = -1;
+  }
+}
+
+PackageSender::~PackageSender() {
+  if (descriptor_ >= 0) close(descriptor_);
+}
+
+// Nobody may be listening, and nothing can be done about a package that is lost.
+void PackageSender::send(const _MultiCastPackage_& package) const {
+  unsigned char bytes[sizeof package] = {};
+  storeLittle(bytes, package.event);
+  storeLittle(bytes + offsetof(_MultiCastPackage_, flags), package.flags);
+  storeLittle(bytes + offsetof(_MultiCastPackage_, value), package.value);
+  storeLittle(bytes + offsetof(_MultiCastPackage_, value2), package.value2);
+  const sockaddr_in group{AF_INET, htons(kStatusPort), {inet_addr(kStatusGroup)}, {}};
+  sendto(descriptor_, bytes, sizeof bytes, MSG_DONTWAIT, reinterpret_cast<const sockaddr*>(&group),
+         sizeof group);
+}
+
+}  // namespace camera::simulator
