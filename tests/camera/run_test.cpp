@@ -26,10 +26,9 @@ class Run : public testing::Test {
     EXPECT_EQ(line.find('\n'), line.size() - 1) << line;
     EXPECT_NE(line.find(complaint), std::string::npos) << complaint << ": " << line;
   }
-  std::string settings(const Command& arguments) {
-    Command options{"settings"};
-    options.insert(options.end(), arguments.begin(), arguments.end());
-    EXPECT_EQ(waitFor(startRun(options)), 0) << readFile(folder_.path("err"));
+  // Runs a program inside the camera: "settings" or "sim", and its arguments.
+  std::string inside(const Command& program) {
+    EXPECT_EQ(waitFor(startRun(program)), 0) << readFile(folder_.path("err"));
     return readFile(folder_.path("out"));
   }
   static bool answers(int port) { return fetch(port, kName).status == 200; }
@@ -45,14 +44,23 @@ TEST_F(Run, StartsOnceAndEndsWithEverythingItStarted) {
   EXPECT_TRUE(within(2, [&] { return readFile(folder_.path("camera")).find(url) != std::string::npos; }));
   EXPECT_GT(processesOf(folder_).size(), 2);
   expectRefusal({"--port", std::to_string(freePort())}, "another camera");
-  EXPECT_EQ(settings({"get", "httpsvr", "http_port"}), "http_port=" + std::to_string(port) + "\n");
+  EXPECT_EQ(inside({"settings", "get", "httpsvr", "http_port"}), "http_port=" + std::to_string(port) + "\n");
+
+  const auto hasInput = [&] { return inside({"sim", "status"}).find("input2=on") != std::string::npos; };
+  EXPECT_EQ(inside({"sim", "input", "2", "on"}), "");
+  EXPECT_TRUE(hasInput());
+  expectRefusal({"sim", "input", "9", "on"}, "sim: usage: input NUMBER on|off");
+  for (const pid_t daemons : processesOf(folder_, "camera-simulator")) kill(daemons, SIGKILL);
+  EXPECT_TRUE(within(5, [&] { return waitFor(startRun({"sim", "status"})) == 0; })) << "it is started again";
+  EXPECT_FALSE(hasInput());
 
   const int moved = freePort();
-  settings({"set", "httpsvr", "http_port=" + std::to_string(moved)});
+  inside({"settings", "set", "httpsvr", "http_port=" + std::to_string(moved)});
   EXPECT_TRUE(within(2, [&] { return answers(moved); }));
   kill(run, SIGINT);
   EXPECT_EQ(waitFor(run), 0);
   EXPECT_TRUE(processesOf(folder_).empty());
+  expectRefusal({"sim", "status"}, "the camera is off");
 
   const pid_t again = startRun({}, "camera");
   EXPECT_TRUE(within(20, [&] { return answers(moved); })) << readFile(folder_.path("err"));
@@ -73,6 +81,7 @@ TEST_F(Run, RefusesInOneLineAndChangesNothing) {
       {{"--port", "65536"}, "\"65536\" is not a port"},
       {{"--port"}, "--port needs a value"},
       {{"--port", "8123", "settings", "list"}, "--port is for starting"},
+      {{"sim", "status"}, "the camera is off"},
       {{"--product", "toaster"}, "no product \"toaster\"; there are: basic corner full"},
       {{"--colour", "red"}, "unknown option --colour"}};
   for (const auto& [options, complaint] : rows) expectRefusal(options, complaint);

@@ -141,7 +141,7 @@ int serve() {
 int tell(const std::string& command) {
   std::string answer;
   if (const int error = exchange(kControl, command, &answer); error != 0) {
-    return complain("the camera does not run", std::strerror(error));
+    return complain("the camera is off", std::strerror(error));
   }
   const bool isDone = answer.starts_with(kDone);
   answer.erase(0, 1);
