@@ -202,18 +202,24 @@ bool ParamList::take(const Queries& queries, void* state, GivenParams* given, st
 }
 
 void ParamList::reply(InfCgilet& cgilet, const void* state) const {
+  std::string key;
+  std::string text;
   for (const ParamRow& row : rows) {
     if (row.field == nullptr || !isHandled(row, state)) continue;
     const void* field = row.field(const_cast<void*>(state));
-    if (row.type == FieldType::kView) {
-      cgilet.pair(row.name, std::string{*static_cast<const std::string_view*>(field)});
-    } else if (row.type == FieldType::kText) {
-      cgilet.pair(row.name, std::string{fieldText(row, field)});
-    } else if (row.kind == kCStrParam && !row.storesNumber) {
-      cgilet.pair(row.name, std::string{wordAt(row.words, fieldNumber(row, field))});
-    } else {
-      cgilet.pair(row.name, fieldNumber(row, field));
+    key = row.name;
+    if (row.kind == kIntParam || row.storesNumber) {
+      cgilet.pair(key, fieldNumber(row, field));
+      continue;
     }
+    if (row.type == FieldType::kView) {
+      text = *static_cast<const std::string_view*>(field);
+    } else if (row.type == FieldType::kText) {
+      text = fieldText(row, field);
+    } else {
+      text = wordAt(row.words, fieldNumber(row, field));
+    }
+    cgilet.pair(key, text);
   }
 }
 

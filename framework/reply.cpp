@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr std::size_t kUsualBytes = 1024;  // of a reply, so that most need not grow
+
 struct Reason {
   int code;
   std::string_view status;
@@ -27,16 +29,20 @@ const Reason& reasonOf(int code) {
   return kReasons[0];
 }
 
+constexpr bool isControl(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte < 0x20 || byte == 0x7F;
+}
+
 // Appends the text so that it cannot end its line.
 void appendEncoded(std::string& line, std::string_view text) {
   static constexpr char kHex[] = "0123456789ABCDEF";
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x20 || byte == 0x7F) {
-      line += {'%', kHex[byte >> 4], kHex[byte & 15]};
-    } else {
-      line += c;
-    }
+  for (std::size_t start = 0, end = 0;; start = ++end) {
+    while (end < text.size() && !isControl(text[end])) ++end;
+    line.append(text.data() + start, end - start);
+    if (end == text.size()) return;
+    const auto byte = static_cast<unsigned char>(text[end]);
+    line += {'%', kHex[byte >> 4], kHex[byte & 15]};
   }
 }
 
@@ -50,11 +56,12 @@ void appendLine(std::string& lines, std::string_view key, std::string_view value
 // Sends the response in one write where the reader takes it whole. A reader that has gone is no failure of
 // ours: what the request changed is changed.
 void send(const Reason& reason, const std::string& body) {
-  std::string response = "Status: ";
-  response += reason.status;
-  response += "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
-  response += camera::Decimal(static_cast<std::int64_t>(body.size())).text();
-  response += "\r\n\r\n";
+  constexpr std::string_view kType = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
+  constexpr std::size_t kMostOfRest = 64;  // the status, the length and what stands between them
+  const camera::Decimal length(static_cast<std::int64_t>(body.size()));
+  std::string response;
+  response.reserve(kType.size() + kMostOfRest + body.size());
+  response.append("Status: ").append(reason.status).append(kType).append(length.text()).append("\r\n\r\n");
   response += body;
 
   static_cast<void>(std::fflush(stdout));  // the handler's own header lines go first
@@ -71,7 +78,9 @@ void send(const Reason& reason, const std::string& body) {
 
 }  // namespace
 
-InfCgilet::InfCgilet() = default;
+InfCgilet::InfCgilet() {
+  body.reserve(kUsualBytes);
+}
 InfCgilet::~InfCgilet() = default;
 void InfCgilet::onDump() {
   onReply();

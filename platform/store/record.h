@@ -127,7 +127,8 @@ struct Exceptions {
 template <class Record, std::size_t N>
 consteval RecordInfo record(const char* name, const Record& defaults, const Field (&fields)[N],
                             Exceptions exceptions = {}) {
-  static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) <= UINT16_MAX);
+  static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) <= 2000,
+                "the store reads a file at once");
   if (!tiles(fields, sizeof(Record)))
     throw "the fields leave a gap or overlap, or a text has no room for its NUL";
   return {.name = name,

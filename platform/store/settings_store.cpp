@@ -3,6 +3,7 @@
 #include "platform/store/settings_store.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -15,6 +16,9 @@ namespace {
 
 // One for the whole store, so that whoever writes next clears what a killed process left.
 constexpr char kTemporary[] = ".new";
+
+constexpr std::size_t kMostBytes = 2048;  // of a file, and one more
+constexpr std::size_t kUsualRecords = 8;  // that a request reads, at most
 
 // The header, little-endian: magic, format version, record version, payload length, CRC-32 of the payload.
 constexpr std::size_t kHeaderSize = 16;
@@ -35,25 +39,27 @@ Number getNumber(const std::uint8_t* from) {
   return number;
 }
 
-// The CRC-32 of IEEE 802.3, four bits at a time: a table of 64 bytes instead of a kilobyte.
-std::uint32_t crc32(std::span<const std::uint8_t> bytes) {
-  static constexpr std::uint32_t kNibbles[16] = {
-      0x00000000, 0x1DB71064, 0x3B6E20C8, 0x26D930AC, 0x76DC4190, 0x6B6B51F4, 0x4DB26158, 0x5005713C,
-      0xEDB88320, 0xF00F9344, 0xD6D6A3E8, 0xCB61B38C, 0x9B64C2B0, 0x86D3D2D4, 0xA00AE278, 0xBDBDF21C,
-  };
-  std::uint32_t crc = ~std::uint32_t{0};
-  for (const std::uint8_t byte : bytes) {
-    crc ^= byte;
-    crc = crc >> 4 ^ kNibbles[crc & 15];
-    crc = crc >> 4 ^ kNibbles[crc & 15];
+// The CRC-32 of IEEE 802.3.
+constexpr auto kCrcOfByte = [] {
+  std::array<std::uint32_t, 256> table{};
+  for (std::uint32_t byte = 0; byte < table.size(); ++byte) {
+    table[byte] = byte;
+    for (int bit = 0; bit < 8; ++bit)
+      table[byte] = table[byte] >> 1 ^ ((table[byte] & 1) != 0 ? 0xEDB88320U : 0U);
   }
+  return table;
+}();
+
+std::uint32_t crc32(std::span<const std::uint8_t> bytes) {
+  std::uint32_t crc = ~std::uint32_t{0};
+  for (const std::uint8_t byte : bytes) crc = crc >> 8 ^ kCrcOfByte[(crc ^ byte) & 0xFF];
   return ~crc;
 }
 
 // Makes the record of a file's content, with the missing tail from the defaults. Returns what is wrong, empty
 // when nothing.
-std::string decode(const RecordInfo& info, std::vector<std::uint8_t>* content) {
-  const std::span<const std::uint8_t> file = *content;
+std::string decode(const RecordInfo& info, std::span<const std::uint8_t> file,
+                   std::vector<std::uint8_t>* record) {
   if (file.size() < kHeaderSize) return "wrong size";
   if (!std::equal(std::begin(kMagic), std::end(kMagic), file.begin())) return "corrupt: no settings file";
   if (getNumber<std::uint16_t>(&file[kFormatAt]) != kFormatVersion) return "corrupt: unknown format";
@@ -67,10 +73,10 @@ std::string decode(const RecordInfo& info, std::vector<std::uint8_t>* content) {
   if (getNumber<std::uint32_t>(&file[kCrcAt]) != crc32(payload)) return "corrupt: checksum";
 
   const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
-  const std::size_t length = payload.size();
-  content->erase(content->begin(), content->begin() + kHeaderSize);
-  content->insert(content->end(), defaults + length, defaults + info.size);
-  const std::string invalid = firstInvalid(info, content->data());
+  record->reserve(info.size);
+  record->assign(payload.begin(), payload.end());
+  record->insert(record->end(), defaults + payload.size(), defaults + info.size);
+  const std::string invalid = firstInvalid(info, record->data());
   return invalid.empty() ? "" : "corrupt: " + invalid;
 }
 
@@ -118,8 +124,7 @@ StoreResult SettingsStore::read(const RecordInfo& info, void* record) {
   const StoreResult result = load(info, &stored);
   if (result != StoreResult::kDone) return result;
   std::memcpy(record, stored.data(), info.size);
-  Bytes copy = stored;
-  remember(info, std::move(copy), std::move(stored));
+  remember(info, {}, std::move(stored));
   return result;
 }
 
@@ -146,7 +151,7 @@ StoreResult SettingsStore::write(const RecordInfo& info, const void* record) {
   if (info.indivisible && before != nullptr && before->storedCopy != stored) return refuseOvertaken(info);
   const auto* wanted = static_cast<const std::uint8_t*>(record);
   Bytes merged = stored;
-  merge(info, before == nullptr ? nullptr : before->callersCopy.data(), wanted, merged.data());
+  merge(info, before == nullptr ? nullptr : before->callersBytes().data(), wanted, merged.data());
   if (merged != stored) {
     result = replace(info, merged);
     if (result != StoreResult::kDone) return result;
@@ -164,7 +169,7 @@ StoreResult SettingsStore::overwrite(const RecordInfo& info, const void* record)
   Bytes whole(info.size);
   merge(info, nullptr, static_cast<const std::uint8_t*>(record), whole.data());
   result = replace(info, whole);
-  return result == StoreResult::kDone ? finish(info, whole, whole) : result;
+  return result == StoreResult::kDone ? finish(info, {}, std::move(whole)) : result;
 }
 
 StoreResult SettingsStore::reset(const RecordInfo& info) {
@@ -174,8 +179,7 @@ StoreResult SettingsStore::reset(const RecordInfo& info) {
   const int error = files_.remove(info.name);
   if (error != 0 && error != ENOENT) return fail(info.name, error);
   const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
-  const Bytes record(defaults, defaults + info.size);
-  return finish(info, record, record);
+  return finish(info, {}, Bytes(defaults, defaults + info.size));
 }
 
 void SettingsStore::hold() {
@@ -194,17 +198,17 @@ StoreResult SettingsStore::begin(const Lock& lock) {
 }
 
 StoreResult SettingsStore::load(const RecordInfo& info, Bytes* record) {
-  record->resize(kHeaderSize + info.size + 1);  // one byte more, so that a file that is too long is seen
+  std::array<std::uint8_t, kMostBytes> file;
   std::size_t length = 0;
-  const int error = files_.read(info.name, record->data(), record->size(), &length);
+  // One byte more than the record has, so that a file that is too long is seen.
+  const int error = files_.read(info.name, file.data(), kHeaderSize + info.size + 1, &length);
   if (error == ENOENT) {
     const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
     record->assign(defaults, defaults + info.size);
     return StoreResult::kDone;
   }
   if (error != 0) return fail(info.name, error);
-  record->resize(length);
-  const std::string wrong = decode(info, record);
+  const std::string wrong = decode(info, std::span(file).first(length), record);
   return wrong.empty() ? StoreResult::kDone : fail(info.name, wrong);
 }
 
@@ -247,6 +251,7 @@ const SettingsStore::Known* SettingsStore::known(const RecordInfo& info) const {
 }
 
 void SettingsStore::remember(const RecordInfo& info, Bytes callersCopy, Bytes storedCopy) {
+  known_.reserve(kUsualRecords);
   Known now{&info, std::move(callersCopy), std::move(storedCopy)};
   for (Known& entry : known_) {
     if (entry.info != &info) continue;

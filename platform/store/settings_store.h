@@ -75,8 +75,10 @@ class SettingsStore {
   // one wrote, which its handler has not seen.
   struct Known {
     const RecordInfo* info;
-    Bytes callersCopy;  // last read or written here: what differs from it in the next write is a change
+    Bytes callersCopy;  // last read or written here: what differs from it in the next write is a change;
+                        // empty where it is the stored one
     Bytes storedCopy;   // what the file held after that: when it holds another, another process wrote it
+    const Bytes& callersBytes() const { return callersCopy.empty() ? storedCopy : callersCopy; }
   };
   class Lock;
 

@@ -40,7 +40,7 @@ class StoreFiles {
 // records.
 class PosixStoreFiles final : public StoreFiles {
  public:
-  explicit PosixStoreFiles(std::string folder) : folder_(std::move(folder)) {}
+  explicit PosixStoreFiles(std::string folder) : folder_(std::move(folder) + "/") {}
   ~PosixStoreFiles() override;
   PosixStoreFiles(const PosixStoreFiles&) = delete;
   PosixStoreFiles& operator=(const PosixStoreFiles&) = delete;
@@ -58,7 +58,8 @@ class PosixStoreFiles final : public StoreFiles {
   std::string path(const char* name) const override;
 
  private:
-  std::string folder_;
+  std::string folder_;    // with its slash
+  std::string readPath_;  // that of the last read, for the room that it takes
   int folderDescriptor_ = -1;
   int fileDescriptor_ = -1;
 };

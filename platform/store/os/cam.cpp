@@ -20,9 +20,10 @@ static_assert(sizeof(std::time_t) == sizeof(std::int64_t), "the camera is in use
 constexpr char kActionsFolder[] = "/usr/lib/camera/actions";
 constexpr int kActionMilliseconds = 10'000;
 
+// Lives as long as the process, which has better to do at its end than to tidy up.
 camera::SettingsStore& store() {
-  static camera::PosixStoreFiles files(camera::kSettingsFolder);
-  static camera::SettingsStore store(files, camera::kRecords);
+  static camera::PosixStoreFiles& files = *new camera::PosixStoreFiles(camera::kSettingsFolder);
+  static camera::SettingsStore& store = *new camera::SettingsStore(files, camera::kRecords);
   return store;
 }
 

@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <string_view>
 
 #include "platform/descriptor.h"
@@ -30,6 +31,14 @@ PosixStoreFiles::~PosixStoreFiles() {
   unlock();
 }
 
+std::string PosixStoreFiles::path(const char* name) const {
+  std::string path;
+  const std::size_t length = std::strlen(name);
+  path.reserve(folder_.size() + length);
+  path.append(folder_).append(name, length);
+  return path;
+}
+
 int PosixStoreFiles::lock() {
   folderDescriptor_ = ::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (folderDescriptor_ < 0) return errno;
@@ -46,7 +55,8 @@ void PosixStoreFiles::unlock() {
 }
 
 int PosixStoreFiles::read(const char* name, void* buffer, std::size_t size, std::size_t* length) {
-  int descriptor = ::open(path(name).c_str(), O_RDONLY | O_CLOEXEC);
+  readPath_.assign(folder_).append(name);
+  int descriptor = ::open(readPath_.c_str(), O_RDONLY | O_CLOEXEC);
   if (descriptor < 0) return errno;
   const int error = readOnce(descriptor, buffer, size, length);
   closeDescriptor(&descriptor);
@@ -76,13 +86,6 @@ int PosixStoreFiles::rename(const char* from, const char* to) {
 
 int PosixStoreFiles::remove(const char* name) {
   return errorOf(unlink(path(name).c_str()));
-}
-
-std::string PosixStoreFiles::path(const char* name) const {
-  const std::string_view file = name;
-  std::string path;
-  path.reserve(folder_.size() + 1 + file.size());
-  return path.append(folder_).append(1, '/').append(file);
 }
 
 int PosixStoreFiles::syncFolder() {
