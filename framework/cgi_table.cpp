@@ -7,7 +7,10 @@ namespace camera {
 constexpr CgiEntry kTable[] = {
     {"audio.cgi", create<class AudioCgilet>},
     {"audio_detection.cgi", create<class AudioDetectionCgilet>},
+    {"auto_pan.cgi", create<class AutoPanCgilet>},
+    {"auto_patrol.cgi", create<class AutoPatrolCgilet>},
     {"camera_info.cgi", create<class CameraInfoCgilet>},
+    {"config_auto_patrol.cgi", create<class ConfigAutoPatrolCgilet>},
     {"datetime.cgi", create<class DatetimeCgilet>},
     {"ddns.cgi", create<class DDNSCgilet>},
     {"event_info.cgi", create<class EventInfoCgilet>},
@@ -22,6 +25,14 @@ constexpr CgiEntry kTable[] = {
     {"notify.cgi", create<class NotifyCgilet>},
     {"pppoe.cgi", create<class PPPoECgilet>},
     {"privacy.cgi", create<class PrivacyCgilet>},
+    {"ptz_direction.cgi", create<class PtzDirectionCgilet>},
+    {"ptz_home.cgi", create<class PtzHomeCgilet>},
+    {"ptz_info.cgi", create<class PtzInfoCgilet>},
+    {"ptz_move.cgi", create<class PtzMovementCgilet>},
+    {"ptz_move_rel.cgi", create<class PtzMoveRelCgilet>},
+    {"ptz_pos.cgi", create<class PtzPosCgilet>},
+    {"ptz_preset.cgi", create<class PtzPresetCgilet>},
+    {"ptz_preset_list.cgi", create<class PtzPresetListCgilet>},
     {"rtspurl.cgi", create<class RtspURLCgilet>},
     {"speaker.cgi", create<class SpeakerCgilet>},
     {"stream_auth.cgi", create<class StreamAuthCgilet>},
@@ -44,7 +55,7 @@ std::span<const CgiEntry> cgiTable() {
 
 const CgiEntry* findCgi(std::string_view name) {
   for (const CgiEntry& entry : kTable) {
-    if (name == entry.name) return &entry;
+    if (entry.name == name) return &entry;
   }
   return nullptr;
 }
