@@ -9,7 +9,7 @@ class InfCgilet;
 namespace camera {
 
 struct CgiEntry {
-  std::string_view name;
+  const char* name;
   InfCgilet* (*create)();  // a new handler, owned by the caller
 };
 
