@@ -9,7 +9,7 @@ class InfCgilet;
 namespace camera {
 
 struct CgiEntry {
-  const char* name;
+  std::string_view name;
   InfCgilet* (*create)();  // a new handler, owned by the caller
 };
 

@@ -68,7 +68,7 @@ class Endpoint : public InfCgilet {
   // Fills the records in order, up to the first that cannot be read. 200 or 500.
   template <class... Records>
   int read(Records&... records) {
-    return (... && noteRead(RecordCalls<Records>::name, RecordCalls<Records>::get(&records))) ? 200 : 500;
+    return (... && noteRead(RecordCalls<Records>::kName, RecordCalls<Records>::get(&records))) ? 200 : 500;
   }
 
   // Takes the request's parameters into the state, a copy and of the type that the table is for. 200 or 400.
@@ -82,7 +82,7 @@ class Endpoint : public InfCgilet {
   void write(const Record& record, unsigned char flag) {
     if (writeResult_ != 0) return;
     begin();
-    noteWrite(RecordCalls<Record>::name, RecordCalls<Record>::set(&record, &actions_, flag));
+    noteWrite(RecordCalls<Record>::kName, RecordCalls<Record>::set(&record, &actions_, flag));
   }
   template <class Record>
   void writeChanged(const Record& read, const Record& wanted, unsigned char flag) {

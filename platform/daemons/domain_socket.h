@@ -18,6 +18,6 @@ class DomainSocket {
 
  protected:
   std::int32_t descriptor_ = -1;  // -1 while closed
-  std::int32_t limit_;            // seconds
+  std::int32_t limit_;            // seconds that are left; without any nobody is reached
 };
 static_assert(sizeof(DomainSocket) == sizeof(void*) + 8);

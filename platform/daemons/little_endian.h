@@ -25,4 +25,16 @@ void storeLittle(void* bytes, Number number) {
   }
 }
 
+// A number in a record that is laid out as it travels: no alignment, no padding.
+template <class Number>
+class Little {
+ public:
+  Little() = default;
+  Little(Number number) { storeLittle(bytes_, number); }
+  operator Number() const { return loadLittle<Number>(bytes_); }
+
+ private:
+  unsigned char bytes_[sizeof(Number)];
+};
+
 }  // namespace camera

@@ -41,6 +41,9 @@ class MultiReceiver {
   // over. 0 with the package filled, or -1, and the package untouched.
   int Wait(std::uint32_t events, _MultiCastPackage_* package, int seconds, int microseconds);
 
+  // Whole seconds, on a clock that setting the time does not move.
+  int secondsSinceInit() const;
+
  private:
   using Clock = std::chrono::steady_clock;
   static constexpr std::size_t kBatch = 64;
@@ -50,6 +53,7 @@ class MultiReceiver {
   bool fetch(Clock::time_point end);
 
   int descriptor_ = -1;
+  Clock::time_point begin_;
   std::vector<in_addr_t> ownAddresses_;  // in network byte order
   std::array<_MultiCastPackage_, kBatch> batch_;
   std::size_t next_ = 0;

@@ -180,7 +180,7 @@ void PIB::parse(std::string file) {
   data->text = std::move(file);
   std::string_view text = data->text;
   std::array<bool, std::size(kKeys)> seen{};
-  const Key* key = kKeys;
+  const Key* next = kKeys;
   for (int number = 1; !text.empty(); ++number) {
     std::string_view line = takeUntil('\n', &text);
     line = takeUntil('#', &line);
@@ -188,7 +188,7 @@ void PIB::parse(std::string file) {
     const std::string_view name = takeUntil('=', &value);
     const bool hasValue = name.size() < line.size();
     if (!hasValue && trimmed(line).empty()) continue;
-    key = findKey(trimmed(name), key);
+    const Key* key = findKey(trimmed(name), next);
     const auto index = static_cast<std::size_t>(key - kKeys);
     if (!hasValue || key == std::end(kKeys) || seen[index] ||
         !std::visit(Reader{*this, *data, trimmed(value)}, key->target)) {
@@ -196,6 +196,7 @@ void PIB::parse(std::string file) {
       throw PIBError();
     }
     seen[index] = true;
+    next = key + 1;
   }
   if (!areDisplaySystems(data->displaySystems)) {
     dbg_log("product information: display_systems: not understood");

@@ -35,7 +35,7 @@ struct RecordCalls;
 #define CAMERA_RECORD_CALLS(record, type)           \
   template <>                                       \
   struct RecordCalls<type> {                        \
-    static constexpr const char* name = #record;    \
+    static constexpr const char* kName = #record;   \
     static constexpr auto* get = &cam_get_##record; \
     static constexpr auto* set = &cam_set_##record; \
   };

@@ -31,6 +31,14 @@ std::size_t collectBody(char* data, std::size_t size, std::size_t count, void* t
   return size * count;
 }
 
+sockaddr_in loopback(int port) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(static_cast<std::uint16_t>(port));
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  return address;
+}
+
 }  // namespace
 
 pid_t start(const Command& command, const std::string& in, const std::string& out, const std::string& err) {
@@ -57,9 +65,7 @@ int waitFor(pid_t pid) {
 
 int listenSomewhere(int* port) {
   const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  sockaddr_in address = loopback(0);
   socklen_t size = sizeof address;
   check(bind(descriptor, reinterpret_cast<sockaddr*>(&address), size) == 0 && listen(descriptor, 8) == 0 &&
             getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &size) == 0,
@@ -104,6 +110,23 @@ Reply fetch(int port, const std::string& path, const std::vector<std::string>& r
   return reply;
 }
 
+std::string exchange(int port, const std::string& line, const std::string& rest) {
+  const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const sockaddr_in address = loopback(port);
+  check(connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0, "no answer");
+  const std::string host = rest.starts_with("Host: ") ? "" : "Host: 127.0.0.1\r\n";
+  const std::string request = line + " HTTP/1.1\r\nConnection: close\r\n" + host + rest + "\r\n";
+  send(descriptor, request.data(), request.size(), MSG_NOSIGNAL);  // less where the server has seen enough
+  std::string reply;
+  char buffer[4096];
+  for (ssize_t size = 1; size > 0;) {
+    size = recv(descriptor, buffer, sizeof buffer, 0);
+    if (size > 0) reply.append(buffer, static_cast<std::size_t>(size));
+  }
+  close(descriptor);
+  return reply;
+}
+
 std::string readFile(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
@@ -125,11 +148,11 @@ std::vector<pid_t> processesOf(const TemporaryFolder& folder, const std::string&
   return found;
 }
 
-Camera::Camera(Command options) : options_{std::move(options)} {
+Camera::Camera() {
   std::filesystem::create_directory(state());
-  const Output stored =
-      inside({"camera-settings", "set", "httpsvr", "http_port=" + std::to_string(freePort())});
-  check(stored.status == 0, "no settings: " + stored.err);
+  const std::string product = readFile(CAMERA_SOURCE_DIR "/virtual-camera/products/full/product.conf");
+  writeFile(state() / "factory-settings", "httpsvr http_port=" + std::to_string(factoryPort) + "\n");
+  writeFile(state() / "product.conf", product + "interface.eth0 = lo\n");
 }
 
 Camera::~Camera() {
@@ -137,9 +160,7 @@ Camera::~Camera() {
 }
 
 Command Camera::sandbox(const std::string& program) const {
-  Command command{CAMERA_SOURCE_DIR "/virtual-camera/" + program, "--state", state()};
-  command.insert(command.end(), options_.begin(), options_.end());
-  return command;
+  return {CAMERA_SOURCE_DIR "/virtual-camera/" + program, "--state", state()};
 }
 
 void Camera::boot() {

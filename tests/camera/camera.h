@@ -36,6 +36,9 @@ int listenSomewhere(int* port);
 int freePort();
 Reply fetch(int port, const std::string& path, const std::vector<std::string>& requestHeaders = {},
             const std::string* body = nullptr);
+// Sends a request as it stands, its line without the version, and returns the reply, its head included. A
+// Host is added where the rest, headers and perhaps a body, does not begin with one.
+std::string exchange(int port, const std::string& line, const std::string& rest);
 std::string readFile(const std::filesystem::path& path);
 void writeFile(const std::filesystem::path& path, const std::string& content);
 
@@ -54,10 +57,10 @@ bool within(double seconds, Condition condition) {
 // the ones whose command line begins so.
 std::vector<pid_t> processesOf(const TemporaryFolder& folder, const std::string& program = {});
 
+// A camera with a web server on a port of its own, which is the factory's, too.
 class Camera {
  public:
-  // Options of the sandbox, such as other actions. The camera is off.
-  explicit Camera(Command options = {});
+  Camera();  // as it left the factory, with every feature; off
   ~Camera();
 
   void boot();  // returns when it answers
@@ -76,11 +79,12 @@ class Camera {
   std::string log() const { return readFile(state() / "log" / "camera.log"); }
   int port() const;  // where it said last that it answers
 
+  const int factoryPort = freePort();
+
  private:
   Command sandbox(const std::string& program) const;
 
   TemporaryFolder folder_;
-  Command options_;
   pid_t boot_ = 0;
 };
 

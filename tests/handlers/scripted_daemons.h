@@ -40,8 +40,8 @@ struct ScriptedDaemons {
 
   // What arrives while a request listens, so many milliseconds after it began to, in order.
   std::vector<std::pair<int, _MultiCastPackage_>> packages;
-  std::uint32_t mask = 0;        // what it listened for
-  std::int64_t clock = 999'700;  // milliseconds; time(2) tells it, and nothing but listening takes time
+  std::uint32_t mask = 0;  // what it listened for
+  std::int64_t clock = 0;  // milliseconds; nothing but listening takes time
   std::int64_t began = 0;
   std::size_t heard = 0;
 

@@ -11,6 +11,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "framework/checks.h"
 #include "platform/clock/clock.h"
 #include "platform/log.h"
 #include "platform/product/pib.h"
@@ -19,6 +20,7 @@
 #include "platform/store/cam.h"
 #include "platform/store/record_fields.h"
 #include "platform/store/record_text.h"
+#include "platform/store/route.h"
 #include "tests/handlers/scripted_daemons.h"
 
 namespace camera::test {
@@ -79,9 +81,16 @@ int readRecord(RecordIndex index, void* record) {
   return result;
 }
 
+int answerWrite(const std::string& call) {
+  const int result = answer(call);
+  scripted().isContested = scripted().isContested || result == kOvertaken;
+  scripted().wasOvertaken = scripted().isContested && (result == 0 || result == kOvertaken);
+  return scripted().wasOvertaken ? 1 : result;
+}
+
 int writeRecord(RecordIndex index, const void* record, _cam_actions* actions, unsigned char flag) {
   const auto i = static_cast<std::size_t>(index);
-  const int result = answer(std::string{"set "} + kRecords[i]->name + " " + std::to_string(flag));
+  const int result = answerWrite(std::string{"set "} + kRecords[i]->name + " " + std::to_string(flag));
   EXPECT_EQ(actions, scripted().cleaned) << "its actions were not cleaned";
   EXPECT_EQ(firstInvalid(*kRecords[i], record), "") << "of " << kRecords[i]->name << " is out of bounds";
   forEachElement(*kRecords[i], [&](const Field& field, unsigned /*index*/, std::size_t offset) {
@@ -89,9 +98,6 @@ int writeRecord(RecordIndex index, const void* record, _cam_actions* actions, un
     const bool kept = std::memcmp(static_cast<const char*>(record) + offset, stored, field.width) == 0;
     EXPECT_TRUE(kept || field.kind != FieldKind::kReserved) << kRecords[i]->name << "." << field.name;
   });
-  scripted().isContested = scripted().isContested || result == kOvertaken;
-  scripted().wasOvertaken = scripted().isContested && (result == 0 || result == kOvertaken);
-  if (scripted().wasOvertaken) return 1;
   if (result != 0) return result;
   std::memcpy(scripted().records[i].data(), record, kRecords[i]->size);
   actions->records |= recordBit(index);
@@ -143,6 +149,8 @@ void ScriptedPlatform::store(const std::string& state) {
       sites.push_back(parseSite(value));
     else if (name == "line")
       printed.push_back(value + "\n");
+    else if (name == "route")
+      route = value;
     else if (name == "rssi")
       rssi = std::stoi(value);
     else if (name == "time")
@@ -263,6 +271,19 @@ std::string sensor_get_all_max_exposure_time() {
 int cam_reset_image(_image_setting* record) {
   const int result = answer("set image to factory");
   if (result == 0) std::memcpy(record, camera::imageRecord.defaults, camera::imageRecord.size);
+  return result;
+}
+
+int cam_get_route(char* route, std::size_t size) {
+  const int result = answer("get route");
+  EXPECT_TRUE(result != 0 || camera::copyText(route, size, scripted().route));
+  return result;
+}
+
+int cam_set_route(const char* route) {
+  const int result = camera::test::answerWrite("set route");
+  EXPECT_TRUE(camera::isRoute(route)) << route;
+  if (result == 0) scripted().route = route;
   return result;
 }
 

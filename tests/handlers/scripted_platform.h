@@ -28,6 +28,8 @@ struct ScriptedPlatform {
   bool isContested = false;   // another process comes first at every write, until the store is held
   bool wasOvertaken = false;  // the last one was
 
+  std::string route;  // of the patrol
+
   std::map<std::string, std::string> product;  // the lines of product.conf
   std::map<std::string, IF_INFO> interfaces;   // the active ones, by the camera's name
   std::vector<sitelist> sites;                 // what the survey heard
@@ -42,6 +44,7 @@ struct ScriptedPlatform {
   void reset(const std::string& state = "");
   // Changes the state by words of these forms, in which a + is a space:
   //   lan.dhcp=1        a setting, in the text form of camera-settings
+  //   route=1,4,2       the patrol's route
   //   product=          no line in product.conf
   //   product.has_mic=0 this line; a key that nobody knows makes the file unreadable
   //   eth0=10.0.0.2     this interface is active (empty: not), behind 192.168.0.1

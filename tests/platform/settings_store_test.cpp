@@ -9,6 +9,7 @@
 #include <cstring>
 #include <functional>
 
+#include "platform/store/record_fields.h"
 #include "platform/store/records/httpsvr.h"
 #include "tests/platform/memory_disk.h"
 #include "tests/platform/sample_record.h"
@@ -51,6 +52,11 @@ bool same(const Sample& one, const Sample& other) {
 struct Store : testing::Test {
   MemoryDisk disk;
 };
+
+// Who reads a record that was never stored must be able to write it back.
+TEST(EveryRecord, HasDefaultsWithinItsBounds) {
+  for (const RecordInfo* info : kRecords) EXPECT_EQ(firstInvalid(*info, info->defaults), "") << info->name;
+}
 
 TEST(StoreFile, WithoutAFolderReadsTheDefaults) {
   PosixStoreFiles nowhere(testing::TempDir() + "no-such-folder");

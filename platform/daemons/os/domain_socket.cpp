@@ -14,8 +14,8 @@ int DomainSocket::open(const char* path) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
   const std::size_t length = std::strlen(path);
-  if (length >= sizeof address.sun_path) {
-    errno = ENAMETOOLONG;
+  if (length >= sizeof address.sun_path || limit_ <= 0) {
+    errno = limit_ <= 0 ? ETIMEDOUT : ENAMETOOLONG;
     return -1;
   }
   std::memcpy(address.sun_path, path, length);

@@ -47,12 +47,14 @@ bool receive(int descriptor, Clock::time_point deadline, char* reply, std::size_
 
 int IpcClient::send_cmd(const char* path, const void* request, std::size_t length, void* reply,
                         std::size_t capacity) {
-  const auto deadline = Clock::now() + std::chrono::seconds(limit_);
+  const auto begin = Clock::now();
+  const auto deadline = begin + std::chrono::seconds(limit_);
   std::memset(reply, 0, capacity);
   const bool answered = open(path) == 0 &&
                         send(descriptor_, request, length, MSG_NOSIGNAL) == static_cast<ssize_t>(length) &&
                         receive(descriptor_, deadline, static_cast<char*>(reply), capacity);
   if (!answered) dbg_log("daemon %s: %s", path, std::strerror(errno));
   close();
+  limit_ -= static_cast<std::int32_t>(std::chrono::floor<std::chrono::seconds>(Clock::now() - begin).count());
   return answered ? 0 : -1;
 }

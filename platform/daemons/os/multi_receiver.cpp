@@ -73,6 +73,7 @@ MultiReceiver::~MultiReceiver() {
 }
 
 int MultiReceiver::Init(int /*reserved*/) {
+  begin_ = Clock::now();
   descriptor_ = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
   if (descriptor_ < 0 || !takeOnlyPackages(descriptor_) || !bindToGroup(descriptor_)) {
     dbg_log("status packages: %s", std::strerror(errno));
@@ -102,6 +103,10 @@ void MultiReceiver::joinEverywhere() {
 bool MultiReceiver::isOwn(in_addr source) const {
   return ntohl(source.s_addr) >> IN_CLASSA_NSHIFT == IN_LOOPBACKNET ||
          std::find(ownAddresses_.begin(), ownAddresses_.end(), source.s_addr) != ownAddresses_.end();
+}
+
+int MultiReceiver::secondsSinceInit() const {
+  return static_cast<int>(std::chrono::floor<std::chrono::seconds>(Clock::now() - begin_).count());
 }
 
 int MultiReceiver::Wait(std::uint32_t events, _MultiCastPackage_* package, int seconds, int microseconds) {

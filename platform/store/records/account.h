@@ -16,6 +16,9 @@ struct _account_setting {
   std::uint8_t reserved1[389];
 };
 static_assert(sizeof(_account_setting) == 1800 && std::is_trivially_copyable_v<_account_setting>);
+static_assert(offsetof(_account_setting, admin_name) == 1);
 static_assert(offsetof(_account_setting, admin_password) == 33);
 static_assert(offsetof(_account_setting, max_users) == 65);
+static_assert(offsetof(_account_setting, user_count) == 66);
+static_assert(offsetof(_account_setting, user_name) == 67);
 static_assert(offsetof(_account_setting, user_password) == 739);

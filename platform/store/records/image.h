@@ -30,3 +30,6 @@ struct _image_setting {
 };
 static_assert(sizeof(_image_setting) == 180 && std::is_trivially_copyable_v<_image_setting>);
 static_assert(offsetof(_image_setting, max_exposure_time) == 160);
+static_assert(offsetof(_image_setting, brightness) == 167);
+static_assert(offsetof(_image_setting, backlight_level) == 176);
+static_assert(offsetof(_image_setting, black_white) == 178);

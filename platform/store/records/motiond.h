@@ -14,3 +14,5 @@ struct _motiond_setting {
   std::int32_t pir_sensitivity;  // of the infrared sensor: 0, 50 or 100
 };
 static_assert(sizeof(_motiond_setting) == 520 && std::is_trivially_copyable_v<_motiond_setting>);
+static_assert(offsetof(_motiond_setting, mbmask) == 3);
+static_assert(offsetof(_motiond_setting, pir_sensitivity) == 516);

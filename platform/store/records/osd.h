@@ -11,3 +11,4 @@ struct _osd_setting {
   char label[34];
 };
 static_assert(sizeof(_osd_setting) == 36 && std::is_trivially_copyable_v<_osd_setting>);
+static_assert(offsetof(_osd_setting, label) == 2);

@@ -28,3 +28,4 @@ static_assert(offsetof(_profile_setting, quality) == 25);
 static_assert(offsetof(_profile_setting, quality_mode) == 40);
 static_assert(offsetof(_profile_setting, bit_rate) == 48);
 static_assert(offsetof(_profile_setting, display_system) == 68);
+static_assert(offsetof(_profile_setting, display_subtype) == 69);

@@ -7,8 +7,8 @@
 
 struct _sd_setting {
   std::int32_t full_threshold;  // in 1024 units: with no more than that free, the card is full
-  std::uint8_t
-      state;  // 2 ready, 3 protected, 4 invalid, 5 full, 6 over capacity, 8 to initialise, 9 formatting
+  // 2 ready, 3 protected, 4 invalid, 5 full, 6 over capacity, 8 to initialise, 9 formatting, 10 recording
+  std::uint8_t state;
   std::uint8_t reserved[3];
   std::int32_t total;
   std::int32_t free;

@@ -1,0 +1,103 @@
+// detection_push.cgi: the detections of sound, motion and heat, and what each pushes to clients, in one
+// request.
+#include <algorithm>
+#include <type_traits>
+
+#include "handlers/endpoint.h"
+#include "platform/store/records/audiodetection.h"
+#include "platform/store/records/gpio.h"
+#include "platform/store/records/motiond.h"
+#include "platform/store/records/system.h"
+
+namespace camera {
+namespace {
+
+struct Detections {
+  _audio_detection_setting sound;
+  _motiond_setting motion;
+  _gpio_setting gpio;
+  bool hasPir;
+};
+
+constexpr std::size_t kWholePicture = 300;  // digits of a motion mask that watches every block
+
+bool hasPir(const Detections& detections) {
+  return detections.hasPir;
+}
+
+bool isSoundSensitivity(int number) {
+  return number >= 50 && number <= 90 && number % 5 == 0;
+}
+bool isMotionSensitivity(int number) {
+  return number >= 0 && number <= 100;
+}
+bool isPirSensitivity(int number) {
+  return number == 0 || number == 50 || number == 100;
+}
+
+// A number of which leading digits count: what follows them is dropped, and what has none is 0.
+template <auto kAccepts, auto... kPath>
+constexpr auto leadingNumberParam(const char* name, const char* accepted) {
+  auto row = paramRow<kPath...>(name, kOwnParam).storingNumber().saying(accepted);
+  row.take = [](std::string_view value, void* state) {
+    using Field = params::ValueOf<kPath...>;
+    const int number = leadingInteger(value);
+    if (!kAccepts(number)) return false;
+    *static_cast<Field*>(params::locate<Detections, kPath...>(state)) = static_cast<Field>(number);
+    return true;
+  };
+  return row;
+}
+
+constexpr auto kParams = paramRows<Detections>(
+    choiceParam<&Detections::sound, &_audio_detection_setting::enable>("sound_enable", kNoYes),
+    leadingNumberParam<isSoundSensitivity, &Detections::sound, &_audio_detection_setting::sensitivity>(
+        "sound_sensitivity", "50 to 90, a multiple of 5"),
+    choiceParam<&Detections::sound, &_audio_detection_setting::push>("sound_push", kNoYes),
+    choiceParam<&Detections::motion, &_motiond_setting::enable>("motion_enable", kNoYes),
+    leadingNumberParam<isMotionSensitivity, &Detections::motion, &_motiond_setting::sensitivity>(
+        "motion_sensitivity", "0 to 100"),
+    choiceParam<&Detections::motion, &_motiond_setting::push>("motion_push", kNoYes),
+    choiceParam<&Detections::gpio, &_gpio_setting::pir>("pir_enable", kNoYes).onlyIf<hasPir>(),
+    leadingNumberParam<isPirSensitivity, &Detections::motion, &_motiond_setting::pir_sensitivity>(
+        "pir_sensitivity", "0, 50 or 100")
+        .onlyIf<hasPir>());
+
+// Watches the whole picture, in a mask of the length that it has.
+void watchAll(_motiond_setting* motion) {
+  char(&mask)[sizeof motion->mbmask] = motion->mbmask;
+  setText(mask, std::string(std::min(strnlen(mask, sizeof mask), kWholePicture), 'F'));
+}
+
+}  // namespace
+
+class DetectionPushCgilet final : public StateEndpoint<Detections> {
+ public:
+  DetectionPushCgilet() : StateEndpoint(kParams) {}
+
+ private:
+  int load() override {
+    // Nothing of system is reported, but a camera whose store fails is not well.
+    _system_setting system;
+    if (read(state.sound, state.motion, state.gpio, system) != 200) return 500;
+    const PIB* known = product();
+    if (known == nullptr) return 500;
+    state.hasPir = known->has_pir != 0;
+    return 200;
+  }
+
+  int carryOut(Detections& wanted) override {
+    // Switched on again, it is told to the motion detection again.
+    const bool startsMotion = given("motion_enable") && wanted.motion.enable != 0;
+    if (startsMotion) watchAll(&wanted.motion);
+    begin();  // a transaction also where nothing changed
+    writeChanged(state.sound, wanted.sound, 0);
+    if (startsMotion || differ(state.motion, wanted.motion)) write(wanted.motion, 1);
+    writeChanged(state.gpio, wanted.gpio, 1);
+    return commit();
+  }
+};
+
+template InfCgilet* create<DetectionPushCgilet>();
+
+}  // namespace camera

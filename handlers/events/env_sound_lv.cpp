@@ -1,0 +1,26 @@
+// env_sound_lv.cgi: how loud it is at the camera now.
+#include "handlers/endpoint.h"
+#include "handlers/events/status_packages.h"
+
+namespace camera {
+namespace {
+
+constexpr int kListeningSeconds = 2;
+
+}  // namespace
+
+class EnvSoundLevelCgilet final : public ReadOnlyEndpoint {
+  int reply() override {
+    std::uint8_t level = 0;
+    listen(kSoundLevelEvent, kListeningSeconds, [&level](const _MultiCastPackage_& package) {
+      level = lowByte(package.value);
+      return false;
+    });
+    pair("audio_detect_val", level);
+    return 200;
+  }
+};
+
+template InfCgilet* create<EnvSoundLevelCgilet>();
+
+}  // namespace camera

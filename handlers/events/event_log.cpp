@@ -1,0 +1,50 @@
+// event_log.cgi: the lines of the camera's log that tell of a detection, each with a mark of its kind.
+#include <algorithm>
+
+#include "handlers/endpoint.h"
+#include "platform/shell.h"
+
+namespace camera {
+namespace {
+
+constexpr char kPrintLog[] = "send_cmd logd 402";
+
+// The first phrase that a line holds tells its kind.
+struct Kind {
+  std::string_view phrase;
+  std::string_view mark;
+};
+constexpr Kind kKinds[] = {
+    {"by Motion Detection", "md "},       {"by Sound Detection", "sd "}, {"by Hot Thermal Detection", "th "},
+    {"by Cold Thermal Detection", "tc "}, {"by Digital Input", "di "},
+};
+
+// Appends a line of the log, or a piece of a long one, to the reply in the context.
+void keepDetection(const char* piece, void* context) {
+  const std::string_view line = piece;
+  const auto* kind = std::find_if(std::begin(kKinds), std::end(kKinds),
+                                  [line](const Kind& k) { return line.find(k.phrase) != line.npos; });
+  if (kind != std::end(kKinds)) static_cast<std::string*>(context)->append(kind->mark).append(line);
+}
+
+constexpr std::array<ParamRow, 0> kNoParams{};
+
+}  // namespace
+
+class EventLogCgilet final : public Endpoint {
+ public:
+  EventLogCgilet() : Endpoint({kNoParams, UnknownNames::kIgnore}) {}
+
+ private:
+  // A log that cannot be had is an empty one.
+  int load() override {
+    read_command(kPrintLog, keepDetection, &body);
+    return 200;
+  }
+  int apply() override { return 200; }
+  int reply() override { return 200; }
+};
+
+template InfCgilet* create<EventLogCgilet>();
+
+}  // namespace camera

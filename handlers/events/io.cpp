@@ -1,0 +1,97 @@
+// io.cgi: the states of the digital inputs and outputs, and the switches of the outputs.
+#include <algorithm>
+
+#include "handlers/endpoint.h"
+#include "handlers/events/daemon_command.h"
+#include "handlers/events/numbered.h"
+
+namespace camera {
+namespace {
+
+// 1 on, 0 off; of those that the request gave.
+struct Switches {
+  std::int32_t out1;
+  std::int32_t out2;
+  std::int32_t out3;
+  std::int32_t out4;
+};
+
+constexpr auto kParams = paramRows<Switches>(
+    choiceParam<&Switches::out1>("out1", kOffOn), choiceParam<&Switches::out2>("out2", kOffOn),
+    choiceParam<&Switches::out3>("out3", kOffOn), choiceParam<&Switches::out4>("out4", kOffOn));
+static_assert(kParams.size() == kMostLines);
+
+// A product's lines as far as the daemon has commands for them.
+int handledLines(std::uint32_t count) {
+  return static_cast<int>(std::min<std::uint32_t>(count, kMostLines));
+}
+
+}  // namespace
+
+class IOCgilet final : public Endpoint {
+ public:
+  IOCgilet() : Endpoint(ParamTable<Switches>(kParams)) {}
+
+ private:
+  int load() override {
+    const PIB* known = product();
+    if (known == nullptr) return 500;
+    inputs_ = handledLines(known->input_count);
+    outputs_ = handledLines(known->output_count);
+    return inputs_ + outputs_ > 0 ? 200 : fail(404, "this camera has no digital inputs and outputs");
+  }
+
+  // What was switched before a failure stays switched.
+  int apply() override {
+    for (const ParamRow& row : parameters().subspan(static_cast<std::size_t>(outputs_))) {
+      if (queries.find(row.name) != queries.end()) return fail(400, unknownParam(row.name));
+    }
+    Switches wanted{};
+    if (take(&wanted) != 200) return 400;
+    const std::int32_t states[] = {wanted.out1, wanted.out2, wanted.out3, wanted.out4};
+    for (std::size_t i = 0; i < kParams.size(); ++i) {
+      if (!given(kParams[i].name)) continue;
+      const std::int32_t first = states[i] != 0 ? kSwitchOutputOn : kSwitchOutputOff;
+      if (command(first + static_cast<std::int32_t>(i)) != 200) return 500;
+    }
+    return 200;
+  }
+
+  // A request that switches is answered with the outputs alone.
+  int reply() override {
+    const struct {
+      const char* name;
+      std::int32_t readFirst;
+      int count;
+    } kinds[] = {{"in", kReadInput, queries.empty() ? inputs_ : 0}, {"out", kReadOutput, outputs_}};
+    for (int i = 0; i < kMostLines; ++i) {
+      for (const auto& [name, readFirst, count] : kinds) {
+        if (i < count && report(name, readFirst, i) != 200) return 500;
+      }
+    }
+    return 200;
+  }
+
+  int report(const char* kind, std::int32_t readFirst, int index) {
+    std::int32_t state = 0;
+    const int result = command(readFirst + index, &state);
+    pair(numbered(kind, index + 1), kOffOn[state == 1 ? 1 : 0]);
+    return result;
+  }
+
+  int command(std::int32_t code, std::int32_t* state = nullptr) {
+    DaemonAnswer answer;
+    if (!askDaemon(client_, kIoDaemon, code, 0, &answer)) return fail(500, "the I/O daemon does not answer");
+    if (answer.result != 0) return fail(500, "the I/O daemon refuses");
+    if (state != nullptr) *state = answer.state;
+    return 200;
+  }
+
+  IpcClient client_;
+  int inputs_ = 0;
+  int outputs_ = 0;
+};
+
+template InfCgilet* create<IOCgilet>();
+
+}  // namespace camera

@@ -1,0 +1,151 @@
+// notify.cgi: what goes on at the camera now, as its daemons tell those who listen for a few seconds.
+#include "handlers/endpoint.h"
+#include "handlers/events/daemon_command.h"
+#include "handlers/events/numbered.h"
+#include "handlers/events/status_packages.h"
+#include "platform/store/records/audio.h"
+#include "platform/store/records/host.h"
+#include "platform/store/records/ir.h"
+
+namespace camera {
+namespace {
+
+constexpr int kListeningSeconds = 4;
+constexpr std::int32_t kAskingSeconds = 25;  // a client waits no longer than for any other command
+constexpr std::uint32_t kEvents = kMotionEvent | kUnusedEvent | kRecordingEvent | 0xF * kInputEvent |
+                                  kSoundEvent | kSpeakerOccupiedEvent | kMicMutedEvent | kSoundLevelEvent;
+static_assert(kEvents == 0x8340F7);
+
+// What the packages told: 0 off, 1 on, of outputs also other states.
+struct Status {
+  std::uint8_t motion;
+  std::int32_t motionValue;
+  std::uint8_t input[kMostLines];
+  std::uint8_t output[kMostLines];
+  std::uint8_t storageFull;
+  std::uint8_t storageFailed;
+  std::uint8_t recording;
+  std::uint8_t soundDetected;
+  std::uint8_t soundLevel;
+  std::uint8_t speakerOccupied;
+  std::uint8_t micMuted;
+  std::uint8_t pir;
+};
+
+void foldStorage(const _MultiCastPackage_& package, Status* status) {
+  if ((package.event & kRecordingEvent) != 0) {
+    status->recording = package.flags == 0 ? 1 : 0;
+    if (package.flags == 0) status->storageFull = status->storageFailed = 0;
+  }
+  if ((package.flags & kStorageFullFlag) != 0) {
+    status->storageFull = 1;
+    status->storageFailed = 0;
+  }
+  if ((package.flags & kStorageFailedFlag) != 0) {
+    status->storageFailed = 1;
+    status->storageFull = 0;
+  }
+}
+
+void foldLines(const _MultiCastPackage_& package, Status* status) {
+  for (int i = 0; i < kMostLines; ++i) {
+    if ((package.event & kInputEvent << i) != 0) status->input[i] = 1;
+    if ((package.event & kOutputEvent << i) != 0) status->output[i] = lowByte(package.value2);
+  }
+}
+
+void foldSound(const _MultiCastPackage_& package, Status* status) {
+  if ((package.event & kSoundEvent) != 0) status->soundDetected = 1;
+  if ((package.event & (kSoundEvent | kSoundLevelEvent)) != 0) status->soundLevel = lowByte(package.value);
+  if ((package.event & kSpeakerOccupiedEvent) != 0) status->speakerOccupied = 1;
+  if ((package.event & kMicMutedEvent) != 0) status->micMuted = 1;
+}
+
+void fold(const _MultiCastPackage_& package, Status* status) {
+  if ((package.event & kMotionEvent) != 0) {
+    status->motion = 1;
+    status->motionValue = package.value;
+  }
+  if ((package.flags & kPirFlag) != 0) status->pir = 1;
+  foldStorage(package, status);
+  foldLines(package, status);
+  foldSound(package, status);
+}
+
+}  // namespace
+
+class NotifyCgilet final : public ReadOnlyEndpoint {
+  int reply() override {
+    const PIB* known = product();
+    if (known == nullptr) return 500;
+    listen(kEvents, kListeningSeconds, [this](const _MultiCastPackage_& package) {
+      fold(package, &status_);
+      return true;
+    });
+    replyDetections();
+    replyLines(*known);
+    if (replyParts(*known) != 200) return 500;
+    state("audio_detected", status_.soundDetected);
+    pair("audio_detect_val", status_.soundLevel);
+    if (known->has_speaker != 0) state("speaker_occupied", status_.speakerOccupied);
+    state("mic_muted", status_.micMuted);
+    _host_setting host;
+    if (read(host) == 200) pair("cameraname", host.name);
+    return 200;
+  }
+
+  void replyDetections() {
+    state("md1", status_.motion);
+    pair("mdv1", status_.motionValue);
+    state("pir", status_.pir);
+    if (status_.storageFull != 0) state("storagefull", status_.storageFull);
+    if (status_.storageFailed != 0) state("storagefail", status_.storageFailed);
+    state("recording", status_.recording);
+  }
+
+  // Lines beyond those that packages and commands can tell of count as off.
+  void replyLines(const PIB& product) {
+    for (std::uint32_t i = 0; i < product.input_count; ++i) {
+      state(numbered("input", std::int64_t{i} + 1), i < kMostLines ? status_.input[i] : 0);
+    }
+    IpcClient client{kAskingSeconds};
+    for (std::uint32_t i = 0; i < product.output_count; ++i) {
+      int output = i < kMostLines ? status_.output[i] : 0;
+      if (output == 0 && i < kMostLines) output = askOutput(client, static_cast<std::int32_t>(i));
+      state(numbered("output", std::int64_t{i} + 1), output);
+    }
+  }
+
+  // What is switched by settings, no daemon tells.
+  int replyParts(const PIB& product) {
+    state("vsignal", 1);
+    _audio_setting audio{};
+    _ir_setting ir{};
+    const bool hasSound = product.has_speaker != 0 || product.has_mic != 0;
+    if (hasSound && read(audio) != 200) return 500;
+    if (product.has_irled != 0 && read(ir) != 200) return 500;
+    if (product.has_speaker != 0) state("speaker", audio.speaker_enable);
+    if (product.has_mic != 0) state("mic", audio.mic_enable);
+    if (product.has_irled != 0) state("irled", ir.ir_led);
+    return 200;
+  }
+
+  static int askOutput(IpcClient& client, std::int32_t index) {
+    DaemonAnswer answer;
+    const bool isOn = askDaemon(client, kIoDaemon, kReadOutput + index, 0, &answer) && answer.state == 1;
+    return isOn ? 1 : 0;
+  }
+
+  // A state without a word has no line.
+  void state(std::string_view key, int value) {
+    static constexpr const char* kWords[] = {"off", "on", "fail"};
+    const auto index = static_cast<std::size_t>(value);
+    if (index < std::size(kWords)) pair(std::string{key}, kWords[index]);
+  }
+
+  Status status_{};
+};
+
+template InfCgilet* create<NotifyCgilet>();
+
+}  // namespace camera

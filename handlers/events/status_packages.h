@@ -1,0 +1,46 @@
+// Listening to what the camera's daemons tell everyone: which report carries which bit.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/daemons/multi_receiver.h"
+
+namespace camera {
+
+// Bits of a package's event word; of inputs and outputs that of the first line, those of the next follow.
+enum StatusEvent : std::uint32_t {
+  kMotionEvent = 0x1,  // its value is how much
+  kUnusedEvent = 0x2,
+  kRecordingEvent = 0x4,  // its flags are 0 while recording runs
+  kInputEvent = 0x10,
+  kOutputEvent = 0x100,  // its value2 is the state
+  kSoundEvent = 0x4000,  // its value is the level
+  kSpeakerOccupiedEvent = 0x10000,
+  kMicMutedEvent = 0x20000,
+  kSoundLevelEvent = 0x800000,  // its value is the level
+};
+
+// Bits of the flags word, of any package.
+enum StatusFlag : std::uint32_t {
+  kPirFlag = 0x1,
+  kStorageFullFlag = 0x10,
+  kStorageFailedFlag = 0x20,
+};
+
+inline std::uint8_t lowByte(std::int32_t number) {
+  return static_cast<std::uint8_t>(number);
+}
+
+// Hands over each package with one of the events, for so many seconds or until take gives false. A wait that
+// has begun is not cut short, so that it can take up to a second longer.
+template <class Take>
+void listen(std::uint32_t events, int seconds, Take take) {
+  MultiReceiver receiver;
+  receiver.Init(0);
+  _MultiCastPackage_ package{};
+  while (receiver.secondsSinceInit() < seconds) {
+    if (receiver.Wait(events, &package, 1, 0) >= 0 && !take(package)) return;
+  }
+}
+
+}  // namespace camera

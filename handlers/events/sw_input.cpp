@@ -1,0 +1,33 @@
+// sw_input.cgi: fires and releases the software input, a trigger of event rules that is no wire.
+#include "handlers/endpoint.h"
+#include "handlers/events/daemon_command.h"
+
+namespace camera {
+namespace {
+
+struct SoftwareInput {
+  std::int32_t fired;
+};
+
+constexpr auto kParams =
+    paramRows<SoftwareInput>(choiceParam<&SoftwareInput::fired>("trigger", kOffOn).required());
+
+}  // namespace
+
+class SwInputCgilet final : public StateEndpoint<SoftwareInput> {
+ public:
+  SwInputCgilet() : StateEndpoint(kParams, Takes::kCommand) {}
+
+ private:
+  int carryOut(SoftwareInput& wanted) override {
+    IpcClient client;
+    DaemonAnswer answer;
+    return askDaemon(client, kEventDaemon, kSoftwareInput, wanted.fired != 0 ? 0 : 1, &answer)
+               ? 200
+               : fail(500, "the event daemon does not answer");
+  }
+};
+
+template InfCgilet* create<SwInputCgilet>();
+
+}  // namespace camera

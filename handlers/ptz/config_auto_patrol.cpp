@@ -1,0 +1,98 @@
+// config_auto_patrol.cgi: the route of auto_patrol.cgi, which is a list of presets.
+#include "handlers/ptz/preset_names.h"
+#include "handlers/ptz/ptz_endpoint.h"
+#include "platform/store/route.h"
+#include "platform/text.h"
+
+namespace camera {
+
+// The store has calls of its own for the route; here it is a record like any other.
+template <>
+struct RecordCalls<Route> {
+  static constexpr const char* kName = "route";
+  static int get(Route* route) {
+    *route = {};
+    return cam_get_route(route->stops, sizeof route->stops);
+  }
+  static int set(const Route* route, _cam_actions* /*actions*/, unsigned char /*flag*/) {
+    return cam_set_route(route->stops);
+  }
+};
+
+namespace {
+
+constexpr int kMostStops = 20;
+static_assert(kMostStops * sizeof("10") <= sizeof(Route::stops), "every route can be stored");
+
+struct Patrol {
+  Route route;
+  std::string_view presets;  // as the request names them
+};
+
+constexpr auto kParams = paramRows<Patrol>(textParam<&Patrol::presets>("presets", 0, 479, "_-.,").required());
+
+// The first slot that holds the name, counted from 1; 0 without one.
+int stopAt(const PtzPresets& presets, std::string_view name) {
+  for (int slot = 0; slot < kPtzPresets; ++slot) {
+    if (nameOf(presets.slots[slot]) == name) return slot + 1;
+  }
+  return 0;
+}
+
+}  // namespace
+
+class ConfigAutoPatrolCgilet final : public PtzEndpoint<StateEndpoint<Patrol>> {
+ public:
+  ConfigAutoPatrolCgilet() : PtzEndpoint(kParams) {}
+
+ private:
+  int load() override {
+    int result = require(&PIB::has_pan_tilt);
+    if (result == 200) result = read(state.route);
+    return result == 200 ? resultOf(ptzCommand(PtzCode::kReadPresets, &presets_)) : result;
+  }
+
+  // Names beyond the most that a route has are not looked at.
+  int check(Patrol& wanted) override {
+    std::string stops;
+    std::string_view rest = wanted.presets;
+    for (int count = 0; !rest.empty() && count < kMostStops;) {
+      const std::string_view name = takeUntil(',', &rest);
+      if (name.empty()) continue;
+      const int stop = lengthWithin(name, 1, kMostPresetName) < 0 ? 0 : stopAt(presets_, name);
+      if (stop == 0) return refuse("presets", "names of ptz_preset_list.cgi, separated by commas");
+      appendItem(&stops, Decimal(stop).text());
+      ++count;
+    }
+    setText(wanted.route.stops, stops);
+    return 200;
+  }
+
+  int carryOut(Patrol& wanted) override {
+    writeChanged(state.route, wanted.route, 0);
+    return commit();
+  }
+
+  // A stop whose preset is gone is left out.
+  int reply() override {
+    std::string names;
+    std::string_view rest = state.route.stops;
+    for (int count = 0; !rest.empty();) {
+      const std::string_view number = takeUntil(',', &rest);
+      if (number.empty()) continue;
+      if (++count > kMostStops) return fail(500, "settings: the stored route has more than 20 stops");
+      int stop = 0;
+      if (!parseInteger(number, 1, kPtzPresets, &stop)) continue;
+      const std::string_view name = nameOf(presets_.slots[stop - 1]);
+      if (!name.empty()) appendItem(&names, name);
+    }
+    pair("presets", names);
+    return 200;
+  }
+
+  PtzPresets presets_{};
+};
+
+template InfCgilet* create<ConfigAutoPatrolCgilet>();
+
+}  // namespace camera

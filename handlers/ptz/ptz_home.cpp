@@ -1,0 +1,55 @@
+// ptz_home.cgi: the position to which the pan/tilt head returns.
+#include "handlers/ptz/ptz_target.h"
+
+namespace camera {
+namespace {
+
+enum Act : std::int32_t { kGet, kSet, kGo, kReset };
+constexpr const char* kActs[] = {"get", "set", "go", "reset"};
+
+bool isSet(const PtzTarget& target) {
+  return target.act == kSet;
+}
+
+constexpr auto kParams =
+    paramRows<PtzTarget>(choiceParam<&PtzTarget::act>("act", kActs).required(), kPanParam.onlyIf<isSet>(),
+                         kTiltParam.onlyIf<isSet>(), ignoredParam("z"));
+
+}  // namespace
+
+class PtzHomeCgilet final : public PtzTargetEndpoint {
+ public:
+  PtzHomeCgilet() : PtzTargetEndpoint(kParams) {}
+
+ private:
+  int carryOut(PtzTarget& wanted) override {
+    switch (wanted.act) {
+      case kSet:
+        return resultOf(setHome(&wanted));
+      case kGo:
+        return resultOf(ptzCommand(PtzCode::kGoHome));
+      case kReset:
+        return resultOf(ptzCommand(PtzCode::kResetHome));
+      default:
+        return 200;
+    }
+  }
+
+  // The daemon makes a home only of where the head is.
+  bool setHome(PtzTarget* wanted) {
+    PtzPosition target{};
+    return aim(wanted, &target) && ptzCommand(PtzCode::kGoTo, &target) &&
+           ptzCommand(PtzCode::kReadPosition, &target) && ptzCommand(PtzCode::kSetHome);
+  }
+
+  int reply() override {
+    PtzPosition home{};
+    if (!ptzCommand(PtzCode::kReadHome, &home)) return resultOf(false);
+    replyPosition(state.limits, home);
+    return 200;
+  }
+};
+
+template InfCgilet* create<PtzHomeCgilet>();
+
+}  // namespace camera

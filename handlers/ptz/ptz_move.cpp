@@ -1,0 +1,34 @@
+// ptz_move.cgi: moves the pan/tilt head to a position.
+#include "handlers/ptz/ptz_target.h"
+
+namespace camera {
+namespace {
+
+constexpr auto kParams = paramRows<PtzTarget>(kPanParam, kTiltParam, ignoredParam("z"));
+
+}  // namespace
+
+class PtzMovementCgilet final : public PtzTargetEndpoint {
+ public:
+  PtzMovementCgilet() : PtzTargetEndpoint(kParams) {}
+
+ private:
+  int carryOut(PtzTarget& wanted) override {
+    PtzPosition target{};
+    const bool moves = given("p") || given("t");
+    return resultOf(aim(&wanted, &target) && (!moves || ptzCommand(PtzCode::kGoTo, &target)));
+  }
+
+  // The head may still be on its way: the reply is where it goes.
+  int reply() override {
+    PtzPosition current{};
+    if (queries.empty() && !aim(&state, &current)) return resultOf(false);
+    StateEndpoint::reply();
+    replyZoom();
+    return 200;
+  }
+};
+
+template InfCgilet* create<PtzMovementCgilet>();
+
+}  // namespace camera

@@ -1,0 +1,31 @@
+// ptz_move_rel.cgi: moves the pan/tilt head by a step.
+#include "handlers/ptz/ptz_endpoint.h"
+
+namespace camera {
+namespace {
+
+constexpr auto kParams = paramRows<PtzStep>(integerParam<&PtzStep::pan>("p", -32, 32),
+                                            integerParam<&PtzStep::tilt>("t", -32, 32), ignoredParam("z"));
+
+}  // namespace
+
+class PtzMoveRelCgilet final : public PtzEndpoint<StateEndpoint<PtzStep>> {
+ public:
+  PtzMoveRelCgilet() : PtzEndpoint(kParams, Takes::kCommand) {}
+
+ private:
+  int carryOut(PtzStep& wanted) override {
+    return given("p") || given("t") ? resultOf(ptzStep(&wanted)) : 200;
+  }
+
+  int reply() override {
+    if (given("p")) pair("p", state.pan);
+    if (given("t")) pair("t", state.tilt);
+    if (given("z")) replyZoom();
+    return 200;
+  }
+};
+
+template InfCgilet* create<PtzMoveRelCgilet>();
+
+}  // namespace camera

@@ -1,0 +1,54 @@
+// What ptz_move.cgi and ptz_home.cgi share: a position within the limits, of which a request may give one
+// axis or both.
+#pragma once
+
+#include "handlers/ptz/ptz_endpoint.h"
+
+namespace camera {
+
+// As the client sees it.
+struct PtzTarget {
+  PtzLimits limits;
+  std::int32_t pan;
+  std::int32_t tilt;
+  std::int32_t act;  // of ptz_home.cgi
+};
+
+inline Bounds panBounds(const PtzTarget& target) {
+  return {target.limits.pmin, target.limits.pmax};
+}
+inline Bounds tiltBounds(const PtzTarget& target) {
+  return {target.limits.tmin, target.limits.tmax};
+}
+inline constexpr auto kPanParam =
+    integerParam<&PtzTarget::pan>("p", 0, 0).within<panBounds>("pmin to pmax of ptz_info.cgi");
+inline constexpr auto kTiltParam =
+    integerParam<&PtzTarget::tilt>("t", 0, 0).within<tiltBounds>("tmin to tmax of ptz_info.cgi");
+
+class PtzTargetEndpoint : public PtzEndpoint<StateEndpoint<PtzTarget>> {
+ protected:
+  using PtzEndpoint::PtzEndpoint;
+
+  bool ask() override { return ptzCommand(PtzCode::kReadLimits, &state.limits); }
+
+  // Completes the target by where the head is, and tells it as the daemon sees it. False when a command
+  // failed.
+  bool aim(PtzTarget* target, PtzPosition* daemons) {
+    const bool hasPan = given("p");
+    const bool hasTilt = given("t");
+    if (!(hasPan && hasTilt) && !ptzCommand(PtzCode::kReadPosition, daemons)) return false;
+    if (hasPan) {
+      daemons->pan = mirrorPan(target->limits, target->pan);
+    } else {
+      target->pan = mirrorPan(target->limits, daemons->pan);
+    }
+    if (hasTilt) {
+      daemons->tilt = target->tilt;
+    } else {
+      target->tilt = daemons->tilt;
+    }
+    return true;
+  }
+};
+
+}  // namespace camera

@@ -1,0 +1,28 @@
+// What auto_pan.cgi and auto_patrol.cgi share: a movement without end, which a word starts or stops.
+#pragma once
+
+#include "handlers/ptz/ptz_endpoint.h"
+
+namespace camera {
+
+struct Sweep {
+  std::int32_t act;
+};
+enum SweepAct : std::int32_t { kLeaveSweep, kStartSweep, kStopSweep };
+inline constexpr const char* kSweepActs[] = {"", "go", "stop"};
+inline constexpr auto kSweepParams = paramRows<Sweep>(choiceParam<&Sweep::act>("act", kSweepActs).required());
+
+class SweepEndpoint : public PtzEndpoint<StateEndpoint<Sweep>> {
+ protected:
+  explicit SweepEndpoint(PtzCode start) : PtzEndpoint(kSweepParams, Takes::kCommand), start_(start) {}
+
+ private:
+  int carryOut(Sweep& wanted) override {
+    if (wanted.act == kLeaveSweep) return 200;
+    return resultOf(ptzCommand(wanted.act == kStartSweep ? start_ : PtzCode::kStop));
+  }
+
+  PtzCode start_;
+};
+
+}  // namespace camera

@@ -1,0 +1,86 @@
+// The documentation: its examples, run in their order on a new camera, answer what it says.
+#include <fnmatch.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "tests/camera/camera.h"
+
+namespace camera::test {
+namespace {
+
+struct Example {
+  std::string command;
+  std::string reply;  // "..." stands for any text
+};
+
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+  for (std::size_t at = 0; (at = text.find(from, at)) != text.npos; at += to.size())
+    text.replace(at, from.size(), to);
+  return text;
+}
+
+// An example is a line "$ COMMAND", or in indented text one with curl; the reply, maybe behind "# ", ends at
+// an empty line, a fence or the next example.
+std::vector<Example> examplesOf(const std::string& text) {
+  std::vector<Example> examples;
+  bool inside = false;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    const bool indented = line.starts_with("    ");
+    if (indented) line.erase(0, 4);
+    const bool prompted = line.starts_with("$ ");
+    if (prompted || (indented && line.find("curl ") != line.npos)) {
+      examples.push_back({line.substr(prompted ? 2 : 0), ""});
+      inside = true;
+    } else if (line.empty() || line.starts_with("```")) {
+      inside = false;
+    } else if (inside) {
+      examples.back().reply += line.substr(line.starts_with("# ") ? 2 : 0) + "\n";
+    }
+  }
+  return examples;
+}
+
+class Documentation : public testing::TestWithParam<const char*> {
+ protected:
+  std::string answer(const std::string& command) {
+    waitFor(start({"sh", "-c", command}, "/dev/null", folder_.path("out"), "/dev/null"));
+    return readFile(folder_.path("out"));
+  }
+  // Once more where a move to another port takes its time, or a clock's second has just passed.
+  void expect(const Example& example) {
+    const std::string pattern = replaced(example.reply, "...", "*");
+    std::string answered;
+    EXPECT_TRUE(within(5,
+                       [&] {
+                         answered = answer(example.command);
+                         return fnmatch(pattern.c_str(), answered.c_str(), FNM_NOESCAPE) == 0;
+                       }))
+        << example.command << "\n"
+        << answered;
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_P(Documentation, ShowsWhatTheCameraAnswers) {
+  Camera camera;
+  camera.boot();
+  std::string text = readFile(std::string{CAMERA_SOURCE_DIR "/"} + GetParam());
+  text = replaced(text, "8080", std::to_string(camera.factoryPort));
+  text = replaced(text, "8081", std::to_string(freePort()));
+  const std::vector<Example> examples = examplesOf(text);
+  EXPECT_GT(examples.size(), 3);
+  // What restarts the camera comes last.
+  for (const bool restarts : {false, true}) {
+    for (const Example& example : examples) {
+      if ((example.command.find("/system_re") != std::string::npos) == restarts) expect(example);
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, Documentation, testing::Values("README.md", "docs/api.md"));
+
+}  // namespace
+}  // namespace camera::test

@@ -1,0 +1,135 @@
+// io.cgi, sw_input.cgi, notify.cgi, env_sound_lv.cgi, event_info.cgi and event_log.cgi: what a product's
+// lines, packages and log become, and what a daemon is asked.
+#include "tests/handlers/endpoint.h"
+#include "tests/handlers/scripted_daemons.h"
+
+namespace camera::test {
+namespace {
+
+const Endpoint kIo{
+    .cgi = "io.cgi",
+    .state = "product.input_count=2 product.output_count=1 io.inputs=0,1,1,1 io.outputs=1,0,0,1",
+    .reply = "in1=off&out1=on&in2=on",
+    .readsBack = false};
+
+TEST(IO, ShowsWhatTheProductHasAndOfASwitchTheOutputsAlone) {
+  kIo.accepts({{"", "product.input_count=1 product.output_count=2", "out2=off&-in2"},
+               {"", "product.output_count=0", "-out1"},
+               {"", "io.inputs=2,-1 io.outputs=256", "in2=off&out1=off"},
+               {"", "product.input_count=5 product.output_count=9",
+                "in1=off&out1=on&in2=on&out2=off&in3=on&out3=off&in4=on&out4=on"},
+               {"out1=off", "", "-in1&-in2&out1=off", "send watchdog 624"},
+               {"out4=off&out2=on&out3=off&out1=on", "product.output_count=4", "-in1&-in2&out2=on&out4=off",
+                "send watchdog 606 send watchdog 607 send watchdog 626 send watchdog 627"}});
+}
+
+TEST(IO, SwitchesNothingForARequestThatIsNotWhollyRight) {
+  kIo.refuses("out1=on&!out2=on out1= out1=On out1=1 out0=on out01=on in1=on out1=on&!out=off out1=on&!a=1");
+  kIo.refuses("out1=on&!out3=banana out2=on&!out1=banana", "product.output_count=2");
+  kIo.refuses("out1=on&!out5=on", "product.output_count=5");
+  kIo.refuses("! out1=on", "product.input_count=0 product.output_count=0", 404);
+}
+
+TEST(SwInput, FiresWithAZeroAndReleasesWithAOne) {
+  const Endpoint input{.cgi = "sw_input.cgi"};
+  input.accepts({{"trigger=on", "", "trigger=on", "send eventd 9 0 0"},
+                 {"trigger=off", "", "trigger=off", "send eventd 9 0 1"}});
+  input.refuses("!trigger trigger=1 trigger=ON trigger=on%00 !Trigger=on trigger=on&!a=1");
+}
+
+// A product with two inputs and one output, all its parts, and nothing going on.
+const Endpoint kNotify{
+    .cgi = "notify.cgi",
+    .state =
+        "product.input_count=2 product.output_count=1 host.name=door audio.speaker_enable=0 "
+        "audio.mic_enable=1 ir.ir_led=1",
+    .reply =
+        "md1=off&mdv1=0&pir=off&recording=off&input1=off&input2=off&output1=off&vsignal=on&speaker=off&"
+        "mic=on&irled=on&audio_detected=off&audio_detect_val=0&speaker_occupied=off&mic_muted=off&"
+        "cameraname=door"};
+
+TEST(Notify, TellsWhatThePackagesOfFourSecondsTold) {
+  kNotify.accepts({
+      {"", "package=0,0x1,0,42 package=1,0xA0 package=2,0x1,0,-7", "md1=on&mdv1=-7&input2=on"},
+      {"", "package=3999,0x1,0,42", "md1=on&mdv1=42"},
+      {"", "package=4000,0x1,0,42"},
+      {"", "package=3500,0x2 package=4400,0x1,0,42", "md1=on&mdv1=42"},  // in a wait that had begun
+      {"", "package=0,0x2,0x31 package=1,0x4", "pir=on&recording=on"},
+      {"", "package=0,0x4 package=1,0x4,5", "pir=on"},
+      {"", "package=0,0x4,0x10 package=1,0x2,0x20", "pir=off&storagefail=on"},
+      {"", "package=0,0x2,0x20 package=1,0x4,0x10", "pir=off&storagefull=on"},
+      {"", "package=0,0x4000,0,261", "audio_detected=on&audio_detect_val=5"},
+      {"", "package=0,0x820000,0,-1", "audio_detect_val=255&mic_muted=on"},
+      {"", "package=0,0xFFFFFFFF,0xFFFFFFFF,-1,1",
+       "md1=on&mdv1=-1&pir=on&storagefail=on&recording=off&input1=on&input2=on&output1=on&audio_detected=on&"
+       "audio_detect_val=255&speaker_occupied=on&mic_muted=on"},
+  });
+  EXPECT_EQ(daemons().mask, 0x8340F7U);
+  kNotify.refuses("md1=on");
+}
+
+TEST(Notify, AsksForTheOutputsThatNoPackageSwitchedOn) {
+  kNotify.accepts({{"", "io.outputs=1", "output1=on"},
+                   {"", "package=0,0x101,0,0,2", "md1=on&output1=fail"},
+                   {"", "package=0,0x101,0,0,3", "md1=on&-output1"},
+                   {"", "product.output_count=6 io.outputs=0,1,0,1",
+                    "output1=off&output2=on&output3=off&output4=on&output5=off&output6=off"},
+                   {"", "product.input_count=6 package=0,0xF0",
+                    "input1=on&input2=on&input3=on&input4=on&input5=off&input6=off"}});
+}
+
+TEST(Notify, LeavesOutWhatTheProductDoesNotHave) {
+  kNotify.accepts({{"", "product.has_speaker=0", "-speaker&-speaker_occupied"},
+                   {"", "product.has_mic=0", "-mic"},
+                   {"", "product=", "-input1&-input2&-output1&-speaker&-mic&-irled&-speaker_occupied"}});
+  EXPECT_EQ(scripted().history({"get"}), "get product get host");
+}
+
+TEST(EnvSoundLevel, IsTheFirstReportOfTwoSeconds) {
+  const Endpoint level{.cgi = "env_sound_lv.cgi", .reply = "audio_detect_val=0"};
+  level.accepts({{"", "package=10,0x4000,0,9 package=20,0x800001,0,300 package=21,0x800000,0,1",
+                  "audio_detect_val=44"}});
+  EXPECT_LT(daemons().clock, 1000) << "it listened on";
+  level.accepts(
+      {{"", "package=1999,0x800000,0,255", "audio_detect_val=255"}, {"", "package=2000,0x800000,0,255"}});
+  EXPECT_EQ(daemons().mask, 0x800000U);
+  level.refuses("audio_detect_val=1");
+}
+
+TEST(EventInfo, JoinsEveryTriggerWithEveryHandlerOfTheProduct) {
+  const Endpoint info{
+      .cgi = "event_info.cgi",
+      .state = "product.has_sdcard=1 product.input_count=2 product.output_count=1",
+      .reply =
+          "num=19&name=schedule-cifs_rec,schedule-sd1_rec,schedule-mail_shot,schedule-ftp_shot,"
+          "md1-cifs_rec-event,md1-sd1_rec-event,md1-mail_shot-event,md1-ftp_shot-event,md1-output1-event,"
+          "input1-cifs_rec-event,input1-sd1_rec-event,input1-mail_shot-event,input1-ftp_shot-event,"
+          "input1-output1-event,input2-cifs_rec-event,input2-sd1_rec-event,input2-mail_shot-event,"
+          "input2-ftp_shot-event,input2-output1-event&events=schedule,md1,input1,input2&"
+          "handlers=cifs_rec,sd1_rec,mail_shot,ftp_shot,output1"};
+  info.accepts({{"", "product= product.output_count=2",
+                 "num=8&name=schedule-cifs_rec,schedule-mail_shot,schedule-ftp_shot,md1-cifs_rec-event,"
+                 "md1-mail_shot-event,md1-ftp_shot-event,md1-output1-event,md1-output2-event&"
+                 "events=schedule,md1&handlers=cifs_rec,mail_shot,ftp_shot,output1,output2"}});
+  info.refuses("name=1");
+  info.refuses("name=1", "product.unreadable=1", 500);
+}
+
+TEST(EventLog, KeepsTheLinesOfDetectionsAndMarksTheirKind) {
+  scripted().reset();
+  scripted().printed = {"1: by Motion Detection\n",
+                        "by Sound Detection, by Digital Input\r\n",
+                        "by Digital Input by Cold Thermal Detection\n",
+                        "by motion detection\n",
+                        "by Hot Thermal Detection, of a long",
+                        " line\n",
+                        "by Digital Input\n"};
+  const std::string kept =
+      "md 1: by Motion Detection&sd by Sound Detection, by Digital Input\r&"
+      "tc by Digital Input by Cold Thermal Detection&th by Hot Thermal Detection, of a longdi by Digital "
+      "Input";
+  for (const char* query : {"", "anything=1&b=2"}) EXPECT_EQ(request("event_log.cgi", query).body, kept);
+}
+
+}  // namespace
+}  // namespace camera::test
