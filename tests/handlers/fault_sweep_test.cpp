@@ -245,7 +245,7 @@ void expectWordsAtBounds(const Sweep& sweep, const std::string& plain, const Rec
       scripted().reset(sweep.state + " " + name + std::to_string(bound));
       const Reply reply = request(sweep.cgi, plain);
       EXPECT_EQ(reply.status, 200) << sweep.cgi << " on " << name << bound;
-      EXPECT_EQ(emptyValues(reply), emptyValues(before))
+      EXPECT_LE(emptyValues(reply), emptyValues(before))
           << sweep.cgi << " on " << name << bound << ": " << reply.body;
     }
   });
