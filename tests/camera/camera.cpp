@@ -81,7 +81,7 @@ int freePort() {
 }
 
 Reply fetch(int port, const std::string& path, const std::vector<std::string>& requestHeaders,
-            const std::string* body) {
+            const std::string* body, const std::string& account) {
   static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
   const std::unique_ptr<CURL, void (*)(CURL*)> curl{curl_easy_init(), curl_easy_cleanup};
   check(ready == CURLE_OK && curl != nullptr, "no curl");
@@ -96,6 +96,10 @@ Reply fetch(int port, const std::string& path, const std::vector<std::string>& r
   curl_easy_setopt(curl.get(), CURLOPT_NOSIGNAL, 1L);
   curl_easy_setopt(curl.get(), CURLOPT_TIMEOUT, 30L);
   curl_easy_setopt(curl.get(), CURLOPT_HTTPHEADER, list);
+  if (!account.empty()) {
+    curl_easy_setopt(curl.get(), CURLOPT_HTTPAUTH, CURLAUTH_DIGEST);
+    curl_easy_setopt(curl.get(), CURLOPT_USERPWD, account.c_str());
+  }
   curl_easy_setopt(curl.get(), CURLOPT_WRITEFUNCTION, collectBody);
   curl_easy_setopt(curl.get(), CURLOPT_WRITEDATA, &reply.body);
   if (body != nullptr) {
@@ -151,7 +155,9 @@ std::vector<pid_t> processesOf(const TemporaryFolder& folder, const std::string&
 Camera::Camera() {
   std::filesystem::create_directory(state());
   const std::string product = readFile(CAMERA_SOURCE_DIR "/virtual-camera/products/full/product.conf");
-  writeFile(state() / "factory-settings", "httpsvr http_port=" + std::to_string(factoryPort) + "\n");
+  const std::string settings = readFile(CAMERA_SOURCE_DIR "/virtual-camera/products/full/settings");
+  const std::string others = settings.substr(settings.find('\n'));  // the port is on the first line
+  writeFile(state() / "factory-settings", "httpsvr http_port=" + std::to_string(factoryPort) + others);
   writeFile(state() / "product.conf", product + "interface.eth0 = lo\n");
 }
 

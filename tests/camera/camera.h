@@ -34,8 +34,9 @@ int waitFor(pid_t pid);
 // A socket that listens on a free port, which it stores; to be closed.
 int listenSomewhere(int* port);
 int freePort();
+// Logs in as NAME:PASSWORD where that is not empty.
 Reply fetch(int port, const std::string& path, const std::vector<std::string>& requestHeaders = {},
-            const std::string* body = nullptr);
+            const std::string* body = nullptr, const std::string& account = {});
 // Sends a request as it stands, its line without the version, and returns the reply, its head included. A
 // Host is added where the rest, headers and perhaps a body, does not begin with one.
 std::string exchange(int port, const std::string& line, const std::string& rest);

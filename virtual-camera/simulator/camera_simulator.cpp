@@ -2,6 +2,7 @@
 //
 //   camera-simulator serve                            until it is killed
 //   camera-simulator send DAEMON CODE [WORD [WORD]]   asks a daemon, and prints what it answers
+//   camera-simulator fill-card FOLDER                 makes recordings and snapshots
 //   camera-simulator COMMAND...                       tells the one that serves what happens; see --help
 #include <fcntl.h>
 #include <unistd.h>
@@ -21,6 +22,7 @@
 #include "platform/store/cam.h"
 #include "platform/store/records/curtime.h"
 #include "platform/text.h"
+#include "virtual-camera/simulator/card.h"
 #include "virtual-camera/simulator/client.h"
 #include "virtual-camera/simulator/control.h"
 #include "virtual-camera/simulator/daemons.h"
@@ -169,6 +171,10 @@ int run(const std::vector<std::string>& arguments) {
   const std::string verb = arguments.empty() ? "--help" : arguments[0];
   if (verb == "--help" || verb == "-h") return help();
   if (verb == "serve" && arguments.size() == 1) return serve();
+  if (verb == "fill-card" && arguments.size() == 2) {
+    const int error = fillCard(arguments[1], std::time(nullptr));
+    return error == 0 ? 0 : complain(arguments[1], std::strerror(error));
+  }
   if (verb != "send") {
     std::string command = verb;
     for (std::size_t i = 1; i < arguments.size(); ++i) command += " " + arguments[i];

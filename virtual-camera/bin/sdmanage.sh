@@ -1,0 +1,63 @@
+#!/bin/bash
+# The SD card, which is a folder here:
+#
+#   sdmanage.sh format    empties it
+#   sdmanage.sh insert    fills a card that nobody has seen yet with recordings and snapshots
+#   sdmanage.sh measure   stores how much of it is used
+#   sdmanage.sh folder    prints the product's folder on it, with a slash behind
+#
+# It works on the camera's own card alone: outside of the sandbox it does nothing.
+set -eu
+
+readonly kCard=/mnt/usb
+readonly kSeen=/var/lib/camera/daemons/card
+readonly kReady=2 kToInitialise=8 kFormatting=9
+readonly kMaxPath=31  # bytes of the folder, as the endpoints cut it
+
+fail() {
+  echo "sdmanage.sh: $1" >&2
+  exit 1
+}
+[[ $0 == /usr/lib/camera/bin/sdmanage.sh ]] || fail "for the inside of the camera"
+
+value() { printf %b "$(camera-settings get "$1" "$2" | cut -d = -f 2-)"; }
+hasCard() { grep -qE '^has_sdcard *= *1 *(#.*)?$' /etc/camera/product.conf; }
+
+# Nothing but a plain name is a folder of the card.
+folder() {
+  local model path
+  model=$(value system model)
+  LC_ALL=C path=$kCard/$model
+  case $model in
+    '' | . | .. | */*) echo /var/empty/ ;;
+    *) echo "${path:0:kMaxPath}/" ;;
+  esac
+}
+
+measure() {
+  local total used
+  total=$(value sd total)
+  ((total)) || return 0
+  used=$(du -sk --apparent-size "$kCard" | cut -f 1)
+  camera-settings set sd "used=$used" "free=$((used < total ? total - used : 0))"
+}
+
+format() {
+  camera-settings set sd state=$kFormatting
+  trap 'camera-settings set sd state=$kToInitialise' EXIT
+  find "$kCard" -xdev -mindepth 1 -delete
+  sleep 1  # a card takes its time, and others see that it does
+  camera-settings set sd used=0 "free=$(value sd total)" state=$kReady
+  trap '' EXIT
+}
+
+insert() {
+  hasCard && [[ ! -e $kSeen ]] || return 0
+  [[ $(ls -A "$kCard") ]] || camera-simulator fill-card "$(folder)"
+  : >"$kSeen"
+}
+
+case ${1-} in
+  format | insert | measure | folder) "$1" ;;
+  *) fail "format, insert, measure or folder" ;;
+esac
