@@ -80,7 +80,6 @@ TEST(Notify, AsksForTheOutputsThatNoPackageSwitchedOn) {
 
 TEST(Notify, LeavesOutWhatTheProductDoesNotHave) {
   kNotify.accepts({{"", "product.has_speaker=0", "-speaker&-speaker_occupied"},
-                   {"", "product.has_mic=0", "-mic"},
                    {"", "product=", "-input1&-input2&-output1&-speaker&-mic&-irled&-speaker_occupied"}});
   EXPECT_EQ(scripted().history({"get"}), "get product get host");
 }
@@ -99,14 +98,12 @@ TEST(EnvSoundLevel, IsTheFirstReportOfTwoSeconds) {
 TEST(EventInfo, JoinsEveryTriggerWithEveryHandlerOfTheProduct) {
   const Endpoint info{
       .cgi = "event_info.cgi",
-      .state = "product.has_sdcard=1 product.input_count=2 product.output_count=1",
+      .state = "product= product.has_sdcard=1 product.input_count=1",
       .reply =
-          "num=19&name=schedule-cifs_rec,schedule-sd1_rec,schedule-mail_shot,schedule-ftp_shot,"
-          "md1-cifs_rec-event,md1-sd1_rec-event,md1-mail_shot-event,md1-ftp_shot-event,md1-output1-event,"
-          "input1-cifs_rec-event,input1-sd1_rec-event,input1-mail_shot-event,input1-ftp_shot-event,"
-          "input1-output1-event,input2-cifs_rec-event,input2-sd1_rec-event,input2-mail_shot-event,"
-          "input2-ftp_shot-event,input2-output1-event&events=schedule,md1,input1,input2&"
-          "handlers=cifs_rec,sd1_rec,mail_shot,ftp_shot,output1"};
+          "num=12&name=schedule-cifs_rec,schedule-sd1_rec,schedule-mail_shot,schedule-ftp_shot,"
+          "md1-cifs_rec-event,md1-sd1_rec-event,md1-mail_shot-event,md1-ftp_shot-event,input1-cifs_rec-event,"
+          "input1-sd1_rec-event,input1-mail_shot-event,input1-ftp_shot-event&events=schedule,md1,input1&"
+          "handlers=cifs_rec,sd1_rec,mail_shot,ftp_shot"};
   info.accepts({{"", "product= product.output_count=2",
                  "num=8&name=schedule-cifs_rec,schedule-mail_shot,schedule-ftp_shot,md1-cifs_rec-event,"
                  "md1-mail_shot-event,md1-ftp_shot-event,md1-output1-event,md1-output2-event&"
