@@ -10,15 +10,32 @@
 #include "platform/store/record_fields.h"
 #include "platform/store/record_text.h"
 #include "platform/store/route.h"
+#include "platform/text.h"
 
 namespace camera {
 namespace {
 
-constexpr std::string_view kBackupTitle = "camera-settings backup 1";
-constexpr char kUsage[] =
-    "usage: camera-settings list | get RECORD [FIELD] | set RECORD FIELD=VALUE... | reset [RECORD] | backup "
-    "| "
-    "restore | route [TEXT]";
+// A backup is this line, a line for each element, and a last one with their number, by which a cut one is
+// seen.
+constexpr std::string_view kBackupTitle = "camera-settings backup 2";
+constexpr std::string_view kBackupEnd = "end ";
+constexpr std::size_t kMaxBackup = 1 << 20;  // bytes
+
+// What the firmware says of itself: another firmware's word is not put into its mouth.
+constexpr std::string_view kFirmware = "system";
+
+constexpr char kRouteRule[] = "a route is at most 63 digits and commas";
+constexpr char kHelp[] =
+    "\n"
+    "A field is named as get shows it; of an array, name[i]. A number is decimal. A text stands as it is, "
+    "but for a\n"
+    "backslash, a line end and other control bytes, which are \\\\, \\n and \\xNN. Bytes that nobody uses "
+    "are\n"
+    "hexadecimal digits. A backup is text in the same form, and is restored whole or not at all; what the "
+    "firmware\n"
+    "says of itself (system) is not part of it.\n"
+    "\n"
+    "Exit status: 0 done, 1 refused or unknown, 2 settings cannot be read or written.\n";
 
 using Arguments = std::span<const std::string_view>;
 using Bytes = std::vector<unsigned char>;
@@ -29,6 +46,35 @@ struct Restored {
   Bytes record;
   std::vector<bool> seen;  // by the offset of the element
 };
+
+// Of what came from outside, as much as belongs in a line.
+std::string shown(std::string_view text) {
+  std::string line(text.substr(0, 64));
+  std::replace_if(
+      line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; }, '?');
+  return line;
+}
+
+// Which values an element takes.
+std::string accepted(const RecordInfo& info, const Field& field) {
+  const std::string name = std::string(info.name) + "." + field.name + ": ";
+  if (field.kind == FieldKind::kReserved)
+    return name + std::to_string(2 * field.width) + " hexadecimal digits";
+  std::string range = name + std::to_string(field.min) + " to " + std::to_string(field.max);
+  if (field.kind != FieldKind::kText) return range;
+  return range + " bytes, \\\\ for a backslash, \\n and \\xNN for control bytes";
+}
+
+// Reads to the end of the file, but no more than a backup can have. Returns 0 or an errno value.
+int readBackup(int descriptor, std::string* text) {
+  char buffer[4096];
+  int error = 0;
+  for (std::size_t length = 1; error == 0 && length > 0 && text->size() < kMaxBackup;) {
+    error = readOnce(descriptor, buffer, sizeof buffer, &length);
+    text->append(buffer, error == 0 ? length : 0);
+  }
+  return error;
+}
 
 // One run of the program.
 class Command {
@@ -46,9 +92,11 @@ class Command {
  private:
   // The records of the list, and the route, which only backup, restore and reset treat as one.
   std::vector<const RecordInfo*> everything() const;
+  std::vector<const RecordInfo*> restorable() const;
   static const RecordInfo* find(Arguments names, std::span<const RecordInfo* const> records);
   StoreResult restoreLine(std::string_view line, std::vector<Restored>* restored);
   StoreResult writeRestored(const std::vector<Restored>& restored);
+  StoreResult checkEnd(std::string_view line, std::size_t elements);
   StoreResult refuse(std::string message);
   StoreResult report(StoreResult result);
 
@@ -63,7 +111,7 @@ StoreResult Command::list(Arguments /*arguments*/) {
 
 StoreResult Command::get(Arguments arguments) {
   const RecordInfo* info = find(arguments, store_.records());
-  if (info == nullptr) return refuse("no record " + std::string(arguments[0]));
+  if (info == nullptr) return refuse("no record " + shown(arguments[0]));
   Bytes record(info->size);
   if (const StoreResult result = store_.read(*info, record.data()); result != StoreResult::kDone) {
     return report(result);
@@ -73,23 +121,25 @@ StoreResult Command::get(Arguments arguments) {
     if (arguments.size() > 1 && arguments[1] != name && arguments[1] != field.name) return;
     streams_.output += name + "=" + formatElement(field, &record[offset]) + "\n";
   });
-  if (streams_.output.empty()) return refuse("no field " + std::string(arguments[1]));
+  if (streams_.output.empty()) return refuse("no field " + shown(arguments[1]));
   return StoreResult::kDone;
 }
 
 StoreResult Command::set(Arguments arguments) {
   const RecordInfo* info = find(arguments, store_.records());
-  if (info == nullptr) return refuse("no record " + std::string(arguments[0]));
+  if (info == nullptr) return refuse("no record " + shown(arguments[0]));
   Bytes record(info->size);
   if (const StoreResult result = store_.read(*info, record.data()); result != StoreResult::kDone) {
     return report(result);
   }
   for (const std::string_view assignment : arguments.subspan(1)) {
-    const std::size_t equals = assignment.find('=');
-    const std::optional<Element> element = findElement(*info, assignment.substr(0, equals));
-    if (equals == assignment.npos || !element) return refuse("no field in " + std::string(assignment));
-    if (!parseElement(*element->field, assignment.substr(equals + 1), &record[element->offset])) {
-      return refuse("no value for the field: " + std::string(assignment));
+    std::string_view value = assignment;
+    const std::string_view name = takeUntil('=', &value);
+    const std::optional<Element> element = findElement(*info, name);
+    if (!element) return refuse("no field " + shown(name));
+    if (name.size() == assignment.size()) return refuse("no value for " + shown(name));
+    if (!parseElement(*element->field, value, &record[element->offset])) {
+      return refuse(accepted(*info, *element->field));
     }
   }
   return report(store_.write(*info, record.data()));
@@ -100,7 +150,7 @@ StoreResult Command::reset(Arguments arguments) {
   std::vector<const RecordInfo*> records = everything();
   if (!arguments.empty()) {
     const RecordInfo* info = find(arguments, records);
-    if (info == nullptr) return refuse("no record " + std::string(arguments[0]));
+    if (info == nullptr) return refuse("no record " + shown(arguments[0]));
     records = {info};
   }
   StoreResult worst = StoreResult::kDone;
@@ -110,7 +160,8 @@ StoreResult Command::reset(Arguments arguments) {
 
 StoreResult Command::backup(Arguments /*arguments*/) {
   std::string text = std::string(kBackupTitle) + "\n";
-  for (const RecordInfo* info : everything()) {
+  std::size_t elements = 0;
+  for (const RecordInfo* info : restorable()) {
     Bytes record(info->size);
     if (const StoreResult result = store_.read(*info, record.data()); result != StoreResult::kDone) {
       return report(result);
@@ -118,32 +169,40 @@ StoreResult Command::backup(Arguments /*arguments*/) {
     forEachElement(*info, [&](const Field& field, unsigned index, std::size_t offset) {
       text += std::string(info->name) + "." + elementName(field, index) + "=" +
               formatElement(field, &record[offset]) + "\n";
+      ++elements;
     });
   }
-  streams_.output = std::move(text);
+  streams_.output = std::move(text.append(kBackupEnd).append(std::to_string(elements)).append("\n"));
   return StoreResult::kDone;
 }
 
 StoreResult Command::restore(Arguments /*arguments*/) {
   std::string text;
-  if (const int error = readAll(streams_.input, &text); error != 0) {
+  if (const int error = readBackup(streams_.input, &text); error != 0) {
     refuse(std::string("standard input: ") + std::strerror(error));
     return StoreResult::kFailed;
   }
   std::vector<Restored> restored;
   std::string_view rest = text;
-  for (int number = 1; number == 1 || !rest.empty(); ++number) {
-    const std::size_t end = rest.find('\n');
-    const std::string_view line = rest.substr(0, end);
-    // A last line without an end may be half of one.
-    StoreResult result = end == rest.npos ? refuse("cut short") : StoreResult::kDone;
-    if (number == 1 && line != kBackupTitle) result = refuse("no backup");
-    if (number > 1 && result == StoreResult::kDone) result = restoreLine(line, &restored);
+  bool complete = false;
+  for (std::size_t number = 1; !complete || !rest.empty(); ++number) {
+    const bool whole = rest.find('\n') != rest.npos;
+    const std::string_view line = takeUntil('\n', &rest);
+    StoreResult result = StoreResult::kDone;
+    if (number == 1 && line != kBackupTitle) {
+      result = refuse("no backup");
+    } else if (!whole || complete) {
+      result = refuse(whole ? "more after the end" : "cut short");
+    } else if (line.starts_with(kBackupEnd)) {
+      result = checkEnd(line, number - 2);
+      complete = true;
+    } else if (number > 1) {
+      result = restoreLine(line, &restored);
+    }
     if (result != StoreResult::kDone) {
       streams_.error = "line " + std::to_string(number) + ": " + streams_.error;
       return result;
     }
-    rest.remove_prefix(end + 1);
   }
   return writeRestored(restored);
 }
@@ -155,7 +214,7 @@ StoreResult Command::route(Arguments arguments) {
     if (result == StoreResult::kDone) streams_.output = std::string(route.stops) + "\n";
     return report(result);
   }
-  if (!isRoute(arguments[0])) return refuse("a route is at most 63 digits and commas");
+  if (!isRoute(arguments[0])) return refuse(kRouteRule);
   std::copy(arguments[0].begin(), arguments[0].end(), route.stops);
   return report(store_.write(kRouteRecord, &route));
 }
@@ -166,6 +225,12 @@ std::vector<const RecordInfo*> Command::everything() const {
   return all;
 }
 
+std::vector<const RecordInfo*> Command::restorable() const {
+  std::vector<const RecordInfo*> records = everything();
+  std::erase_if(records, [](const RecordInfo* info) { return info->name == kFirmware; });
+  return records;
+}
+
 const RecordInfo* Command::find(Arguments names, std::span<const RecordInfo* const> records) {
   const auto found = std::find_if(records.begin(), records.end(),
                                   [&](const RecordInfo* info) { return info->name == names[0]; });
@@ -173,14 +238,15 @@ const RecordInfo* Command::find(Arguments names, std::span<const RecordInfo* con
 }
 
 StoreResult Command::restoreLine(std::string_view line, std::vector<Restored>* restored) {
-  const std::size_t equals = std::min(line.find('='), line.size());
-  const std::size_t dot = std::min(line.find('.'), equals);
-  const std::string_view recordName[] = {line.substr(0, dot)};
-  const std::vector<const RecordInfo*> records = everything();
+  std::string_view value = line;
+  std::string_view name = takeUntil('=', &value);
+  const bool assigned = name.size() < line.size();
+  const std::string_view recordName[] = {takeUntil('.', &name)};
+  const std::vector<const RecordInfo*> records = restorable();
   const RecordInfo* info = find(recordName, records);
-  if (info == nullptr || dot == equals || equals == line.size()) return refuse("no record.field=value");
-  const std::optional<Element> element = findElement(*info, line.substr(dot + 1, equals - dot - 1));
-  if (!element) return refuse("unknown field");
+  if (info == nullptr) return refuse("no record " + shown(recordName[0]));
+  const std::optional<Element> element = findElement(*info, name);
+  if (!element || !assigned) return refuse("no field and value");
 
   auto target =
       std::find_if(restored->begin(), restored->end(), [&](const Restored& r) { return r.info == info; });
@@ -191,12 +257,15 @@ StoreResult Command::restoreLine(std::string_view line, std::vector<Restored>* r
   }
   if (target->seen[element->offset]) return refuse("repeated field");
   target->seen[element->offset] = true;
-  const std::string_view value = line.substr(equals + 1);
-  if (!parseElement(*element->field, value, &target->record[element->offset]) ||
-      (info == &kRouteRecord && !isRoute(value))) {
-    return refuse("no value for the field");
+  if (!parseElement(*element->field, value, &target->record[element->offset])) {
+    return refuse(accepted(*info, *element->field));
   }
-  return StoreResult::kDone;
+  return info == &kRouteRecord && !isRoute(value) ? refuse(kRouteRule) : StoreResult::kDone;
+}
+
+StoreResult Command::checkEnd(std::string_view line, std::size_t elements) {
+  if (line.substr(kBackupEnd.size()) == std::to_string(elements)) return StoreResult::kDone;
+  return refuse("not as many lines as it says");
 }
 
 StoreResult Command::writeRestored(const std::vector<Restored>& restored) {
@@ -222,27 +291,53 @@ struct Verb {
   std::size_t fewest;  // arguments after the verb
   std::size_t most;
   StoreResult (Command::*run)(Arguments arguments);
+  const char* arguments;
+  const char* does;
 };
 
 constexpr Verb kVerbs[] = {
-    {"list", 0, 0, &Command::list},      {"get", 1, 2, &Command::get},
-    {"set", 2, SIZE_MAX, &Command::set}, {"reset", 0, 1, &Command::reset},
-    {"backup", 0, 0, &Command::backup},  {"restore", 0, 0, &Command::restore},
-    {"route", 0, 1, &Command::route},
+    {"list", 0, 0, &Command::list, "", "the records"},
+    {"get", 1, 2, &Command::get, " RECORD [FIELD]", "the fields of a record, or one of them"},
+    {"set", 2, SIZE_MAX, &Command::set, " RECORD FIELD=VALUE...", "changes all of these fields or none"},
+    {"reset", 0, 1, &Command::reset, " [RECORD]", "goes back to the factory defaults"},
+    {"backup", 0, 0, &Command::backup, "", "all settings, on standard output"},
+    {"restore", 0, 0, &Command::restore, "", "puts back a backup from standard input"},
+    {"route", 0, 1, &Command::route, " [TEXT]", "the patrol route: slot numbers joined by commas"},
 };
+
+std::string usage(const Verb& verb) {
+  return "camera-settings " + std::string(verb.name) + verb.arguments;
+}
+
+void help(std::string* text) {
+  for (const Verb& verb : kVerbs) {
+    std::string line = usage(verb);
+    line.resize(44, ' ');
+    *text += line + verb.does + "\n";
+  }
+  *text += kHelp;
+}
 
 }  // namespace
 
 int runSettingsCommand(SettingsStore& store, std::span<const std::string_view> arguments,
                        CommandStreams* streams) {
+  streams->error = "usage: camera-settings COMMAND; --help lists the commands";
+  if (arguments.empty()) return static_cast<int>(StoreResult::kRefused);
+  if (arguments[0] == "--help") {
+    streams->error.clear();
+    help(&streams->output);
+    return static_cast<int>(StoreResult::kDone);
+  }
   for (const Verb& verb : kVerbs) {
-    if (arguments.empty() || arguments[0] != verb.name) continue;
+    if (arguments[0] != verb.name) continue;
     const Arguments rest = arguments.subspan(1);
+    streams->error = "usage: " + usage(verb);
     if (rest.size() < verb.fewest || rest.size() > verb.most) break;
+    streams->error.clear();
     Command command(store, streams);
     return static_cast<int>((command.*verb.run)(rest));
   }
-  streams->error = kUsage;
   return static_cast<int>(StoreResult::kRefused);
 }
 

@@ -1,4 +1,5 @@
-// The command line of the settings store: list, get, set, reset, backup, restore and route.
+// The command line of the settings store: list, get, set, reset, backup, restore and route, which --help
+// explains.
 #pragma once
 
 #include <span>

@@ -46,6 +46,8 @@ TEST_F(Run, StartsOnceAndEndsWithEverythingItStarted) {
   expectRefusal({"--port", std::to_string(freePort())}, "another camera");
   EXPECT_EQ(inside({"settings", "get", "httpsvr", "http_port"}), "http_port=" + std::to_string(port) + "\n");
 
+  EXPECT_EQ(inside({"settings", "backup"}).find("\nsystem."), std::string::npos) << "the firmware's own";
+
   const auto hasInput = [&] { return inside({"sim", "status"}).find("input2=on") != std::string::npos; };
   EXPECT_EQ(inside({"sim", "input", "2", "on"}), "");
   EXPECT_TRUE(hasInput());

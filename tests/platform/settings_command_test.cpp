@@ -22,9 +22,11 @@ class SettingsCommand : public testing::Test {
  protected:
   using Arguments = std::vector<std::string_view>;
 
+  // The input is the name of a device, or what the file holds.
   int run(const Arguments& arguments, const std::string& input = "") {
     folder.put("input", input);
-    streams = {open(folder.path("input").c_str(), O_RDONLY | O_CLOEXEC), {}, {}};
+    const std::string path = input.starts_with("/dev/") ? input : folder.path("input");
+    streams = {open(path.c_str(), O_RDONLY | O_CLOEXEC), {}, {}};
     SettingsStore store(disk, kSampleRecords);
     const int status = runSettingsCommand(store, arguments, &streams);
     close(streams.input);
@@ -53,10 +55,11 @@ TEST_F(SettingsCommand, PrintsAndRefusesByItsArguments) {
        {Arguments{}, Arguments{"get", "sample", "names[2]"}, Arguments{"get", "sample", "number[0]"},
         Arguments{"get", "route"}, Arguments{"route", "1;2"}, Arguments{"route", tooLong}, Arguments{"get"},
         Arguments{"set", "sample"}, Arguments{"reset", "nothing"}, Arguments{"list", "more"},
-        Arguments{"format"}}) {
+        Arguments{"format"}, Arguments{"get", "a\nb"}}) {
     EXPECT_EQ(run(wrong), 1) << testing::PrintToString(wrong);
     EXPECT_EQ(streams.output, "") << testing::PrintToString(wrong);
   }
+  EXPECT_NE(output({"--help"}).find("restore "), std::string::npos);
 }
 
 TEST_F(SettingsCommand, SetsAllFieldsOrNone) {
@@ -64,11 +67,23 @@ TEST_F(SettingsCommand, SetsAllFieldsOrNone) {
   const std::string stored = output({"get", "sample"});
   EXPECT_EQ(stored.substr(0, stored.find("levels")),
             "number=5\nflag=1\nspare=00ff10\ntext=a=b\nnames[0]=one\nnames[1]=\n");
-  for (const char* wrong : {"flag=2", "flag=0x1", "flag= 1", "flag", "flag[0]=1", "number=99999999999",
-                            "text=", "text=12345678", "text=\\", "text=\\x0", "text=a\\x00b", "text=\\xg1",
-                            "text=\\t", "text=a\tb", "names[01]=x", "spare=0000000", "spare=00000g", "=1"}) {
-    EXPECT_EQ(run({"set", "sample", "number=6", wrong}), 1) << wrong;
-    EXPECT_EQ(output({"get", "sample"}), stored) << wrong;
+  const std::pair<const char*, std::vector<const char*>> rows[] = {
+      {"sample.flag: 0 to 1", {"flag=2", "flag=0x1", "flag= 1"}},
+      {"sample.number: -100 to 1000", {"number=99999999999"}},
+      {"sample.text: 1 to 7 bytes, \\\\ for a backslash, \\n and \\xNN for control bytes",
+       {"text=", "text=12345678", "text=\\", "text=\\x0", "text=a\\x00b", "text=\\xg1", "text=\\t",
+        "text=a\tb"}},
+      {"sample.spare: 6 hexadecimal digits", {"spare=0000000", "spare=00000g"}},
+      {"no value for flag", {"flag"}},
+      {"no field names[01]", {"names[01]=x"}},
+      {"no field flag[0]", {"flag[0]=1"}},
+      {"no field ", {"=1"}}};
+  for (const auto& [rule, assignments] : rows) {
+    for (const char* wrong : assignments) {
+      EXPECT_EQ(run({"set", "sample", "number=6", wrong}), 1) << wrong;
+      EXPECT_EQ(streams.error, rule) << wrong;
+      EXPECT_EQ(output({"get", "sample"}), stored) << wrong;
+    }
   }
 }
 
@@ -99,19 +114,28 @@ TEST_F(SettingsCommand, RestoresExactlyWhatItBackedUp) {
 }
 
 TEST_F(SettingsCommand, RestoreWritesAllOfABackupOrNothing) {
-  const std::string good = "camera-settings backup 1\nsample.number=9\n";
-  for (const std::string& wrong :
-       {std::string{}, std::string{"sample.number=9\n"}, std::string{"camera-settings backup 2\n"},
-        good + "sample.number=9\n", good + "\nsample.flag=0\n", good + "other.flag=0\n",
-        good + "sample.other=0\n", good + "sample=0\n", good + "sample.flag\n", good + "sample.flag=0\r\n",
-        good + "sample.text=a\r\n", good + "route.stops=1;2\n", good + "sample.levels[0]=1"}) {
+  const std::string title = "camera-settings backup 2\n";
+  const std::string good = title + "sample.number=9\nroute.stops=1\n";
+  std::vector<std::pair<std::string, std::string>> rows{{"sample.number=9\n", "line 1: "},
+                                                        {"camera-settings backup 1\nend 0\n", "line 1: "},
+                                                        {"/dev/urandom", "line 1: "},
+                                                        {good + "end 1\n", "line 4: "},
+                                                        {good + "sample.flag=0\nend 2\n", "line 5: "},
+                                                        {good + "end 2\n\n", "line 5: "}};
+  for (const char* line :
+       {"sample.number=8", "route.stops=1", "", "other.flag=0", "sample.other=0", "sample=0", "sample.flag",
+        "sample.flag=0\r", "sample.flag=2", "sample.text=a\r", "route.stops=1;2"})
+    rows.emplace_back(good + line + "\nend 3\n", "line 4: ");
+  for (std::size_t length = 0; length < good.size() + 6; ++length)
+    rows.emplace_back((good + "end 2\n").substr(0, length), "line ");
+  for (const auto& [wrong, place] : rows) {
     EXPECT_EQ(run({"restore"}, wrong), 1) << wrong;
-    EXPECT_EQ(streams.error.substr(0, 7), wrong.starts_with(good) ? "line 3:" : "line 1:") << wrong;
-    EXPECT_EQ(output({"get", "sample"}), kDefaults) << wrong;
+    EXPECT_TRUE(streams.error.starts_with(place)) << wrong << streams.error;
+    EXPECT_EQ(output({"get", "sample"}) + output({"route"}), std::string(kDefaults) + "\n") << wrong;
   }
   // Of a record that it holds, the other fields go back to their defaults.
   for (const char* record : {"sample", "whole"}) ASSERT_EQ(run({"set", record, "number=5", "flag=0"}), 0);
-  ASSERT_EQ(run({"restore"}, good), 0) << streams.error;
+  ASSERT_EQ(run({"restore"}, good + "end 2\n"), 0) << streams.error;
   EXPECT_EQ(output({"get", "sample"}).substr(0, 16), "number=9\nflag=1\n");
   EXPECT_EQ(output({"get", "whole"}).substr(0, 16), "number=5\nflag=0\n");
 }
