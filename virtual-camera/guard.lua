@@ -1,4 +1,4 @@
--- Looks at every request before the web server acts on it: who it is meant for, where it comes from, and how it is made.
+-- Looks at every request before the web server does: who it is meant for, where it comes from, and how it is made.
 
 local kMethods = { GET = true, HEAD = true, POST = true }
 local kMaxTarget = 60 * 1024  -- bytes; a process could not be given much more in its environment

@@ -2,7 +2,6 @@
 #include "tests/camera/camera.h"
 
 #include <arpa/inet.h>
-#include <curl/curl.h>
 #include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
@@ -12,7 +11,6 @@
 
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <stdexcept>
 
 namespace camera::test {
@@ -24,11 +22,6 @@ constexpr std::string_view kAnnouncement = "The camera answers on http://127.0.0
 
 void check(bool condition, const std::string& what) {
   if (!condition) throw std::runtime_error("test camera: " + what);
-}
-
-std::size_t collectBody(char* data, std::size_t size, std::size_t count, void* target) {
-  static_cast<std::string*>(target)->append(data, size * count);
-  return size * count;
 }
 
 sockaddr_in loopback(int port) {
@@ -80,55 +73,27 @@ int freePort() {
   return port;
 }
 
-Reply fetch(int port, const std::string& path, const std::vector<std::string>& requestHeaders,
-            const std::string* body, const std::string& account) {
-  static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
-  const std::unique_ptr<CURL, void (*)(CURL*)> curl{curl_easy_init(), curl_easy_cleanup};
-  check(ready == CURLE_OK && curl != nullptr, "no curl");
-  curl_slist* list = curl_slist_append(nullptr, "Expect:");
-  for (const std::string& header : requestHeaders) list = curl_slist_append(list, header.c_str());
-  const std::unique_ptr<curl_slist, void (*)(curl_slist*)> freed{list, curl_slist_free_all};
-
-  Reply reply{};
-  const std::string url = "http://127.0.0.1:" + std::to_string(port) + path;
-  curl_easy_setopt(curl.get(), CURLOPT_URL, url.c_str());
-  curl_easy_setopt(curl.get(), CURLOPT_NOPROXY, "*");
-  curl_easy_setopt(curl.get(), CURLOPT_NOSIGNAL, 1L);
-  curl_easy_setopt(curl.get(), CURLOPT_TIMEOUT, 30L);
-  curl_easy_setopt(curl.get(), CURLOPT_HTTPHEADER, list);
-  if (!account.empty()) {
-    curl_easy_setopt(curl.get(), CURLOPT_HTTPAUTH, CURLAUTH_DIGEST);
-    curl_easy_setopt(curl.get(), CURLOPT_USERPWD, account.c_str());
-  }
-  curl_easy_setopt(curl.get(), CURLOPT_WRITEFUNCTION, collectBody);
-  curl_easy_setopt(curl.get(), CURLOPT_WRITEDATA, &reply.body);
-  if (body != nullptr) {
-    curl_easy_setopt(curl.get(), CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body->size()));
-    curl_easy_setopt(curl.get(), CURLOPT_POSTFIELDS, body->data());
-  }
-  if (curl_easy_perform(curl.get()) != CURLE_OK) return {};
-  curl_easy_getinfo(curl.get(), CURLINFO_RESPONSE_CODE, &reply.status);
-  const char* type = nullptr;
-  curl_easy_getinfo(curl.get(), CURLINFO_CONTENT_TYPE, &type);
-  if (type != nullptr) reply.contentType = type;
-  return reply;
-}
-
-std::string exchange(int port, const std::string& line, const std::string& rest) {
+Reply ask(int port, const std::string& line, const std::string& rest) {
   const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   const sockaddr_in address = loopback(port);
-  check(connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0, "no answer");
+  const timeval patience{.tv_sec = 30, .tv_usec = 0};
+  setsockopt(descriptor, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
   const std::string host = rest.starts_with("Host: ") ? "" : "Host: 127.0.0.1\r\n";
   const std::string request = line + " HTTP/1.1\r\nConnection: close\r\n" + host + rest + "\r\n";
-  send(descriptor, request.data(), request.size(), MSG_NOSIGNAL);  // less where the server has seen enough
-  std::string reply;
+  std::string answer;
+  if (connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+    send(descriptor, request.data(), request.size(), MSG_NOSIGNAL);  // less where the server has seen enough
   char buffer[4096];
-  for (ssize_t size = 1; size > 0;) {
-    size = recv(descriptor, buffer, sizeof buffer, 0);
-    if (size > 0) reply.append(buffer, static_cast<std::size_t>(size));
-  }
+  for (ssize_t size = 0; (size = recv(descriptor, buffer, sizeof buffer, 0)) > 0;)
+    answer.append(buffer, static_cast<std::size_t>(size));
   close(descriptor);
-  return reply;
+  const std::size_t end = answer.find("\r\n\r\n");
+  if (end == answer.npos) return {};
+  return {std::stoi(answer.substr(9, 3)), answer.substr(0, end + 2), answer.substr(end + 4)};
+}
+
+Reply fetch(int port, const std::string& path) {
+  return ask(port, "GET " + path);
 }
 
 std::string readFile(const std::filesystem::path& path) {
@@ -191,19 +156,19 @@ int Camera::port() const {
   return std::stoi(announcements.substr(announcements.rfind(kAnnouncement) + kAnnouncement.size()));
 }
 
-Reply Camera::get(const std::string& path, const std::vector<std::string>& headers) {
-  return fetch(port(), path, headers);
+Reply Camera::get(const std::string& path) {
+  return fetch(port(), path);
 }
 
-Reply Camera::post(const std::string& name, const std::string& body, const std::string& contentType) {
-  return fetch(port(), "/cgi-bin/" + name, {"Content-Type: " + contentType}, &body);
+Output Camera::run(const Command& command) {
+  const int status = waitFor(start(command, "/dev/null", folder_.path("out"), folder_.path("err")));
+  return {status, readFile(folder_.path("out")), readFile(folder_.path("err"))};
 }
 
 Output Camera::inside(const Command& command) {
   Command whole = sandbox("sandbox");
   whole.insert(whole.end(), command.begin(), command.end());
-  const int status = waitFor(start(whole, "/dev/null", folder_.path("out"), folder_.path("err")));
-  return {status, readFile(folder_.path("out")), readFile(folder_.path("err"))};
+  return run(whole);
 }
 
 Output Camera::runOnce(const std::string& argv0) {

@@ -22,9 +22,9 @@ struct Output {
 };
 
 struct Reply {
-  long status;  // 0: no answer
+  int status;  // 0: no answer
+  std::string head;
   std::string body;
-  std::string contentType;
 };
 
 // Starts a program with these files as its standard streams.
@@ -34,12 +34,10 @@ int waitFor(pid_t pid);
 // A socket that listens on a free port, which it stores; to be closed.
 int listenSomewhere(int* port);
 int freePort();
-// Logs in as NAME:PASSWORD where that is not empty.
-Reply fetch(int port, const std::string& path, const std::vector<std::string>& requestHeaders = {},
-            const std::string* body = nullptr, const std::string& account = {});
-// Sends a request as it stands, its line without the version, and returns the reply, its head included. A
-// Host is added where the rest, headers and perhaps a body, does not begin with one.
-std::string exchange(int port, const std::string& line, const std::string& rest);
+// Sends a request as it stands, its line without the version. A Host is added where the rest, headers and
+// perhaps a body, does not begin with one.
+Reply ask(int port, const std::string& line, const std::string& rest = {});
+Reply fetch(int port, const std::string& path);
 std::string readFile(const std::filesystem::path& path);
 void writeFile(const std::filesystem::path& path, const std::string& content);
 
@@ -67,10 +65,8 @@ class Camera {
   void boot();  // returns when it answers
   void turnOff();
 
-  Reply get(const std::string& path, const std::vector<std::string>& headers = {});
-  Reply post(const std::string& name, const std::string& body,
-             const std::string& contentType = "application/x-www-form-urlencoded");
-
+  Reply get(const std::string& path);
+  Output run(const Command& command);        // outside of it
   Output inside(const Command& command);     // in a fresh sandbox on the same state
   Output runOnce(const std::string& argv0);  // camera-cgi started under this name, without an environment
 
