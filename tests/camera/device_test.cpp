@@ -27,7 +27,7 @@ struct Device : Camera {
   int move() {
     const int to = freePort();
     call("network.cgi?dns1=9.9.9.9&httpport=" + std::to_string(to));
-    EXPECT_TRUE(within(10, [&] { return port() == to; }));
+    EXPECT_TRUE(within(10, [&] { return port() == to; })) << log();
     return to;
   }
 };
