@@ -5,6 +5,8 @@ namespace camera {
 
 // Naming a class here declares it.
 constexpr CgiEntry kTable[] = {
+    {"action_ftp.cgi", create<class ActionFTPCgilet>},
+    {"action_mail.cgi", create<class ActionMailCgilet>},
     {"audio.cgi", create<class AudioCgilet>},
     {"audio_detection.cgi", create<class AudioDetectionCgilet>},
     {"auto_pan.cgi", create<class AutoPanCgilet>},
@@ -14,6 +16,7 @@ constexpr CgiEntry kTable[] = {
     {"datetime.cgi", create<class DatetimeCgilet>},
     {"ddns.cgi", create<class DDNSCgilet>},
     {"event_info.cgi", create<class EventInfoCgilet>},
+    {"group_list.cgi", create<class GroupListCgilet>},
     {"httpport.cgi", create<class HttpPortCgilet>},
     {"icr.cgi", create<class ICRCgilet>},
     {"info.cgi", create<class InfoCgilet>},
@@ -40,6 +43,9 @@ constexpr CgiEntry kTable[] = {
     {"system_reboot.cgi", create<class SystemRebootCgilet>},
     {"system_reset.cgi", create<class SystemResetCgilet>},
     {"timestamp.cgi", create<class TimeStampCgilet>},
+    {"user_del.cgi", create<class UserDelCgilet>},
+    {"user_list.cgi", create<class UserListCgilet>},
+    {"user_mod.cgi", create<class UserModCgilet>},
     {"wireless.cgi", create<class WirelessCgilet>},
     {"wlansignal.cgi", create<class WlanSignalCgilet>},
     {"wlansurvey.cgi", create<class WlanSurveyCgilet>},

@@ -17,6 +17,9 @@ inline constexpr const char* kStopDel[] = {"stop", "del"};
 inline constexpr char kPunctuationText[] = CAMERA_PUNCTUATION;
 inline constexpr char kPrintableText[] = " " CAMERA_PUNCTUATION;  // with letters and digits: printable ASCII
 inline constexpr char kNameText[] = "_-.";                        // of host names and names of things
+#define CAMERA_FILE_NAME_PUNCTUATION "!#$%&'()+,-.;=@[]^_`{}~"
+inline constexpr char kFileNameText[] = CAMERA_FILE_NAME_PUNCTUATION;    // of file names
+inline constexpr char kPathText[] = CAMERA_FILE_NAME_PUNCTUATION "/\\";  // of folder paths
 
 // Extra characters as tables of one-character texts, for CommonAPI::isAlnumStr.
 inline constexpr const char* kPunctuation[] = {"!", "\"", "#", "$", "%", "&", "'", "(", ")", "*", "+",
@@ -34,5 +37,6 @@ inline constexpr const char* kFileNameCharacters[] = {"!", "#", "$", "%", "&", "
 
 static_assert(std::size(kPunctuation) == 32 && sizeof(kPunctuationText) == 33);
 static_assert(std::size(kPathCharacters) == 25 && std::size(kFileNameCharacters) == 23);
+static_assert(sizeof(kPathText) == 26 && sizeof(kFileNameText) == 24);
 
 }  // namespace camera

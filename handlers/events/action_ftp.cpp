@@ -1,0 +1,70 @@
+// action_ftp.cgi: the FTP server to which snapshots of events go.
+#include "handlers/endpoint.h"
+#include "handlers/events/encoded_password.h"
+#include "platform/store/records/ftp.h"
+#include "platform/store/records/snapshot.h"
+
+namespace camera {
+namespace {
+
+struct Ftp {
+  _ftp_setting server;
+  _snapshot_setting snapshot;
+  char pass[kEncodedSize];
+  std::int32_t seconds;  // between uploads
+};
+
+constexpr int kMillisecondsPerSecond = 1000;
+
+constexpr auto kParams =
+    paramRows<Ftp>(choiceParam<&Ftp::server, &_ftp_setting::enable>("enable", kNoYes),
+                   textParam<&Ftp::server, &_ftp_setting::host>("host", 1, 60, kNameText),
+                   integerParam<&Ftp::server, &_ftp_setting::port>("port", 1, 65535),
+                   textParam<&Ftp::server, &_ftp_setting::path>("path", 0, 30, kPathText),
+                   textParam<&Ftp::server, &_ftp_setting::prefix>("prefix", 0, 30, kFileNameText),
+                   textParam<&Ftp::server, &_ftp_setting::user>("user", 0, 30, kPunctuationText),
+                   encodedPasswordParam<&Ftp::pass>("pass"),
+                   choiceParam<&Ftp::server, &_ftp_setting::passive>("passive", kNoYes),
+                   integerParam<&Ftp::seconds>("interval", 10, 86400));
+
+}  // namespace
+
+class ActionFTPCgilet final : public StateEndpoint<Ftp> {
+ public:
+  ActionFTPCgilet() : StateEndpoint({kParams, UnknownNames::kIgnore}) {}
+
+ private:
+  int load() override {
+    const int result = read(state.server, state.snapshot);
+    if (result != 200) return result;
+    showPassword(state.server.pass, state.pass);
+    state.seconds = state.server.interval / kMillisecondsPerSecond;
+    return 200;
+  }
+
+  int check(Ftp& wanted) override {
+    if (given("pass")) storePassword(wanted.pass, wanted.server.pass);
+    if (given("interval")) wanted.server.interval = wanted.seconds * kMillisecondsPerSecond;
+    return 200;
+  }
+
+  // Two transactions: what the first one stored is in effect whatever becomes of the second.
+  int carryOut(Ftp& wanted) override {
+    isSwitched_ = isSwitched_ || wanted.server.enable != state.server.enable;
+    isPaced_ = isPaced_ || wanted.server.interval != state.server.interval;
+    writeChanged(state.server, wanted.server, 1);
+    const int result = commit();
+    if (result != 200 || !(isSwitched_ || isPaced_)) return result;
+    if (isSwitched_) wanted.snapshot.ftp_enable = wanted.server.enable;
+    write(wanted.snapshot, 1);
+    return commit();
+  }
+
+  // What the request changed, also when it is applied again on a record that has the change already.
+  bool isSwitched_ = false;
+  bool isPaced_ = false;
+};
+
+template InfCgilet* create<ActionFTPCgilet>();
+
+}  // namespace camera

@@ -1,0 +1,62 @@
+// action_mail.cgi: the mail account through which snapshots of events are sent.
+#include "handlers/endpoint.h"
+#include "handlers/events/encoded_password.h"
+#include "platform/store/records/smtp.h"
+
+namespace camera {
+namespace {
+
+struct Mail {
+  _smtp_setting account;
+  char pass[kEncodedSize];
+};
+
+// An "@" and, somewhere after the first of them, a dot; several addresses with commas between them pass as
+// well.
+bool isAddress(std::string_view text) {
+  const std::size_t at = text.find('@');
+  return at != text.npos && text.find('.', at) != text.npos;
+}
+
+template <auto... kPath>
+constexpr auto addressParam(const char* name) {
+  return textParam<kPath...>(name, 1, 60, kPunctuationText)
+      .also(isAddress, "1 to 60 letters, digits, punctuation, with an @ and a dot after it");
+}
+
+constexpr auto kParams =
+    paramRows<Mail>(choiceParam<&Mail::account, &_smtp_setting::enable>("enable", kNoYes),
+                    addressParam<&Mail::account, &_smtp_setting::sender>("sender"),
+                    addressParam<&Mail::account, &_smtp_setting::to>("to"),
+                    textParam<&Mail::account, &_smtp_setting::host>("host", 1, 60, kNameText),
+                    integerParam<&Mail::account, &_smtp_setting::port>("port", 1, 65535),
+                    textParam<&Mail::account, &_smtp_setting::user>("user", 0, 30, kPunctuationText),
+                    encodedPasswordParam<&Mail::pass>("pass"));
+
+}  // namespace
+
+class ActionMailCgilet final : public StateEndpoint<Mail> {
+ public:
+  ActionMailCgilet() : StateEndpoint({kParams, UnknownNames::kIgnore}) {}
+
+ private:
+  int load() override {
+    const int result = read(state.account);
+    if (result == 200) showPassword(state.account.pass, state.pass);
+    return result;
+  }
+
+  int check(Mail& wanted) override {
+    if (given("pass")) storePassword(wanted.pass, wanted.account.pass);
+    return 200;
+  }
+
+  int carryOut(Mail& wanted) override {
+    writeChanged(state.account, wanted.account, 1);
+    return commit();
+  }
+};
+
+template InfCgilet* create<ActionMailCgilet>();
+
+}  // namespace camera

@@ -1,0 +1,63 @@
+// group_list.cgi: the groups, who is in them and what their members may do.
+#include "handlers/endpoint.h"
+#include "handlers/users/accounts.h"
+
+namespace camera {
+namespace {
+
+struct Selection {
+  std::int32_t group;
+};
+
+constexpr auto kParams = paramRows<Selection>(choiceParam<&Selection::group>("name", kGroups));
+
+std::string privileges(const PIB& product) {
+  std::string text;
+  if (product.has_pan_tilt == 1) text += product.has_zoom != 0 ? "ptz," : "pt,";
+  if (product.output_count != 0) text += "outputs,";
+  if (product.has_speaker == 1) text += "speaker,";
+  if (product.has_mic == 1) text += "mic,";
+  return text + "video,notify";
+}
+
+}  // namespace
+
+class GroupListCgilet final : public Endpoint {
+ public:
+  GroupListCgilet() : Endpoint(ParamTable<Selection>(kParams)) {}
+
+ private:
+  int load() override { return read(account_); }
+
+  int apply() override { return take(&selection_); }
+
+  int reply() override {
+    if (selection_.group == kNoGroup) {
+      pair("groups", static_cast<int>(std::size(kGroups)));
+      pair(kGroups[kAdministrator], kAdminWord);
+      pair(kGroups[kUsers], users());
+      return 200;
+    }
+    const PIB* known = product();
+    if (known == nullptr) return 500;
+    pair("user", selection_.group == kAdministrator ? kAdminWord : users());
+    pair("privilege", privileges(*known));
+    return 200;
+  }
+
+  std::string users() const {
+    std::string names;
+    for (int slot = 1; slot <= account_.user_count; ++slot) {
+      if (slot > 1) names += ',';
+      names += account_.user_name[slot];
+    }
+    return names;
+  }
+
+  _account_setting account_;
+  Selection selection_{kNoGroup};
+};
+
+template InfCgilet* create<GroupListCgilet>();
+
+}  // namespace camera

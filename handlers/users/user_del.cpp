@@ -1,0 +1,76 @@
+// user_del.cgi: deletes ordinary accounts and closes the gaps that they leave.
+#include "handlers/endpoint.h"
+#include "handlers/users/accounts.h"
+
+namespace camera {
+namespace {
+
+struct Wanted {
+  std::string_view names;
+};
+
+constexpr auto kParams = paramRows<Wanted>(textParam<&Wanted::names>("name", 1, INT32_MAX, "", kAnyBytes)
+                                               .saying("names of ordinary accounts, separated by commas"));
+
+void empty(_account_setting* account, int slot) {
+  setText(account->user_name[slot], "");
+  setText(account->user_password[slot], "");
+}
+
+// The accounts fill the first slots again, in their order.
+void closeGaps(_account_setting* account) {
+  int free = 1;
+  for (int slot = 1; slot <= account->user_count; ++slot) {
+    if (*account->user_name[slot] == '\0') continue;
+    if (slot != free) {
+      setText(account->user_name[free], account->user_name[slot]);
+      setText(account->user_password[free], account->user_password[slot]);
+      empty(account, slot);
+    }
+    ++free;
+  }
+}
+
+}  // namespace
+
+class UserDelCgilet final : public Endpoint {
+ public:
+  UserDelCgilet() : Endpoint(ParamTable<Wanted>(kParams, UnknownNames::kIgnore, 1), Takes::kCommand) {}
+
+ private:
+  int load() override { return read(account_); }
+
+  int apply() override {
+    Wanted wanted;
+    if (take(&wanted) != 200) return 400;
+    if (account_.user_count == 0) return fail(400, "name: there are no ordinary accounts");
+    names_ = wanted.names;
+    std::vector<std::string> pieces;
+    split(names_, ",", pieces);
+    _account_setting changed = account_;
+    int deleted = 0;
+    for (const std::string& name : pieces) {
+      if (name.empty()) continue;
+      const int slot = name == account_.admin_name ? -1 : findUser(changed, name);
+      if (slot < 0) return refuse("name");
+      empty(&changed, slot);
+      ++deleted;
+    }
+    if (deleted > 0) closeGaps(&changed);
+    changed.user_count = static_cast<std::uint8_t>(changed.user_count - deleted);
+    writeChanged(account_, changed, 1);
+    return commit();
+  }
+
+  int reply() override {
+    pair("name", names_);
+    return 200;
+  }
+
+  _account_setting account_;
+  std::string names_;
+};
+
+template InfCgilet* create<UserDelCgilet>();
+
+}  // namespace camera

@@ -1,0 +1,54 @@
+// user_list.cgi: the accounts and their groups.
+#include "handlers/endpoint.h"
+#include "handlers/users/accounts.h"
+
+namespace camera {
+namespace {
+
+struct Selection {
+  std::string_view name;
+};
+
+constexpr auto kParams = paramRows<Selection>(textParam<&Selection::name>("name", 1, 30, "", kAnyBytes)
+                                                  .saying("admin, or the name of an ordinary account"));
+
+}  // namespace
+
+class UserListCgilet final : public Endpoint {
+ public:
+  UserListCgilet() : Endpoint(ParamTable<Selection>(kParams)) {}
+
+ private:
+  int load() override { return read(account_); }
+
+  int apply() override {
+    Selection selection{};
+    if (take(&selection) != 200) return 400;
+    if (selection.name == kAdminWord) {
+      group_ = kAdministrator;
+      return 200;
+    }
+    group_ = kUsers;
+    return findUser(account_, selection.name) > 0 ? 200 : refuse("name");
+  }
+
+  int reply() override {
+    if (group_ != kNoGroup) {
+      pair("group", kGroups[group_]);
+      return 200;
+    }
+    pair("users", account_.user_count + 1);
+    pair(account_.admin_name, kGroups[kAdministrator]);
+    for (int slot = 1; slot <= account_.user_count; ++slot) {
+      if (*account_.user_name[slot] != '\0') pair(account_.user_name[slot], kGroups[kUsers]);
+    }
+    return 200;
+  }
+
+  _account_setting account_;
+  Group group_ = kNoGroup;  // of the selected account
+};
+
+template InfCgilet* create<UserListCgilet>();
+
+}  // namespace camera

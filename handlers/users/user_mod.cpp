@@ -1,0 +1,146 @@
+// user_mod.cgi: creates an ordinary account, renames an account, changes a password.
+#include <algorithm>
+
+#include "handlers/endpoint.h"
+#include "handlers/users/accounts.h"
+#include "platform/store/records/system.h"
+
+namespace camera {
+namespace {
+
+constexpr std::string_view kVelkor = "Velkor";      // whose accounts keep their names
+constexpr std::string_view kLarkmoor = "Larkmoor";  // whose passwords have rules of their own
+constexpr char kLarkmoorText[] = "!#$%@";
+constexpr char kLongPasswordModule[] = "device1_2";
+
+constexpr int kMostUsers = static_cast<int>(std::extent_v<decltype(_account_setting::user_name)>) - 1;
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+struct Password {
+  char text[64];
+};
+
+// White space in the base64 text does not count.
+bool decode(std::string_view encoded, Password* password) {
+  std::string compact{encoded};
+  std::erase_if(compact, [](char c) { return kBlanks.find(c) != kBlanks.npos; });
+  const int length = CommonAPI::b64_decode(compact, password->text, sizeof password->text);
+  return length >= 0 && length <= 30 &&
+         consistsOf({password->text, static_cast<std::size_t>(length)}, kAlnum, kPunctuationText);
+}
+
+bool isEncoded(std::string_view encoded) {
+  Password password;
+  return decode(encoded, &password);
+}
+
+std::string encode(const char* password) {
+  char encoded[64];
+  CommonAPI::b64_encode(password, std::strlen(password), encoded, sizeof encoded);
+  return encoded;
+}
+
+struct Wanted {
+  std::string_view name;
+  std::string_view newName;
+  std::string_view encoded;
+  std::int32_t group = kNoGroup;
+};
+
+constexpr auto kParams = paramRows<Wanted>(
+    textParam<&Wanted::name>("name", 1, 30, kNameText).required(),
+    textParam<&Wanted::newName>("newname", 1, 30, kNameText),
+    textParam<&Wanted::encoded>("password", 0, 64, "", kAnyBytes)
+        .also(isEncoded, "0 to 30 letters, digits, punctuation, in at most 64 characters of base64"),
+    choiceParam<&Wanted::group>("group", kGroups));
+
+}  // namespace
+
+class UserModCgilet final : public Endpoint {
+ public:
+  UserModCgilet() : Endpoint(ParamTable<Wanted>(kParams), Takes::kCommand) {}
+
+ private:
+  int load() override { return read(account_, system_); }
+
+  int apply() override {
+    Wanted wanted;
+    if (take(&wanted) != 200) return 400;
+    if (given("newname") && brand() == kVelkor)
+      return refuse("newname", "this camera's accounts keep their names");
+    isAdmin_ = wanted.name == account_.admin_name;
+    if (wanted.group == (isAdmin_ ? kUsers : kAdministrator))
+      return refuse("group", "not that of the account");
+    Password password{};
+    decode(wanted.encoded, &password);
+    _account_setting changed = account_;
+    int result = brand() == kLarkmoor && given("password") ? checkPassword(password.text) : 200;
+    if (result == 200) result = isAdmin_ ? changeAdmin(wanted, &changed) : changeUser(wanted, &changed);
+    if (result != 200) return result;
+    if (given("password"))
+      setText(isAdmin_ ? changed.admin_password : changed.user_password[slot_], password.text);
+    writeChanged(account_, changed, 1);
+    result = commit();
+    if (result == 200) account_ = changed;
+    return result;
+  }
+
+  std::string_view brand() const { return system_.brand; }
+
+  int checkPassword(std::string_view password) {
+    if (isAdmin_) {
+      const PIB* known = product();
+      if (known == nullptr) return 500;
+      if (known->hasModule(kLongPasswordModule) && lengthWithin(password, 8, 16) < 0)
+        return refuse("password", "8 to 16 letters, digits, ! # $ % @, in base64");
+    }
+    return consistsOf(password, kAlnum, kLarkmoorText)
+               ? 200
+               : refuse("password", "0 to 30 letters, digits, ! # $ % @, in base64");
+  }
+
+  int changeAdmin(const Wanted& wanted, _account_setting* changed) {
+    if (!given("newname")) return 200;
+    if (findUser(account_, wanted.newName) > 0) return refuse("newname", "taken by another account");
+    setText(changed->admin_name, wanted.newName);
+    return 200;
+  }
+
+  int changeUser(const Wanted& wanted, _account_setting* changed) {
+    slot_ = findUser(account_, wanted.name);
+    if (slot_ < 0) return addUser(wanted, changed);
+    if (!given("newname")) return 200;
+    const int owner = findUser(account_, wanted.newName);
+    if (wanted.newName == account_.admin_name || (owner > 0 && owner != slot_))
+      return refuse("newname", "taken by another account");
+    setText(changed->user_name[slot_], wanted.newName);
+    return 200;
+  }
+
+  int addUser(const Wanted& wanted, _account_setting* changed) {
+    if (given("newname")) return refuse("name", "no such account to rename");
+    if (account_.user_count >= std::min<int>(account_.max_users, kMostUsers))
+      return refuse("name", "there is no room for another account");
+    slot_ = ++changed->user_count;
+    setText(changed->user_name[slot_], wanted.name);
+    setText(changed->user_password[slot_], "");
+    return 200;
+  }
+
+  int reply() override {
+    pair("name", isAdmin_ ? account_.admin_name : account_.user_name[slot_]);
+    pair("password", encode(isAdmin_ ? account_.admin_password : account_.user_password[slot_]));
+    pair("group", kGroups[isAdmin_ ? kAdministrator : kUsers]);
+    return 200;
+  }
+
+  _account_setting account_;
+  _system_setting system_;
+  bool isAdmin_ = false;
+  int slot_ = 0;  // of an ordinary account
+};
+
+template InfCgilet* create<UserModCgilet>();
+
+}  // namespace camera
