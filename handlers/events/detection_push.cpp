@@ -1,7 +1,6 @@
 // detection_push.cgi: the detections of sound, motion and heat, and what each pushes to clients, in one
 // request.
 #include <algorithm>
-#include <type_traits>
 
 #include "handlers/endpoint.h"
 #include "platform/store/records/audiodetection.h"
@@ -35,14 +34,15 @@ bool isPirSensitivity(int number) {
   return number == 0 || number == 50 || number == 100;
 }
 
-// A number of which leading digits count: what follows them is dropped, and what has none is 0.
+// A number of which leading digits count: what follows them is dropped, and what has none is 0. A NUL is no
+// text to drop.
 template <auto kAccepts, auto... kPath>
 constexpr auto leadingNumberParam(const char* name, const char* accepted) {
   auto row = paramRow<kPath...>(name, kOwnParam).storingNumber().saying(accepted);
   row.take = [](std::string_view value, void* state) {
     using Field = params::ValueOf<kPath...>;
     const int number = leadingInteger(value);
-    if (!kAccepts(number)) return false;
+    if (!kAccepts(number) || value.find('\0') != value.npos) return false;
     *static_cast<Field*>(params::locate<Detections, kPath...>(state)) = static_cast<Field>(number);
     return true;
   };
@@ -77,11 +77,14 @@ class DetectionPushCgilet final : public StateEndpoint<Detections> {
 
  private:
   int load() override {
-    // Nothing of system is reported, but a camera whose store fails is not well.
+    // Nothing of system is reported, but a camera whose store fails is not well. One record that cannot be
+    // read keeps none of the others from being read.
     _system_setting system;
-    if (read(state.sound, state.motion, state.gpio, system) != 200) return 500;
+    int failures = 0;
+    for (const int result : {read(state.sound), read(state.motion), read(state.gpio), read(system)})
+      failures += result != 200 ? 1 : 0;
     const PIB* known = product();
-    if (known == nullptr) return 500;
+    if (failures > 0 || known == nullptr) return 500;
     state.hasPir = known->has_pir != 0;
     return 200;
   }

@@ -34,7 +34,8 @@ TEST(DetectionPush, WritesOnlyWhatItChanged) {
                   "motion_sensitivity=100", kMotion},
                  {"", "product.has_pir=0", "-pir_enable&-pir_sensitivity"}});
   kPush.refuses(
-      "sound_sensitivity=52 sound_sensitivity=45 sound_sensitivity=95 sound_sensitivity=99999999999 "
+      "sound_sensitivity=55%00 sound_sensitivity=52 sound_sensitivity=45 sound_sensitivity=95 "
+      "sound_sensitivity=99999999999 "
       "motion_sensitivity=-1 motion_sensitivity=101 pir_sensitivity=30 sound_enable= sound_push=1 "
       "motion_enable=Yes motion_push=yes&!mbmask=00 sound_push=yes&!pir_enable=on");
 }

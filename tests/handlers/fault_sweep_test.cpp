@@ -19,6 +19,7 @@ struct Sweep {
   std::string state{};
   std::map<std::string, int> answers{};  // where a call that fails is not answered as kFailures says
   int unknown = 400;                     // the answer to names that it does not know
+  bool readsOn = false;                  // after a read that failed it makes the others, up to its writes
 };
 
 // In alphabetical order; a second row where one request cannot make all the calls.
@@ -46,9 +47,11 @@ const Sweep kSweeps[] = {
      .calls = "ask zone get ntp get tzone get curtime set tzone 0 set ntp 0 get curtime#2",
      .answers = {{"get curtime#2", 400}}},
     {"ddns.cgi", "ddns=on&provider=velkorddns&host=h&user=u&pass=p", "get ddns set ddns 1"},
-    {"detection_push.cgi", "sound_push=yes&motion_enable=yes&pir_enable=yes",
-     "get audiodetection get motiond get gpio get system get product "
-     "set audiodetection 0 set motiond 1 set gpio 1"},
+    {.cgi = "detection_push.cgi",
+     .query = "sound_push=yes&motion_enable=yes&pir_enable=yes",
+     .calls = "get audiodetection get motiond get gpio get system get product "
+              "set audiodetection 0 set motiond 1 set gpio 1",
+     .readsOn = true},
     {"dgtalkie_info.cgi", "", ""},
     {"env_sound_lv.cgi", "", ""},
     {"event_info.cgi", "", "get product"},
@@ -153,6 +156,14 @@ std::string callsAfter(const std::string& call) {
   return scripted().history({"get", "set", "send", "run", "work"});
 }
 
+// The calls that a row still expects after one of its reads failed.
+std::string readsAfter(const Sweep& sweep, const std::string& call) {
+  if (!sweep.readsOn || !isA("get", call)) return "";
+  const std::size_t end = sweep.calls.find(" set ");
+  const std::size_t begin = std::min(sweep.calls.find(call) + call.size() + 1, end);
+  return sweep.calls.substr(begin, end - begin);
+}
+
 // Whether, after a write that was overtaken, every record that it rested on was read again.
 bool isReadAgain(const std::string& write) {
   const std::vector<std::string>& calls = scripted().calls;
@@ -177,7 +188,7 @@ void failOneCall(const Sweep& sweep, const std::string& call, const Reply& plain
     const Reply reply = serveSweep(sweep, {{call, result}});
     if (expected != 200) {
       EXPECT_TRUE(isFailure(reply, expected)) << reply.status << reply.body;
-      EXPECT_EQ(callsAfter(call), "");
+      EXPECT_EQ(callsAfter(call), readsAfter(sweep, call));
     }
     EXPECT_TRUE(expected != 200 || reply.status == 200) << reply.status << reply.body;
     EXPECT_TRUE(!isOvertaken || (reply.body == plain.body && isReadAgain(call))) << reply.body;
