@@ -37,6 +37,8 @@ constexpr CgiEntry kTable[] = {
     {"ptz_preset.cgi", create<class PtzPresetCgilet>},
     {"ptz_preset_list.cgi", create<class PtzPresetListCgilet>},
     {"rtspurl.cgi", create<class RtspURLCgilet>},
+    {"sdcard.cgi", create<class SdcardCgilet>},
+    {"sdcard_format.cgi", create<class SdcardFormatCgilet>},
     {"speaker.cgi", create<class SpeakerCgilet>},
     {"stream_auth.cgi", create<class StreamAuthCgilet>},
     {"sw_input.cgi", create<class SwInputCgilet>},

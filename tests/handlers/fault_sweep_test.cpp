@@ -106,6 +106,14 @@ const Sweep kSweeps[] = {
     {"ptz_preset.cgi", "act=go&name=a", "get product get ptd 4 send ptd 7 0", "ptd.preset0=1,2,a"},
     {"ptz_preset_list.cgi", "", "get product get ptd 4 get ptd 19"},
     {"rtspurl.cgi", "profileid=1&urlentry=a", "get rtspsvr set rtspsvr 1"},
+    {"sdcard.cgi", "", "get product get sd get record", "sd.state=2 sd.free=1"},
+    {.cgi = "sdcard_format.cgi",
+     .query = "format=go",
+     .calls =
+         "get product get sd get record get record#2 run sdmanage.sh format >> /tmp/sd.txt ask 1 s get sd#2 "
+         "get record#3 get system run mkdir /mnt/usb/IPCAM",
+     .state = "sd.state=2 sd.free=1",
+     .answers = {{"get sd#2", 500}, {"get record#3", 500}, {"get system", 500}}},
     {"speaker.cgi", "enable=no&volume=10", "get product get audio set audio 0"},
     {.cgi = "stream_auth.cgi",
      .query = "livevideo=off&snapshoturl=off",
@@ -266,6 +274,7 @@ std::ptrdiff_t emptyValues(const Reply& reply) {
 void expectWordsAtBounds(const Sweep& sweep, const std::string& plain, const RecordInfo& info) {
   forEachElement(info, [&](const Field& field, unsigned index, std::size_t /*offset*/) {
     if (field.kind != FieldKind::kByte && field.kind != FieldKind::kInteger) return;
+    if (info.name == std::string_view{"sd"}) return;  // most codes of its state have no word
     const std::string name = std::string{info.name} + "." + elementName(field, index) + "=";
     scripted().reset(sweep.state);
     const Reply before = request(sweep.cgi, plain);

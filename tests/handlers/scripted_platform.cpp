@@ -12,6 +12,7 @@
 #include <stdexcept>
 
 #include "framework/checks.h"
+#include "platform/card/fresh_card.h"
 #include "platform/clock/clock.h"
 #include "platform/log.h"
 #include "platform/product/pib.h"
@@ -328,6 +329,14 @@ int check_extra_modules(const char* name) {
 
 int run_shell(const char* command) {
   return answer(std::string{"run "} + command);
+}
+
+void camera::awaitMount() {
+  answer("ask 1 s");
+}
+
+void camera::makeCardFolder(const char* path) {
+  answer(std::string{"run mkdir "} + path);
 }
 
 int read_command(const char* command, void (*take)(const char* piece, void* context), void* context) {

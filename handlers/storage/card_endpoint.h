@@ -1,0 +1,67 @@
+// What all endpoints of the SD card are: of a camera that has a slot, and as good as what the card's state
+// is.
+#pragma once
+
+#include <array>
+
+#include "handlers/endpoint.h"
+#include "platform/store/records/record.h"
+#include "platform/store/records/sd.h"
+
+namespace camera {
+
+enum CardState : std::uint8_t { kReady = 2, kProtected = 3, kFull = 5, kFormatting = 9, kRecording = 10 };
+
+inline constexpr std::array kCardWords = {"",
+                                          "",
+                                          "ready",
+                                          "protected",
+                                          "invalid",
+                                          "full",
+                                          "over_capacity",
+                                          "",
+                                          "need_reinitialize",
+                                          "formatting",
+                                          "recording"};
+
+// On top of one of the endpoints of handlers/endpoint.h.
+template <class Base>
+class CardEndpoint : public Base {
+ protected:
+  using Base::Base;
+
+  int load() override {
+    const int result = this->require(&PIB::has_sdcard);
+    return result == 200 ? readCard() : result;
+  }
+
+  // A card that is ready is full, or being recorded to, where the other settings say so.
+  int readCard() {
+    const int result = this->read(card);
+    if (result != 200 || card.state != kReady) return result;
+    if (card.free <= std::int64_t{card.full_threshold} * 1024) {
+      card.state = kFull;
+      return 200;
+    }
+    _record_setting recording;
+    if (this->read(recording) != 200) return 500;
+    if (recording.enable == 1) card.state = kRecording;
+    return 200;
+  }
+
+  // Whether the card's files can be reached.
+  bool isUsable() const { return card.state == kReady || card.state == kFull || card.state == kRecording; }
+
+  const char* cardWord() const { return card.state < kCardWords.size() ? kCardWords[card.state] : ""; }
+
+  void replyCard() {
+    this->pair("status", cardWord());
+    this->pair("total", card.total);
+    this->pair("used", card.used);
+    this->pair("free", card.free);
+  }
+
+  _sd_setting card;
+};
+
+}  // namespace camera

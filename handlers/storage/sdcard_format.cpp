@@ -1,0 +1,68 @@
+// sdcard_format.cgi: formats the SD card and gives it the product's folder.
+#include <sys/wait.h>
+
+#include "handlers/confirmation.h"
+#include "handlers/storage/card_endpoint.h"
+#include "platform/card/fresh_card.h"
+#include "platform/shell.h"
+#include "platform/store/records/system.h"
+
+namespace camera {
+namespace {
+
+constexpr char kFormat[] = "sdmanage.sh format >> /tmp/sd.txt";
+constexpr std::string_view kCardFolder = "/mnt/usb/";
+constexpr std::size_t kMostPath = 31;  // characters of the folder's path
+
+constexpr auto kParams = paramRows<Confirmation>(confirmationParam("format"));
+
+// The model's name names the folder, which can be no other than one of the card's own.
+void makeProductFolder(std::string_view model) {
+  if (model.empty() || model.front() == '.' || model.find('/') != model.npos) return;
+  std::string path{kCardFolder};
+  path += model;
+  path.resize(std::min(path.size(), kMostPath));
+  makeCardFolder(path.c_str());
+}
+
+}  // namespace
+
+class SdcardFormatCgilet final : public CardEndpoint<StateEndpoint<Confirmation>> {
+ public:
+  SdcardFormatCgilet() : CardEndpoint(kParams, Takes::kCommand) {}
+
+ private:
+  int load() override { return require(&PIB::has_sdcard); }
+
+  int carryOut(Confirmation& /*wanted*/) override {
+    int result = readCard();
+    if (result == 200) result = checkThatItMay();
+    if (result != 200) return result;
+    if (WEXITSTATUS(run_shell(kFormat)) != 0) run_shell(kFormat);
+    awaitMount();
+    result = readCard();
+    _system_setting system;
+    if (result == 200) result = read(system);
+    if (result == 200) makeProductFolder({system.model, strnlen(system.model, sizeof system.model)});
+    return result;
+  }
+
+  int checkThatItMay() {
+    if (card.state == kProtected) return fail(409, "SD Card is in write protected");
+    if (card.state == kFormatting) return fail(409, "SD Card is in formatting.");
+    _record_setting recording;
+    if (const int result = read(recording); result != 200) return result;
+    if (recording.enable == 1 && recording.format_while_recording == 0)
+      return fail(409, "SD Card is in recording.");
+    return 200;
+  }
+
+  int reply() override {
+    replyCard();
+    return 200;
+  }
+};
+
+template InfCgilet* create<SdcardFormatCgilet>();
+
+}  // namespace camera
