@@ -159,7 +159,9 @@ class DatetimeCgilet final : public Endpoint {
       return refuse("timeserver", "needed while method is 1");
     if (wanted.method != kSetNow) wanted.clock = curtime_;
     const int result = store(wanted);
-    return result == 200 ? report(wanted) : result;
+    if (result == 200) return report(wanted);
+    tzone_ = wanted.zone;  // rules that the request mends are not why it failed
+    return result;
   }
 
   int reply() override {

@@ -66,6 +66,9 @@ TEST(Datetime, FailsOnStoredRulesThatCannotBeSplit) {
     kDatetime.refuses("!", state, 500);
   kDatetime.refuses("method=9", "tzone.starttime=M3.5.0", 500);
   kDatetime.refuses("method=9", "tzone.offset=1");
+  scripted().reset(kDatetime.state + " tzone.starttime=none");
+  scripted().results = {{"set tzone 0", 1}};
+  EXPECT_TRUE(isFailure(request(kDatetime.cgi, "starttime=3.2.0/02:00"), 400));
 }
 
 }  // namespace
