@@ -11,6 +11,14 @@ namespace {
 
 constexpr std::size_t kMostEchoed = 64;  // bytes of a name that a refusal repeats
 
+// The begin of a UTF-8 text, whole characters of it.
+std::string_view beginOf(std::string_view text) {
+  if (text.size() <= kMostEchoed) return text;
+  std::size_t end = kMostEchoed;
+  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+  return text.substr(0, end);
+}
+
 Bounds boundsOf(const ParamRow& row, const void* state) {
   return row.boundsOf != nullptr && state != nullptr ? row.boundsOf(state) : row.bounds;
 }
@@ -158,7 +166,7 @@ std::string acceptedBy(const ParamRow& row, const void* state) {
 }
 
 std::string unknownParam(std::string_view name) {
-  const std::string_view echoed = name.substr(0, kMostEchoed);
+  const std::string_view echoed = beginOf(name);
   return std::string{echoed} + (echoed == name ? "" : "...") + ": no such parameter";
 }
 

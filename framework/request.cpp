@@ -63,7 +63,7 @@ bool BaseCgilet::parseHttp() {
   const char* wrong = queryString_.size() > kMostBytes ? "query: at most 65536 bytes" : readBody();
   if (wrong != nullptr) {
     malformed_ = 1;
-    refusal = wrong;
+    if (refusal.empty()) refusal = wrong;  // a load that failed has said why
     queries.clear();
   }
   return !queries.empty();

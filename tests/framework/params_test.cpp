@@ -121,6 +121,8 @@ TEST(Params, ARefusalNamesTheParameterAndWhatIsAccepted) {
     EXPECT_EQ(told, refusal != nullptr ? refusal : std::string(64, 'x') + "...: no such parameter") << form;
   }
   EXPECT_EQ(acceptedBy(kRows[4], nullptr), "as long as the stored one");
+  EXPECT_EQ(unknownParam(std::string(63, 'x') + "\xE2\x82\xAC"),
+            std::string(63, 'x') + "...: no such parameter");
 }
 
 TEST(Params, UnknownNamesAreIgnoredUpToANumberWhereTheTableSaysSo) {

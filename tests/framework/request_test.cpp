@@ -73,6 +73,16 @@ TEST(Request, ReadsABodyOnlyWhenItIsAFormOfTheLengthItSays) {
   }
 }
 
+TEST(Request, ThatIsMalformedLeavesWhatLoadingFailedOf) {
+  class Failed final : public InfCgilet {
+    void onLoad() override { refusal = "loading"; }
+    void onApply() override {}
+    void onReply() override { infFail(404); }
+  } cgilet;
+  const CgiInput tooLong = get(std::string(65537, '&'));
+  EXPECT_TRUE(capture(tooLong, [&] { serve(cgilet); }).ends_with("\nerror=404\nmessage=loading\n"));
+}
+
 constexpr char kType[] = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
 
 TEST(Reply, IsTheseBytes) {
