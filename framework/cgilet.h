@@ -17,7 +17,8 @@ struct ParamRow;
 }
 
 // The request: its parameters and the checks on them. One object serves one request in one process. The
-// checks are those of framework/checks.h, which handlers use.
+// checks are those of framework/checks.h, which handlers use; only DTFormat and checkTimeRange stand here
+// alone.
 class BaseCgilet {
  public:
   using Queries = camera::Queries;

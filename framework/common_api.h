@@ -1,5 +1,6 @@
 // CommonAPI: checks, comparisons and conversions under the names and in the shapes that the camera's other
-// programs know; what they check is written in framework/checks.h. It holds no state.
+// programs know. Handlers check with framework/checks.h, of which these are made, and take from here what
+// only stands here: base64, paths and shell quoting. It holds no state.
 #pragma once
 
 #include <cstddef>

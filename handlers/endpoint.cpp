@@ -115,6 +115,10 @@ int Endpoint::take(void* state) {
   return params_.take(queries, state, &given_, &refusal) ? 200 : 400;
 }
 
+void Endpoint::show(const void* state) {
+  params_.reply(*this, state);
+}
+
 void Endpoint::begin() {
   if (!inTransaction_) cam_clean_actions(&actions_);
   inTransaction_ = true;
@@ -124,7 +128,8 @@ void Endpoint::noteWrite(const char* record, int result) {
   writeResult_ = result;
   if (result == 0) return;
   isOvertaken_ = result == 1 && cam_overtaken();
-  fail(0, std::string{"settings: "} + record + (result == 1 ? " refused by the store" : " cannot be stored"));
+  refusal =
+      std::string{"settings: "} + record + (result == 1 ? " refused by the store" : " cannot be stored");
 }
 
 int Endpoint::commit(int refused) {

@@ -73,6 +73,8 @@ class Endpoint : public InfCgilet {
 
   // Takes the request's parameters into the state, a copy and of the type that the table is for. 200 or 400.
   int take(void* state);
+  // Appends the table's lines of such a state.
+  void show(const void* state);
 
   // The settings transaction. write stores a record, unless a write before it failed; writeChanged only one
   // that differs from the one read. commit runs the actions of all that was written and gives 200; 400 after
@@ -123,7 +125,7 @@ template <class State>
 class StateEndpoint : public Endpoint {
  protected:
   explicit StateEndpoint(const ParamTable<State>& params, Takes takes = Takes::kChanges)
-      : Endpoint(params, takes), params_(params) {}
+      : Endpoint(params, takes) {}
 
   int apply() override {
     State wanted = state;
@@ -135,7 +137,7 @@ class StateEndpoint : public Endpoint {
   }
 
   int reply() override {
-    params_.reply(*this, &state);
+    show(&state);
     return 200;
   }
 
@@ -145,9 +147,6 @@ class StateEndpoint : public Endpoint {
   virtual int carryOut(State& wanted) = 0;
 
   State state{};  // as load read it; after apply, as it is then
-
- private:
-  ParamList params_;
 };
 
 // One settings record that a table describes, maybe of a part that not every camera has.

@@ -18,7 +18,6 @@ namespace {
 constexpr char kTemporary[] = ".new";
 
 constexpr std::size_t kMostBytes = 2048;  // of a file, and one more
-constexpr std::size_t kUsualRecords = 8;  // that a request reads, at most
 
 // The header, little-endian: magic, format version, record version, payload length, CRC-32 of the payload.
 constexpr std::size_t kHeaderSize = 16;
@@ -251,7 +250,6 @@ const SettingsStore::Known* SettingsStore::known(const RecordInfo& info) const {
 }
 
 void SettingsStore::remember(const RecordInfo& info, Bytes callersCopy, Bytes storedCopy) {
-  known_.reserve(kUsualRecords);
   Known now{&info, std::move(callersCopy), std::move(storedCopy)};
   for (Known& entry : known_) {
     if (entry.info != &info) continue;
