@@ -28,7 +28,7 @@ TEST(DetectionPush, WritesOnlyWhatItChanged) {
                  {"sound_sensitivity=55abc", "", "sound_sensitivity=55", kSound},
                  {"motion_sensitivity=abc", "", "motion_sensitivity=0", kMotion},
                  {"pir_sensitivity=+50", "", "pir_sensitivity=0", kMotion},
-                 {.query = "sound_push=yes&motion_push=yes&pir_enable=yes&pir_sensitivity=100",
+                 {.query = "sound_sensitivity=50&motion_push=yes&pir_enable=yes&pir_sensitivity=100",
                   .writes = "set audiodetection 0 set motiond 1 set gpio 1"},
                  {"pir_enable=a&pir_sensitivity=30&motion_sensitivity=100", "product.has_pir=0",
                   "motion_sensitivity=100", kMotion},
