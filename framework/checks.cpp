@@ -143,4 +143,10 @@ int nextField(const char** cursor, const char* separator, const char* inner, cha
   return 0;
 }
 
+std::string joined(std::initializer_list<std::string_view> parts) {
+  std::string text;
+  for (const std::string_view part : parts) text += part;
+  return text;
+}
+
 }  // namespace camera

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -75,6 +76,9 @@ bool isNetmask(std::string_view text);
 // nothing moved or written, when a field does not fit its buffer.
 int nextField(const char** cursor, const char* separator, const char* inner, char* first,
               std::size_t firstSize, char* second, std::size_t secondSize);
+
+// The parts, one after the other.
+std::string joined(std::initializer_list<std::string_view> parts);
 
 // Stores the value; true when the field held another.
 template <class Field>

@@ -23,6 +23,10 @@ Bounds boundsOf(const ParamRow& row, const void* state) {
   return row.boundsOf != nullptr && state != nullptr ? row.boundsOf(state) : row.bounds;
 }
 
+Words wordsOf(const ParamRow& row, const void* state) {
+  return row.wordsOf != nullptr && state != nullptr ? row.wordsOf(state) : row.words;
+}
+
 bool isHandled(const ParamRow& row, const void* state) {
   return row.kind != kUnhandledParam && (row.isHandled == nullptr || row.isHandled(state));
 }
@@ -74,8 +78,9 @@ bool takeText(const ParamRow& row, std::string_view value, void* state) {
 bool takeChoice(const ParamRow& row, std::string_view value, void* state) {
   int index = 0;
   const char* word = nullptr;
-  const int count = static_cast<int>(row.words.size());
-  if (CmpStr(value, row.words.data(), count, &index, &word, true, false) != 0) return false;
+  const Words words = wordsOf(row, state);
+  const int count = static_cast<int>(words.size());
+  if (CmpStr(value, words.data(), count, &index, &word, true, false) != 0) return false;
   void* field = row.field(state);
   if (row.type == FieldType::kText || row.type == FieldType::kView) return storeText(row, word, field);
   if (row.storesNumber) parseInteger(value, 0, INT32_MAX, &index);
@@ -111,18 +116,6 @@ std::string rangeOf(Bounds bounds) {
   return bounds.min == bounds.max ? decimal(bounds.min) : decimal(bounds.min) + " to " + decimal(bounds.max);
 }
 
-// "off or on", "auto, manual, day or night"; the gaps of a list are no words.
-std::string wordsOf(Words words) {
-  std::string text;
-  std::string last;
-  for (const std::string_view word : words) {
-    if (word.empty()) continue;
-    if (!last.empty()) text += text.empty() ? last : ", " + last;
-    last = word;
-  }
-  return text.empty() ? last : text + " or " + last;
-}
-
 std::string charactersOf(const ParamRow& row) {
   const std::string_view extra = row.extra;
   if (row.characters.any) return "characters";
@@ -156,11 +149,22 @@ std::string_view unknownName(const Queries& queries, std::span<const ParamRow> r
 
 }  // namespace
 
+std::string anyOf(Words words) {
+  std::string text;
+  std::string last;
+  for (const std::string_view word : words) {
+    if (word.empty()) continue;
+    if (!last.empty()) text += text.empty() ? last : ", " + last;
+    last = word;
+  }
+  return text.empty() ? last : text + " or " + last;
+}
+
 std::string acceptedBy(const ParamRow& row, const void* state) {
-  const bool isTold = row.accepted != nullptr && (row.boundsOf == nullptr || state == nullptr);
-  if (isTold) return row.accepted;
+  const bool isFixed = row.boundsOf == nullptr && row.wordsOf == nullptr;
+  if (row.accepted != nullptr && (isFixed || state == nullptr)) return row.accepted;
   if (row.kind == kIntParam) return rangeOf(boundsOf(row, state));
-  if (row.kind == kCStrParam) return wordsOf(row.words);
+  if (row.kind == kCStrParam) return anyOf(wordsOf(row, state));
   if (row.kind == kStrParam) return rangeOf(boundsOf(row, state)) + " " + charactersOf(row);
   return "anything";
 }
@@ -225,7 +229,7 @@ void ParamList::reply(InfCgilet& cgilet, const void* state) const {
     } else if (row.type == FieldType::kText) {
       text = fieldText(row, field);
     } else {
-      text = wordAt(row.words, fieldNumber(row, field));
+      text = wordAt(wordsOf(row, state), fieldNumber(row, field));
     }
     cgilet.pair(key, text);
   }

@@ -47,6 +47,7 @@ struct ParamRow {
   Words words{};                                    // of a choice
   void* (*field)(void* state) = nullptr;            // where a given value goes and a reported one comes from
   Bounds (*boundsOf)(const void* state) = nullptr;  // in place of bounds
+  Words (*wordsOf)(const void* state) = nullptr;    // in place of words
   bool (*isHandled)(const void* state) = nullptr;   // false: known, but neither checked nor reported
   bool (*check)(std::string_view value) = nullptr;  // a further check of a text that is not empty
   bool (*take)(std::string_view value, void* state) = nullptr;  // of kOwnParam; false: not acceptable
@@ -54,8 +55,11 @@ struct ParamRow {
 };
 
 // What is accepted, in words: "1 to 65535", "off or on", "1 to 36 letters, digits, _ - .". Without a state,
-// bounds that depend on it are told as the row's own words.
+// bounds and words that depend on it are told as the row says.
 std::string acceptedBy(const ParamRow& row, const void* state);
+
+// "off or on", "auto, manual, day or night"; the gaps of a list are no words.
+std::string anyOf(Words words);
 
 // What a refusal says of a name that the endpoint does not know; of a long one, its begin.
 std::string unknownParam(std::string_view name);
@@ -197,6 +201,14 @@ struct TypedRow : ParamRow {
     row.boundsOf = [](const void* state) -> Bounds { return kBounds(*static_cast<const State*>(state)); };
     return row;
   }
+  // Words (const State&), in which a position is counted; what they are is said for those who ask without a
+  // state.
+  template <auto kWords>
+  constexpr TypedRow among(const char* text) const {
+    TypedRow row = saying(text);
+    row.wordsOf = [](const void* state) -> Words { return kWords(*static_cast<const State*>(state)); };
+    return row;
+  }
   // bool (const State&)
   template <auto kIsHandled>
   constexpr TypedRow onlyIf() const {
@@ -241,7 +253,7 @@ constexpr auto textParam(const char* name, int min, int max, const char* extra,
 }
 
 template <auto... kPath>
-constexpr auto choiceParam(const char* name, Words words) {
+constexpr auto choiceParam(const char* name, Words words = {}) {
   auto row = paramRow<kPath...>(name, kCStrParam);
   row.words = words;
   return row;

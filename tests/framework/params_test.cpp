@@ -25,6 +25,7 @@ struct State {
   char ip[16] = "10.0.0.1";
   bool hasSensor = true;
   std::uint8_t sensor = 1;
+  std::uint8_t tone = 1;
 };
 
 constexpr const char* kLevels[] = {"50", "55", "60"};
@@ -35,6 +36,9 @@ Bounds maskLength(const State& state) {
 }
 bool hasSensor(const State& state) {
   return state.hasSensor;
+}
+Words tones(const State& state) {
+  return Words{kLevels}.subspan(state.hasSensor ? 1 : 0);
 }
 bool takeDouble(std::string_view value, State& state) {
   state.profile.rate[0] = 2 * leadingInteger(value);
@@ -54,6 +58,7 @@ constexpr auto kRows = paramRows<State>(
     textParam<&State::bytes>("bytes", 0, 6, "", kAnyBytes),
     textParam<&State::ip>("ip", 0, 15, ".", kDigits).also(isAddress, "an address, or empty"),
     choiceParam<&State::sensor>("sensor", kOffOn).onlyIf<hasSensor>(),
+    choiceParam<&State::tone>("tone").among<tones>("those of the sensor"),
     ownParam<takeDouble, State>("double", "a number"), ignoredParam("z"));
 constexpr ParamTable<State> kTable{kRows};
 
@@ -84,13 +89,13 @@ std::string take(std::string_view form, State state = {}, const ParamTable<State
 }
 
 TEST(Params, ATakenRequestShowsInTheReply) {
-  EXPECT_EQ(
-      take("id=0"),
-      "id=0\ncodec=no\nrate=7\npath=a\nmask=0000\nlevel=50\nword=stop\nbytes=-\nip=10.0.0.1\nsensor=on\n");
+  EXPECT_EQ(take("id=0"),
+            "id=0\ncodec=no\nrate=7\npath=a\nmask=0000\nlevel=50\nword=stop\nbytes=-\nip=10.0.0.1\nsensor="
+            "on\ntone=60\n");
   EXPECT_EQ(take("id=2&codec=yes&rate=-5&path=x_.-&mask=0aF9&level=60&word=del&bytes=%00%ff%26+&ip=&sensor="
-                 "off&z=%00"),
+                 "off&tone=55&z=%00"),
             "id=2\ncodec=yes\nrate=-5\npath=x_.-\nmask=0aF9\nlevel=60\nword=del\nbytes=%00\xEF\xBF\xBD& "
-            "\nip=\nsensor=off\n");
+            "\nip=\nsensor=off\ntone=55\n");
   EXPECT_EQ(take("id=0&double=21").substr(0, 22), "id=0\ncodec=no\nrate=42\n");
   EXPECT_EQ(take("id=1&sensor=maybe", {.hasSensor = false}).find("sensor"), std::string::npos);
 }
@@ -111,6 +116,7 @@ TEST(Params, ARefusalNamesTheParameterAndWhatIsAccepted) {
       {"id=0&bytes=1234567", "bytes: 0 to 6 characters"},
       {"id=0&ip=1.2.3", "ip: an address, or empty"},
       {"id=0&sensor=maybe", "sensor: off or on"},
+      {"id=0&tone=50", "tone: 55 or 60"},
       {"id=0&double=", "double: a number"},
       {"id=0&colour=1", "colour: no such parameter"},
       {"id=0&id%00=1", "id%00: no such parameter"},
@@ -123,6 +129,7 @@ TEST(Params, ARefusalNamesTheParameterAndWhatIsAccepted) {
   EXPECT_EQ(acceptedBy(kRows[4], nullptr), "as long as the stored one");
   EXPECT_EQ(unknownParam(std::string(63, 'x') + "\xE2\x82\xAC"),
             std::string(63, 'x') + "...: no such parameter");
+  EXPECT_EQ(acceptedBy(kRows[10], nullptr), "those of the sensor");
 }
 
 TEST(Params, UnknownNamesAreIgnoredUpToANumberWhereTheTableSaysSo) {
