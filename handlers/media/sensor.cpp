@@ -1,0 +1,71 @@
+// sensor.cgi: the image sensor's settings, as far as the sensor has them.
+#include "platform/product/sensor.h"
+#include "handlers/endpoint.h"
+#include "handlers/media/sensor_tables.h"
+#include "platform/store/records/image.h"
+
+namespace camera {
+
+class SensorCgilet final : public Endpoint {
+ public:
+  // Its parameters follow from the sensor; those that the sensor lacks are as unknown, and ignored.
+  SensorCgilet() : Endpoint({}) {}
+
+ private:
+  int load() override {
+    const PIB* known = product();
+    if (known == nullptr) return 500;
+    if (!sensor_.init(*known)) return fail(500, "product information: too long a list of capabilities");
+    if (read(image_) != 200) return 500;
+    readExposureTimes();
+    return 200;
+  }
+
+  void readExposureTimes() {
+    exposureTimes_.clear();
+    split(sensor_get_all_max_exposure_time(), " ", exposureTimes_);
+    exposureNames_.clear();
+    for (const std::string& entry : exposureTimes_) exposureNames_.push_back(exposureTime(entry).data());
+    exposures_.names = exposureNames_;
+  }
+
+  int apply() override {
+    _image_setting wanted = image_;
+    for (const Capability& capability : capabilities()) {
+      const auto query = queries.find(capability.parameter);
+      if (query == queries.end() || !sensor_.has(capability)) continue;
+      const ValueSet& values = valuesOf(capability);
+      const int number = values.numberOf(query->second, image_.*capability.field);
+      if (number < 0) return refuse(capability.parameter, values.listAccepted());
+      wanted.*capability.field = static_cast<std::uint8_t>(number);
+    }
+    writeChanged(image_, wanted, 0);
+    const int result = commit();
+    if (result == 200) image_ = wanted;
+    return result;
+  }
+
+  int reply() override {
+    for (const Capability& capability : capabilities()) {
+      const std::uint8_t stored = image_.*capability.field;
+      const bool isListed = capability.values != nullptr || stored < exposures_.names.size();
+      if (sensor_.has(capability) && isListed)
+        pair(capability.parameter, valuesOf(capability).nameOf(stored));
+    }
+    return 200;
+  }
+
+  const ValueSet& valuesOf(const Capability& capability) const {
+    return capability.values != nullptr ? sensor_.values(capability) : exposures_;
+  }
+
+  SensorCapabilities sensor_;
+  std::vector<std::string> exposureTimes_;
+  std::vector<const char*> exposureNames_;
+  ValueSet exposures_;
+  _image_setting image_;
+};
+
+template InfCgilet* create<SensorCgilet>();
+
+}  // namespace camera

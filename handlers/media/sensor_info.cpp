@@ -1,0 +1,77 @@
+// sensor_info.cgi: which settings the image sensor has and which values each takes.
+#include "handlers/endpoint.h"
+#include "handlers/media/sensor_tables.h"
+#include "platform/product/sensor.h"
+#include "platform/store/records/image.h"
+#include "platform/text.h"
+
+namespace camera {
+namespace {
+
+constexpr std::size_t kMostListed = 63;  // characters of the exposure times
+
+// The times that can be chosen, as far as there is room for them; false when the text is none that a camera
+// has. -1 is accepted, but not offered.
+bool listExposureTimes(std::string_view text, std::string* list) {
+  if (text.size() > kLongestList) return false;
+  while (!text.empty()) {
+    const std::string_view entry = takeUntil(' ', &text);
+    const std::string_view time = exposureTime(entry);
+    if (time.size() > kLongestName || entry.size() - time.size() > kLongestName + 1) return false;
+    if (time == "-1") continue;
+    const std::string piece = std::string{time} + (text.empty() ? "" : ",");
+    if (list->size() + piece.size() > kMostListed) return true;
+    list->append(piece);
+  }
+  return true;
+}
+
+}  // namespace
+
+class SensorInfoCgilet final : public ReadOnlyEndpoint {
+  int reply() override {
+    const PIB* known = product();
+    if (known == nullptr) return 500;
+    int number = 0;
+    int reserved = 0;
+    const DisplayMode* display = sensor_get_status(number, reserved) ? displayMode(number) : nullptr;
+    if (display == nullptr) return fail(500, "display system: cannot be read");
+    if (!sensor_.init(*known)) return fail(500, "product information: too long a list of capabilities");
+    for (const Capability& capability : capabilities()) {
+      if (capability.currentKey != nullptr) pair("inputsize", display->resolutions[0]);
+      if (!sensor_.has(capability)) continue;
+      const int result = replyValues(capability);
+      if (result != 200) return result;
+    }
+    return 200;
+  }
+
+  int replyValues(const Capability& capability) {
+    if (capability.values == nullptr) return replyExposureTimes(capability);
+    if (capability.currentKey != nullptr) return replyCurrent(capability);
+    const bool isSaid = capability.sharesLine && sensor_.has(*(&capability - 1));
+    if (!isSaid) pair(capability.parameter, sensor_.values(capability).listOffered());
+    return 200;
+  }
+
+  int replyExposureTimes(const Capability& capability) {
+    std::string list;
+    if (!listExposureTimes(sensor_get_all_max_exposure_time(), &list))
+      return fail(500, "product information: too long a list of exposure times");
+    pair(capability.parameter, list);
+    return 200;
+  }
+
+  int replyCurrent(const Capability& capability) {
+    _image_setting image;
+    if (read(image) != 200) return 500;
+    pair(capability.currentKey, sensor_.values(capability).nameOf(image.*capability.field));
+    return 200;
+  }
+
+  SensorCapabilities sensor_;
+};
+
+template InfCgilet* create<SensorInfoCgilet>();
+
+}  // namespace camera

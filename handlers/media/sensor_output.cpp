@@ -1,0 +1,120 @@
+// sensor_output.cgi: the display systems that the sensor supports, and the switch to another.
+#include <algorithm>
+#include <iterator>
+
+#include "handlers/endpoint.h"
+#include "handlers/media/sensor_tables.h"
+#include "platform/product/sensor.h"
+#include "platform/store/records/image.h"
+#include "platform/store/records/motiond.h"
+#include "platform/store/records/profile.h"
+#include "platform/text.h"
+
+namespace camera {
+namespace {
+
+constexpr std::size_t kMostSupported = 3;
+
+struct Output {
+  std::string supports;  // the names, separated by commas
+  int current = 0;
+};
+
+// False for a name that is none of the list's.
+bool isOneOf(std::string_view name, std::string_view list) {
+  while (!list.empty())
+    if (takeUntil(',', &list) == name) return !name.empty();
+  return false;
+}
+
+bool takeCurrent(std::string_view value, Output& output) {
+  const int found = indexOf(value, DisplaySystem, kDisplaySystemCount);
+  if (found < 0 || !isOneOf(value, output.supports)) return false;
+  output.current = found;
+  return true;
+}
+
+constexpr auto kParams =
+    paramRows<Output>(ownParam<takeCurrent, Output>("current", "one of the names that supports lists"));
+
+std::uint8_t adapted(std::uint8_t rate, const DisplayMode& display) {
+  const auto change = std::find_if(display.rateChanges.begin(), display.rateChanges.end(),
+                                   [rate](const RateChange& c) { return c.from == rate; });
+  return std::min(change == display.rateChanges.end() ? rate : change->to, display.fastest);
+}
+
+// What the profiles become in that display system.
+void adapt(_profile_setting* profiles, int number, const DisplayMode& display) {
+  profiles->display_system = static_cast<std::uint8_t>(number);
+  if (display.subtype != 0) profiles->display_subtype = display.subtype;
+  for (int profile = 1; profile <= kProfiles; ++profile) {
+    std::uint8_t& rate = profiles->frame_rate[profile];
+    rate = adapted(rate, display);
+    std::uint8_t& resolution = profiles->resolution[profile];
+    if (resolution == 0 && profile > 1 && display.largest != Largest::kAll) resolution = 1;
+  }
+  if (display.largestIsMjpeg && profiles->resolution[1] == 0) profiles->codec[1] = kMjpeg;
+}
+
+}  // namespace
+
+class SensorOutputCgilet final : public StateEndpoint<Output> {
+ public:
+  SensorOutputCgilet() : StateEndpoint(kParams) {}
+
+ private:
+  int load() override {
+    const std::string text = sensor_get_all_ds();
+    if (text.empty()) return fail(500, "display systems: cannot be read");
+    std::string_view rest = text;
+    state.supports.clear();
+    for (std::size_t i = 0; i < kMostSupported && !rest.empty(); ++i) {
+      const std::string_view name = takeUntil(' ', &rest);
+      if (name.size() > kLongestName) break;
+      state.supports.append(i == 0 ? "" : ",").append(name);
+    }
+    int reserved = 0;
+    const bool isKnown = sensor_get_status(state.current, reserved) && displayMode(state.current) != nullptr;
+    return isKnown ? 200 : fail(500, "display system: cannot be read");
+  }
+
+  int carryOut(Output& wanted) override {
+    if (wanted.current == state.current) return 200;
+    const DisplayMode& display = *displayMode(wanted.current);
+    _profile_setting profiles;
+    if (read(profiles) != 200) return 500;
+    adapt(&profiles, wanted.current, display);
+    begin();
+    if (!display.detectsMotion && switchMotionOff() != 200) return 500;
+    if (display.videoFormat != 0 && setVideoFormat(display.videoFormat) != 200) return 500;
+    write(profiles, 1);
+    return commit(500);
+  }
+
+  int switchMotionOff() {
+    _motiond_setting motion;
+    if (read(motion) != 200) return 500;
+    if (motion.enable != 1) return 200;
+    motion.enable = 0;
+    write(motion, 1);
+    return 200;
+  }
+
+  int setVideoFormat(std::uint8_t format) {
+    _image_setting image;
+    if (read(image) != 200) return 500;
+    image.video_in_format = format;
+    write(image, 1);
+    return 200;
+  }
+
+  int reply() override {
+    pair("supports", state.supports);
+    pair("current", DisplaySystem[state.current]);
+    return 200;
+  }
+};
+
+template InfCgilet* create<SensorOutputCgilet>();
+
+}  // namespace camera

@@ -1,0 +1,170 @@
+// What image sensors and display systems can do, as data that every endpoint of picture and video reads: what
+// sensor_info.cgi and stream_info.cgi offer is what sensor.cgi and video.cgi accept, but for what a row says.
+//
+// A new sensor model is a row of kImageSensors, where its values differ from those of a model that nobody
+// knows; with video profiles, one of kVideoSensors; and for stream_info.cgi, one of kStreamSensors. A
+// variant ("ov9710_720p") needs a row only where it differs from its base model.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "framework/params.h"
+#include "framework/value_tables.h"
+#include "platform/product/pib.h"
+
+struct _image_setting;
+
+namespace camera {
+
+// The words, separated by commas: "off,low,high".
+std::string listed(Words words);
+
+// The values of a capability: names, or numbers, or both. Stored is a name's position, or the number.
+struct ValueSet {
+  Words names{};            // of several that are equal, each stands for the same value at another level
+  Bounds accepted{0, 255};  // positions of the names that are accepted
+  Bounds offered{0, 255};   // and of those that are offered, which may be others
+  Bounds numbers{0, -1};    // accepted; offered where there are no names
+  int step = 1;
+  bool isReversed = false;  // the first name is stored as the highest number
+
+  // What to store for a value, -1 for one that is not accepted. A stored level stays where the value is its
+  // name.
+  int numberOf(std::string_view value, int stored) const;
+  // What a stored number is called; one beyond the names is called as the last of them.
+  std::string nameOf(int stored) const;
+  std::string listOffered() const;   // "off,low,high", "0...100", "0,50,100"
+  std::string listAccepted() const;  // in words, for a refusal
+
+ private:
+  int position(int number) const;
+};
+
+// A model's row: a pointer to a ValueSet for each capability.
+struct ImageSensor;
+
+// A capability, as the product information names it; it governs one parameter of sensor.cgi, a reply line of
+// the same key, and a field.
+struct Capability {
+  const char* name;
+  const char* parameter;
+  std::uint8_t _image_setting::*field;
+  const ValueSet* ImageSensor::*values;  // null: the product's exposure times
+  // In sensor_info.cgi:
+  const char* currentKey = nullptr;  // the stored value is shown, under this key, in place of the values
+  bool sharesLine = false;           // one line for this capability and the one before it
+};
+std::span<const Capability> capabilities();
+
+// How long the platform's lists, and the names in them, may be.
+inline constexpr std::size_t kLongestList = 255;
+inline constexpr std::size_t kLongestName = 31;
+
+// The capabilities of this camera's sensor and their values.
+class SensorCapabilities {
+ public:
+  // False for a list of capabilities that is too long or has too long a name.
+  bool init(const PIB& product);
+
+  bool has(const Capability& capability) const;
+  // Of a capability whose values are not null.
+  const ValueSet& values(const Capability& capability) const;
+
+ private:
+  const ImageSensor* sensor_ = nullptr;
+  std::uint32_t has_ = 0;  // a bit for each of capabilities()
+};
+
+// The time that an entry of the product's exposure times stands for: what follows its first slash, or all of
+// it.
+std::string_view exposureTime(std::string_view entry);
+
+inline constexpr int kProfiles = 4;  // they are numbered from 1
+inline constexpr int kResolutions = 4;
+
+// Sets of profiles and of codecs.
+using Profiles = std::uint8_t;  // a bit for each number
+using Codecs = std::uint8_t;    // a bit for each stored number
+constexpr Profiles profileBit(int profile) {
+  return static_cast<Profiles>(1U << static_cast<unsigned>(profile));
+}
+
+// Positions are what is stored.
+enum Codec : std::uint8_t { kMjpeg, kMpeg4, kH264 };
+inline constexpr const char* kCodecs[] = {"MJPEG", "MPEG4", "H264"};
+enum QualityMode : std::uint8_t { kConstantBitRate, kFixedQuality };
+inline constexpr const char* kQualityModes[] = {"CBR", "Fixquality"};
+inline constexpr const char* kBitRates[] = {"64",   "128",  "256",  "384",  "512", "768",
+                                            "1024", "1536", "2048", "3072", "4096"};
+inline constexpr std::size_t kCommonBitRates = 9;  // which every sensor has
+inline constexpr const char* kVideoInFormats[] = {"auto", "ntsc", "pal", "pal-m", "pal-n"};
+
+// Frames per second, at most, of one profile.
+struct RateLimit {
+  std::uint8_t profile = 0;
+  std::uint8_t rate = 255;
+};
+
+// What the video profiles of a sensor can be.
+struct VideoSensor {
+  const char* name;
+  Codecs codecs[kProfiles];       // of the first profile, the second, ...
+  bool hasQualityModes = false;   // the client chooses between CBR and Fixquality
+  std::uint8_t resolutions = 3;   // of a display system's, the first
+  Profiles largest = 0b11110;     // which may have the largest resolution
+  bool sharesLargest = false;     // also where other sensors leave it to the first profile
+  RateLimit inLargest{};          // with the largest resolution
+  bool isFast = false;            // has the frame rates that only fast sensors have
+  std::uint8_t missingRates = 0;  // of a display system's, the first, which the first profile lacks
+  Profiles manyBitRates = 0;      // which have more than the common ones
+};
+// Null for a model without video profiles.
+const VideoSensor* videoSensor(std::string_view model);
+
+// What stream_info.cgi says of a sensor beyond its VideoSensor.
+struct StreamSensor {
+  const char* name;
+  Profiles smaller = 0;  // which are not offered the largest resolution
+  bool isFast = false;   // is offered the frame rates that only fast sensors have
+  const char* bans = "";
+};
+// Null for a model that it does not know.
+const StreamSensor* streamSensor(std::string_view model);
+
+struct FrameRates {
+  Words usual;
+  Words onFastSensors;
+  Words of(bool isFast) const { return isFast ? onFastSensors : usual; }
+};
+
+struct RateChange {
+  std::uint8_t from;
+  std::uint8_t to;
+};
+
+// Who may have a display system's largest resolution, as far as the sensor lets them.
+enum class Largest : std::uint8_t { kAll, kFirstProfile, kFirstProfileUnlessShared };
+
+// A display system, by its number.
+struct DisplayMode {
+  const char* resolutions[kResolutions];  // the largest first
+  FrameRates accepted;
+  FrameRates offered;
+  std::span<const RateChange> rateChanges{};  // of a switch to it
+  Largest largest = Largest::kAll;
+  bool largestIsMjpeg = false;  // and of the first profile as MJPEG only
+  bool detectsMotion = true;
+  // Other effects of a switch to it.
+  std::uint8_t fastest = 255;    // frames per second, at most
+  std::uint8_t subtype = 0;      // 0: as it was
+  std::uint8_t videoFormat = 0;  // a position in kVideoInFormats; 0: as it was
+
+  bool mayHaveLargest(int profile, const VideoSensor& sensor) const;
+};
+// Null for a number that is none.
+const DisplayMode* displayMode(int number);
+
+}  // namespace camera

@@ -1,0 +1,194 @@
+// video.cgi: one of the four video profiles: codec, resolution, frame rate, and a quality or a bit rate.
+#include "handlers/endpoint.h"
+#include "handlers/media/sensor_tables.h"
+#include "platform/product/sensor.h"
+#include "platform/store/records/profile.h"
+
+namespace camera {
+namespace {
+
+// The profiles, the one that the request names, and what they can be on this camera.
+struct Video {
+  _profile_setting profiles;
+  std::int32_t id = 0;
+  std::int32_t quality = 0;  // in percent
+  const VideoSensor* sensor = nullptr;
+  const DisplayMode* display = nullptr;
+  bool hasH264 = false;
+};
+
+Words codecs(const Video& video) {
+  return Words{kCodecs}.first(video.hasH264 ? 3 : 2);
+}
+
+Words resolutions(const Video& video) {
+  return Words{video.display->resolutions}.first(video.sensor->resolutions);
+}
+
+Words frameRates(const Video& video) {
+  const Words rates = video.display->accepted.of(video.sensor->isFast);
+  return video.id == 1 ? rates.subspan(video.sensor->missingRates) : rates;
+}
+
+Words bitRates(const Video& video) {
+  const bool hasMany = (video.sensor->manyBitRates & profileBit(video.id)) != 0;
+  return hasMany ? Words{kBitRates} : Words{kBitRates}.first(kCommonBitRates);
+}
+
+bool hasQualityModes(const Video& video) {
+  return video.sensor->hasQualityModes;
+}
+
+template <auto kArray>
+constexpr auto profileChoice(const char* name, Words words = {}) {
+  return choiceParam<&Video::profiles, kArray, &Video::id>(name, words);
+}
+
+constexpr char kByCamera[] = "one that the sensor and the display system have";
+
+constexpr auto kParams = paramRows<Video>(
+    integerParam<&Video::id>("profileid", 1, kProfiles).required(),
+    profileChoice<&_profile_setting::codec>("codec").among<codecs>(kByCamera),
+    profileChoice<&_profile_setting::resolution>("resolution").among<resolutions>(kByCamera),
+    profileChoice<&_profile_setting::frame_rate>("framerate").among<frameRates>(kByCamera).storingNumber(),
+    profileChoice<&_profile_setting::quality_mode>("qualitymode", kQualityModes).onlyIf<hasQualityModes>(),
+    integerParam<&Video::quality>("quality", 0, 100),
+    profileChoice<&_profile_setting::bit_rate>("bitrate").among<bitRates>(kByCamera).storingNumber(),
+    ignoredParam("vprofileformat"));
+
+// A level stands for ten percent, of which 55 is in the lowest and 95 in the highest.
+int levelOf(int percent) {
+  return percent < 61 ? 0 : (percent - 61) / 10 + 1;
+}
+int percentOf(int level) {
+  return level * 10 + 55;
+}
+
+// The codecs of a set that the camera has, in words.
+std::string codecsIn(Codecs set, bool hasH264) {
+  const char* names[std::size(kCodecs)];
+  std::size_t count = 0;
+  for (const int codec : {kMjpeg, kMpeg4, kH264}) {
+    if ((set >> codec & 1) != 0 && (codec != kH264 || hasH264)) names[count++] = kCodecs[codec];
+  }
+  return anyOf(Words{names, count});
+}
+
+}  // namespace
+
+class VideoCgilet final : public Endpoint {
+ public:
+  VideoCgilet() : Endpoint(ParamTable<Video>(kParams), Takes::kCommand) {}
+
+ private:
+  // Nothing is read for a request that names no profile.
+  int apply() override {
+    const auto id = queries.find("profileid");
+    if (id == queries.end()) return 400;
+    if (!parseInteger(id->second, 1, kProfiles, &video_.id)) return refuse(id->first);
+    const int result = readCamera();
+    return result == 200 ? change() : result;
+  }
+
+  int readCamera() {
+    int number = 0;
+    int reserved = 0;
+    const bool isKnown = sensor_get_status(number, reserved);
+    video_.display = isKnown ? displayMode(number) : nullptr;
+    if (video_.display == nullptr) return fail(500, "display system: cannot be read");
+    if (read(video_.profiles) != 200) return 500;
+    const PIB* known = product();
+    if (known == nullptr) return 500;
+    video_.hasH264 = known->has_h264 == 1;
+    video_.sensor = videoSensor(known->getSensor());
+    return video_.sensor != nullptr ? 200 : fail(500, "product information: no video for this image sensor");
+  }
+
+  int change() {
+    Video wanted = video_;
+    if (take(&wanted) != 200) return 400;
+    if (given("quality"))
+      wanted.profiles.quality[wanted.id] = static_cast<std::uint8_t>(levelOf(wanted.quality));
+    // What follows from the request's values is shown, but is itself no reason to store them.
+    const bool isChanged = differ(video_.profiles, wanted.profiles);
+    int result = checkCodec(&wanted);
+    if (result == 200) result = checkResolution(&wanted);
+    if (result == 200) result = checkQualityMode(wanted);
+    if (result == 200) result = checkFrameRate(wanted);
+    if (result != 200) return result;
+    if (isChanged) write(wanted.profiles, 0);
+    result = commit();
+    if (result == 200) video_ = wanted;
+    return result;
+  }
+
+  // True for the one profile that can have the display system's largest resolution as MJPEG only.
+  static bool mustBeMjpeg(const Video& wanted) {
+    return wanted.display->largestIsMjpeg && wanted.id == 1 && wanted.profiles.resolution[1] == 0;
+  }
+
+  int checkCodec(Video* wanted) {
+    if (!given("codec")) return 200;
+    const int codec = wanted->profiles.codec[wanted->id];
+    const Codecs possible = wanted->sensor->codecs[wanted->id - 1];
+    if ((possible >> codec & 1) == 0) return refuse("codec", codecsIn(possible, wanted->hasH264));
+    if (codec != kMjpeg && mustBeMjpeg(*wanted))
+      return refuse("codec", joined({"MJPEG with ", wanted->display->resolutions[0]}));
+    if (codec == kMjpeg && !isModeGiven()) wanted->profiles.quality_mode[wanted->id] = kFixedQuality;
+    return 200;
+  }
+
+  int checkResolution(Video* wanted) {
+    if (!given("resolution") || wanted->profiles.resolution[wanted->id] != 0) return 200;
+    if (!wanted->display->mayHaveLargest(wanted->id, *wanted->sensor))
+      return refuse("resolution", joined({"smaller than ", wanted->display->resolutions[0]}));
+    if (mustBeMjpeg(*wanted)) wanted->profiles.codec[wanted->id] = kMjpeg;
+    return 200;
+  }
+
+  bool isModeGiven() const { return hasQualityModes(video_) && given("qualitymode"); }
+
+  // MJPEG has no constant bit rate.
+  int checkQualityMode(const Video& wanted) {
+    if (!isModeGiven() || wanted.profiles.quality_mode[wanted.id] != kConstantBitRate) return 200;
+    const bool isMjpeg = wanted.profiles.codec[wanted.id] == kMjpeg;
+    const bool isOnlyMjpeg = wanted.sensor->codecs[wanted.id - 1] == 1U << kMjpeg;
+    return isMjpeg || isOnlyMjpeg ? refuse("qualitymode", "Fixquality with MJPEG") : 200;
+  }
+
+  // What was stored too fast does not block other changes.
+  int checkFrameRate(const Video& wanted) {
+    const RateLimit limit = wanted.sensor->inLargest;
+    const bool isLimited = wanted.id == limit.profile && wanted.profiles.resolution[wanted.id] == 0;
+    const bool isNamed = given("resolution") || given("framerate");
+    if (!isLimited || !isNamed || wanted.profiles.frame_rate[wanted.id] <= limit.rate) return 200;
+    return refuse(given("framerate") ? "framerate" : "resolution",
+                  joined({"at most ", Decimal(limit.rate).text(), " frames per second with ",
+                          wanted.display->resolutions[0]}));
+  }
+
+  int reply() override {
+    const _profile_setting& profiles = video_.profiles;
+    const std::int32_t id = video_.id;
+    const std::uint8_t codec = profiles.codec[id];
+    pair("vprofileformat", "0.9");
+    pair("profileid", id);
+    pair("codec", kCodecs[codec]);
+    pair("resolution", video_.display->resolutions[profiles.resolution[id]]);
+    pair("framerate", profiles.frame_rate[id]);
+    const bool hasModes = hasQualityModes(video_);
+    const bool isFixed = hasModes ? profiles.quality_mode[id] == kFixedQuality : codec == kMjpeg;
+    if (hasModes || !isFixed) pair("qualitymode", kQualityModes[isFixed ? kFixedQuality : kConstantBitRate]);
+    if (isFixed)
+      pair("quality", percentOf(profiles.quality[id]));
+    else
+      pair("bitrate", profiles.bit_rate[id]);
+    return 200;
+  }
+
+  Video video_{};
+};
+
+template InfCgilet* create<VideoCgilet>();
+
+}  // namespace camera

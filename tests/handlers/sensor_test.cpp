@@ -1,0 +1,199 @@
+// sensor.cgi and sensor_info.cgi: what each sensor is offered and accepts, where the two differ, and how the
+// settings are shown, changed and reset.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <sstream>
+
+#include "tests/handlers/endpoint.h"
+
+namespace camera::test {
+namespace {
+
+using Words = std::set<std::string>;
+
+Words wordsOf(std::string text) {
+  std::replace(text.begin(), text.end(), ',', ' ');
+  std::istringstream words{text};
+  return {std::istream_iterator<std::string>{words}, {}};
+}
+
+// Capability, parameter, and what is offered: VALUES:SENSORS, the first that has the sensor, or no sensors. A
+// single number is the step from 0 to 100. What is accepted (+) or refused (-) apart from that follows.
+constexpr char kOffers[] = R"(
+Brightness brightness 5:ov7725,ov7740,ov9710,ip2986,mdin220,hm1375 10:mt9v136 0...100:
+Contrast contrast 5:vicam,ip2986,mdin220,ov7740,ov9710,hm1375 20:mt9m112,mt9m131 25:ov7725,mt9v136 0...100:
+Saturation saturation 5:vicam,ip2986,mdin220,ov9710,hm1375 10:ov7740 20:mt9m112,mt9m131,mt9v136 25:ov7725 0...100:
+Hue hue 5:ip2986,ov9710,hm1375 0...100:
+WhiteBalance whitebalance auto,disabled:vicam,mt9m131 disabled,fixed_indoor,fixed_outdoor:mdin220 disabled,auto:ov7740,ov9710,hm1375 auto,disabled,fixed_indoor,fixed_outdoor,fixed_fluor: +fixed_indoor,fixed_outdoor,fixed_fluor:vicam,mt9m131
+Frequency flicker 50,60:mt9m131,mt9v136,vicam,ov7725,ip2986,hm1375 auto,50,60:
+AutoExposure autoexposure no,yes:
+NightShot maxexposuretime 30,7: +-1:
+BLCompensation backlightcomp 10:vicam 0...255:
+BLControl backlightcomp no,yes: +0,1,2,3:mdin220
+NoiseReduction noisereduction off,high:ov9710 off,low,high: +0,1:ov9710 +0,1,2,3:mdin220 +0,1,2,3,4,5,6,7:ip2986 +0,1,2,3,4,5:
+Mirror mirror off,on:
+Flip flip off,on:
+AutoGain autogainctrl no,yes: +1,2:mdin220 -no:mdin220
+Color color no,yes:
+BW color no,yes:
+Source videoinformat auto: +ntsc,pal,pal-m,pal-n:
+Sharpness sharpness 5:vicam,mdin220,ov9710 10:ip2986,hm1375 20:
+)";
+constexpr char kSensors[] =
+    "ov7725 ov7740 ov9710 mt9m112 mt9m131 mt9v111 mt9v136 vicam vx1128 ip2986 mdin220 hm1375 ov7740_tzm480 "
+    "ov9710_720p ov9710b";
+constexpr char kTried[] =
+    "-1 -0 0 1 2 3 4 5 6 7 8 9 10 15 20 25 30 40 57 80 95 99 100 101 105 110 254 255 256 no yes off on low "
+    "high auto disabled fixed_indoor fixed_outdoor fixed_fluor 50 60 ntsc pal pal-m pal-n 30/7 1/30 Yes";
+
+// The values of a row for a sensor that have that sign, or none.
+std::string valuesFor(const std::string& sensor, const std::string& row, const std::string& sign) {
+  std::istringstream choices{row};
+  for (std::string choice; choices >> choice;) {
+    const std::size_t colon = choice.find(':');
+    const Words sensors = wordsOf(choice.substr(colon + 1));
+    const bool isSigned = sign.empty() ? choice.find_first_of("+-") != 0 : choice.starts_with(sign);
+    if (isSigned && (sensors.empty() || sensors.contains(sensor.substr(0, sensor.find('_')))))
+      return choice.substr(sign.size(), colon - sign.size());
+  }
+  return "";
+}
+
+std::string inSteps(int step) {
+  std::string list = "0";
+  for (int number = step; number <= 100; number += step) list += "," + std::to_string(number);
+  return list;
+}
+
+// Those tried that the list holds.
+Words triedOf(const std::string& list) {
+  const std::size_t dots = list.find("...");
+  if (dots == list.npos) return wordsOf(list);
+  Words offered = wordsOf(kTried);
+  std::erase_if(offered, [&](const std::string& word) {
+    return word.find_first_not_of("0123456789") != word.npos ||
+           std::stoi(word) > std::stoi(list.substr(dots + 3));
+  });
+  return offered;
+}
+
+Words acceptedOf(const std::string& key, const Words& offered) {
+  Words tried = wordsOf(kTried);
+  tried.insert(offered.begin(), offered.end());
+  std::erase_if(tried, [&](const std::string& value) {
+    const Reply reply = request("sensor.cgi", key + "=" + value);
+    const bool isAccepted = reply.status == 200;
+    EXPECT_TRUE(isAccepted || isFailure(reply, 400, {key})) << value << " " << reply.body;
+    EXPECT_TRUE(!isAccepted || request("sensor.cgi", "").body == reply.body) << value;
+    EXPECT_TRUE(!isAccepted || !offered.contains(value) || reply.body == key + "=" + value) << reply.body;
+    return !isAccepted;
+  });
+  return tried;
+}
+
+TEST(Sensor, AcceptsWhatIsOfferedAndNothingElseButForTheDifferences) {
+  std::istringstream offers{kOffers};
+  for (std::string row; std::getline(offers, row);) {
+    std::istringstream fields{row};
+    std::string capability, key, choices;
+    std::getline(fields >> capability >> key, choices);
+    for (const std::string& sensor : wordsOf(row.empty() ? "" : kSensors)) {
+      SCOPED_TRACE(capability + " of " + sensor);
+      scripted().reset("product.max_exposure_times=1/30+1/-1+7 product.sensor=" + sensor +
+                       " product.sensor_caps=" + capability);
+      std::string offered = valuesFor(sensor, choices, "");
+      if (offered.size() < 3) offered = inSteps(std::stoi(offered));
+      const std::string line = (capability == "Source" ? "videooutformat" : key) + "=" + offered;
+      const std::string info = request("sensor_info.cgi", "").body;
+      EXPECT_TRUE(info == line + "&inputsize=640x480" || info == "inputsize=640x480&" + line) << info;
+
+      Words expected = triedOf(offered);
+      const Words accepted = acceptedOf(key, expected);
+      expected.merge(wordsOf(valuesFor(sensor, choices, "+")));
+      expected.erase(valuesFor(sensor, choices, "-"));
+      EXPECT_EQ(accepted, expected);
+    }
+  }
+}
+
+const Endpoint kSensor{
+    .cgi = "sensor.cgi",
+    .state =
+        "product.sensor=ov7725 "
+        "product.sensor_caps=Brightness+BLControl+NightShot+NoiseReduction+AutoGain+BW+Shutter",
+    .reply =
+        "brightness=50&maxexposuretime=30&backlightcomp=no&noisereduction=low&autogainctrl=yes&color=yes",
+    .writes = "set image 0"};
+
+TEST(Sensor, IgnoresWhatTheSensorLacksAndRefusesWhatDoesNotFit) {
+  kSensor.accepts({{"hue=x&colour=red&brightness=50&color=yes", "", "", ""},
+                   {"brightness=55&color=no&hue=x&backlightcomp=yes"},
+                   {"maxexposuretime=8"},
+                   {"", "product.max_exposure_times=30", ""},
+                   {"", "image.max_exposure_time=3", "-maxexposuretime"},
+                   {"", "product.max_exposure_times= image.max_exposure_time=0", "-maxexposuretime"},
+                   {"brightness=0", "product= product.sensor_caps=Brightness", "brightness=0"}});
+  kSensor.refuses("brightness=55&!color=maybe maxexposuretime= maxexposuretime=1/30 noisereduction=6");
+  kSensor.refuses("!maxexposuretime=30", "product.max_exposure_times=");
+  std::string many = "product.sensor_caps=BW";
+  for (int i = 0; i < 84; ++i) many += "+BW";
+  kSensor.accepts({{"color=no", many,
+                    "-brightness&-maxexposuretime&-backlightcomp&-noisereduction&-autogainctrl&color=no"}});
+  kSensor.refuses("! brightness=55", many + "+B", 500);
+  kSensor.refuses("!", "product.sensor_caps=" + std::string(32, 'y'), 500);
+}
+
+// A level that has a value's name stays where it is.
+TEST(Sensor, KeepsALevelThatIsCalledAsTheValueGiven) {
+  const std::string levels = "image.noise_reduction=2 image.backlight=3 image.auto_gain=2";
+  const std::string mdin = "product.sensor=mdin220 " + levels;
+  kSensor.accepts({{"noisereduction=low&backlightcomp=yes&autogainctrl=yes", levels, ""},
+                   {"noisereduction=5", "", "noisereduction=high"},
+                   {"backlightcomp=no&autogainctrl=no", levels},
+                   {"autogainctrl=1&backlightcomp=0", mdin, "backlightcomp=no"},
+                   {"noisereduction=low", "image.noise_reduction=0"}});
+  EXPECT_EQ(scripted().stored("image.noise_reduction"), "1");
+}
+
+// Two capabilities may share a parameter: it has to fit both, sets both and is shown twice.
+TEST(Sensor, AParameterOfTwoCapabilitiesFitsBoth) {
+  scripted().reset(
+      "product.sensor=mdin220 product.sensor_caps=Color+BW+BLCompensation+BLControl image.color=0");
+  EXPECT_EQ(request("sensor.cgi", "color=yes&backlightcomp=3").body,
+            "backlightcomp=3&backlightcomp=yes&color=yes&color=yes");
+  EXPECT_EQ(scripted().stored("image.backlight") + scripted().stored("image.black_white"), "30");
+  EXPECT_TRUE(isFailure(request("sensor.cgi", "backlightcomp=4"), 400, {"backlightcomp"}));
+  EXPECT_EQ(request("sensor_info.cgi", "").body,
+            "backlightcomp=0...255&backlightcomp=no,yes&color=no,yes&inputsize=640x480");
+}
+
+TEST(SensorInfo, SaysThePictureAndTheTimesThatFit) {
+  const Endpoint info{
+      .cgi = "sensor_info.cgi", .state = "product.sensor_caps=Shutter", .reply = "inputsize=640x480"};
+  const std::string times = "product.sensor_caps=NightShot product.max_exposure_times=";
+  const std::string long1(31, '1'), long2(31, '2');
+  info.accepts(
+      {{"", "profile.display_system=9", "inputsize=1920x1080"},
+       {"", "profile.display_system=4", "inputsize=704x576"},
+       {"", times + "30+1/15+1/-1", "-inputsize&maxexposuretime=30,15,&inputsize=640x480"},
+       {"", times + long1 + "+1/" + long2,
+        "-inputsize&maxexposuretime=" + long1 + "," + long2 + "&inputsize=640x480"},
+       {"", times + long1 + "+" + long2 + "+3",
+        "-inputsize&maxexposuretime=" + long1 + ",&inputsize=640x480"},
+       {"", "product.sensor_caps=Source image.video_in_format=4", "inputsize=640x480&videooutformat=pal-n"}});
+  info.refuses("brightness=50 =");
+  info.refuses("!", times + "1/" + std::string(32, '1'), 500);
+}
+
+TEST(SensorReset, DoesItOnlyWhenToldToGo) {
+  Endpoint reset{.cgi = "sensor_reset.cgi"};
+  reset.accepts({{"reset=go", "image.brightness=5", "reset=yes", "set image to factory"}});
+  reset.refuses("! reset=now reset= reset=go&!colour=red");
+  scripted().results = {{"set image to factory", 2}};
+  EXPECT_EQ(request("sensor_reset.cgi", "reset=go").body, "reset=fail");
+}
+
+}  // namespace
+}  // namespace camera::test
