@@ -93,6 +93,9 @@ TEST(PanTiltDaemon, MovesTheHeadWithASpeedAndWithinItsLimits) {
       {"25", done, 0, "-157,0 moves"},
       {"32", done, 0, "-157,0 moves"},
       {"6 0 x", done, 1, "-147,0 moves"},
+      {"2 -170 5", done, 1, "-157,5 moves"},
+      {"24", done, 0, "-157,5 moves"},
+      {"32", {{12, number(-170) + number(5)}}, 0, "-157,5 moves"},
       {"7 0", done, 60, "-157,0"},
   };
   CameraState camera;
@@ -108,7 +111,7 @@ TEST(PanTiltDaemon, MovesTheHeadWithASpeedAndWithinItsLimits) {
               row.head)
         << "after " << row.request;
   }
-  EXPECT_EQ(kept, 7) << "five presets, two homes";
+  EXPECT_EQ(kept, 8) << "five presets, three homes";
 }
 
 TEST(Head, RemembersHomeAndPresets) {

@@ -147,6 +147,11 @@ void Head::goHome() {
   go(home_, Mode::kGoing);
 }
 
+// Who sends the head somewhere and makes that the home does not wait until it is there.
+void Head::setHome() {
+  home_ = mode_ == Mode::kGoing ? target_ : position();
+}
+
 void Head::resetHome() {
   home_ = limited({0, 0});
 }

@@ -56,7 +56,7 @@ class Head {
   void autoPan();
   bool patrol(const std::vector<int>& slots);  // visits those that are used, over and over
 
-  void setHome() { home_ = position(); }
+  void setHome();  // to where it is, or where it is going; sweeping and patrolling have no such place
   void resetHome();
   // Stores the position under a name of at most 15 printable characters; an empty one clears the slot.
   bool storePreset(int slot, const std::string& name);
