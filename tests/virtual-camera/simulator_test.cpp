@@ -121,8 +121,8 @@ TEST(Head, RemembersHomeAndPresets) {
   EXPECT_EQ(head.memory(), "home 7 8\npreset3 -170 90 gate\n");
   EXPECT_EQ(head.position(), (Position{7, 8})) << "it was switched on there";
   HeadDesign design;
-  for (const char* bad :
-       {"pmax = x", "pmax 1", "pmax = 1 2", "colour = 1", "pmin = 171", "speed = 0", "tmax = 32768"})
+  for (const char* bad : {"pmax = x", "pmax = -", "pmax =", "pmax 1", "pmax = 1 2", "colour = 1",
+                          "pmin = 171", "speed = 0", "tmax = 32768"})
     EXPECT_FALSE(readHeadDesign(bad, &design)) << bad;
 }
 

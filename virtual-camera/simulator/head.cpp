@@ -48,7 +48,8 @@ bool readHeadDesign(std::string_view text, HeadDesign* design) {
     if (!(words >> name)) continue;
     const auto* key =
         std::find_if(std::begin(kKeys), std::end(kKeys), [&](const auto& k) { return k.name == name; });
-    if (key == std::end(kKeys) || !(words >> equals >> read.*key->value >> std::ws).eof() || equals != "=") {
+    if (key == std::end(kKeys) || !(words >> equals >> read.*key->value) || equals != "=" ||
+        !(words >> std::ws).eof()) {
       return false;
     }
   }
