@@ -47,14 +47,6 @@ class Http : public testing::Test {
   inline static std::unique_ptr<Camera> camera_;
 };
 
-TEST_F(Http, AReadAnswersTheStoredPortAndIsLogged) {
-  const Reply reply = camera_->get(kName);
-  EXPECT_EQ(reply.status, 200);
-  EXPECT_EQ(reply.body, portLine(camera_->port()));
-  EXPECT_NE(reply.head.find("\r\nContent-Type: text/plain; charset=utf-8\r\n"), std::string::npos);
-  EXPECT_TRUE(within(5, [] { return camera_->log().find("cgi_name:httpport.cgi") != std::string::npos; }));
-}
-
 // Each is a valid request for a change but for one thing.
 TEST_F(Http, RefusesWithAReasonAndChangesNothing) {
   const std::string before = recordBytes();
@@ -65,9 +57,7 @@ TEST_F(Http, RefusesWithAReasonAndChangesNothing) {
   const std::tuple<std::string, std::string, int, std::string> rows[] = {
       {"GET " + query("554"), "", 400, "message=httpport: "},
       {"GET " + change + nul, "", 400, "message=the address holds "},
-      {"GET " + std::string{kName} + nul, "", 400, "message=the address holds "},
       {"GET " + change + "&\x7F", "", 400, "message=the address holds "},
-      {"POST " + std::string{kName}, form("httpport=81&x=" + std::string(70000, 'x')), 400, ""},
       {"PUT " + change, "", 405, "Allow: GET, HEAD, POST\r\n"},
       {"OPTIONS *", "", 405, "Allow: GET, HEAD, POST\r\n"},
       {"POST " + change, "", 411, ""},
@@ -75,7 +65,6 @@ TEST_F(Http, RefusesWithAReasonAndChangesNothing) {
       {"GET " + change + "&" + std::string(64000, 'x'), "", 414, ""},
       {"GET " + change, "X: " + std::string(1000000, 'x') + "\r\n", 431, ""},
       {"GET " + change, fields, 431, "message=at most "},
-      {"GET " + change, "Host: camera.example\r\n", 403, "message=Host: "},
       {"GET " + change, "Host: 127.0.0.1.example\r\n", 403, "message=Host: "},
       {"GET " + change, "Origin: null\r\n", 403, "message=Origin: "},
       {"GET " + change, "Origin: http://127.0.0.1@another.example\r\n", 403, "message=Origin: "},
@@ -100,7 +89,9 @@ TEST_F(Http, ServesWhoAsksForTheCameraItself) {
     const Reply reply = ask(camera_->port(), std::string{"GET "} + kName, std::string{header} + "\r\n");
     EXPECT_EQ(reply.status, 200) << header;
     EXPECT_EQ(reply.body, portLine(camera_->port())) << header;
+    EXPECT_NE(reply.head.find("\r\nContent-Type: text/plain; charset=utf-8\r\n"), std::string::npos);
   }
+  EXPECT_TRUE(within(5, [] { return camera_->log().find("cgi_name:httpport.cgi") != std::string::npos; }));
 }
 
 TEST_F(Http, AChangeMovesTheServerForGood) {
@@ -141,21 +132,6 @@ TEST_F(Http, NothingInTheCameraReachesTheHostsKernel) {
   EXPECT_EQ(output.out, "done\n");
 }
 
-TEST_F(Http, ABrokenRecordIsAnInternalFailureAndAMissingOneTheFactoryDefault) {
-  const std::string good = recordBytes();
-  const std::string broken = good.substr(0, good.size() / 2);
-  writeFile(camera_->record("httpsvr"), broken);
-  for (const std::string& path : {std::string{kName}, query("8081")}) {
-    const Reply reply = camera_->get(path);
-    EXPECT_EQ(reply.status, 500) << path;
-    EXPECT_TRUE(reply.body.starts_with("error=500\nmessage=settings: ")) << path;
-  }
-  EXPECT_EQ(recordBytes(), broken);
-  std::filesystem::remove(camera_->record("httpsvr"));
-  EXPECT_EQ(camera_->get(kName).body, portLine(80));
-  writeFile(camera_->record("httpsvr"), good);
-}
-
 // The PPPoE client's record is one whose changes are never merged: whoever comes second decides again.
 TEST_F(Http, AStormOfChangesIsAnsweredAndEndsInOneOfThem) {
   std::vector<int> ports(10);
@@ -191,7 +167,6 @@ TEST_F(Http, OnlyTheExactNameStartsTheEndpoint) {
   const std::tuple<std::string, std::string, bool> rows[] = {
       {"/some/where/httpport.cgi", "httpport.cgi", true},
       {"HTTPPORT.CGI", "HTTPPORT.CGI", false},
-      {"httpport.cgi.bak", "httpport.cgi.bak", false},
       {"/" + cut + "/httpport.cgi", "htt", false},
       {"/" + cut + cut, cut + "xxxx", false}};
   for (const auto& [argv0, announced, known] : rows) {
