@@ -66,8 +66,7 @@ TEST(Words, MatchWholeAndByCase) {
     EXPECT_EQ(BaseCgilet::isValidStr(text, kModels, 4), index) << text;
     EXPECT_EQ(BaseCgilet::isValidStr(text, kModels, 4, true), variant) << text;
   }
-  EXPECT_EQ(BaseCgilet::isValidStr("yes", Texts{"no", "yes"}, 2), 1);
-  EXPECT_EQ(BaseCgilet::isValidStr("yes", Texts{"no", "yes"}, 1), -1);
+  EXPECT_EQ(BaseCgilet::isValidStr("yes", Texts{"no", "yes"}, 1), -1) << "it is behind the count";
 }
 
 TEST(Dates, AreThoseOfTheCalendar) {

@@ -73,7 +73,6 @@ TEST(IpcClient, EndsInTimeWhateverADaemonDoes) {
       {"answers", true, {whole}, false, 0, whole},
       {"answers in pieces", true, {whole.substr(0, 3), whole.substr(3)}, false, 0, whole},
       {"answers short", true, {"1234567"}, true, 0, "1234567"},
-      {"answers one byte", true, {"1"}, true, 0, "1"},
       {"answers without reading", false, {"1234567"}, true, 0, "1234567"},
       {"answers 10 MB", true, {std::string(10'000'000, 'w')}, true, 0, whole},
       {"closes at once", false, {}, true, -1, ""},
@@ -93,15 +92,12 @@ TEST(IpcClient, EndsInTimeWhateverADaemonDoes) {
       std::string reply(140, 'x');
       const auto start = Clock::now();
       IpcClient client{1};
-      const auto ask = [&] {
-        return client.send_cmd(path.c_str(), "rstuvwxyzabc", 12, reply.data(), reply.size());
-      };
+      const auto ask = [&] { return client.send_cmd(path.c_str(), "rstuvwxyzabc", 12, reply.data(), 140); };
       EXPECT_EQ(ask(), row.result) << row.what;
       EXPECT_TRUE(row.result == 0 || row.closes || ask() == -1) << "its time is over";
       EXPECT_LT(Clock::now() - start, milliseconds(2000)) << row.what;
-      if (row.result == 0) {
-        EXPECT_EQ(reply, row.reply + std::string(140 - row.reply.size(), '\0')) << row.what;
-      }
+      const std::string expected = row.reply + std::string(140 - row.reply.size(), '\0');
+      EXPECT_TRUE(row.result != 0 || reply == expected) << row.what << ": " << reply;
       end.set_value();
       EXPECT_EQ(daemon.get(), row.reads || row.result == 0 ? "rstuvwxyzabc" : "") << row.what;
       close(listener);

@@ -2,16 +2,12 @@
 #include "platform/network/if_info.h"
 
 #include <arpa/inet.h>
-#include <gtest/gtest.h>
-#include <net/if.h>
 #include <net/route.h>
-#include <sched.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 #include <bit>
 
 #include "platform/product/pib.h"
+#include "tests/support/own_network.h"
 
 namespace {
 
@@ -37,7 +33,7 @@ sockaddr address(const char* dotted) {
 
 // Takes the loopback interface of a network of its own, in a process of its own, through its states.
 [[noreturn]] void walkThroughStates() {
-  if (unshare(geteuid() == 0 ? CLONE_NEWNET : CLONE_NEWUSER | CLONE_NEWNET) != 0) _exit(1);
+  camera::test::enterOwnNetwork();
   const auto report = [kernel = socket(AF_INET, SOCK_DGRAM, 0)](unsigned long change, void* to) {
     ioctl(kernel, change, to);
     IF_INFO info{};
@@ -45,7 +41,7 @@ sockaddr address(const char* dotted) {
     std::fprintf(stderr, "%s, ", active ? inet_ntoa(info.gateway) : "inactive");
   };
   ifreq request{{"lo"}, {}};
-  report(SIOCGIFFLAGS, &request);
+  report(SIOCSIFFLAGS, &request);
   request.ifr_flags = IFF_UP | IFF_RUNNING;
   report(SIOCSIFFLAGS, &request);
   request.ifr_addr = address("10.0.0.5");
