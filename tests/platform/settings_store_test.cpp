@@ -168,7 +168,6 @@ TEST_F(Store, RefusesWhatIsOutsideItsBoundsInAWriteAndInAFile) {
       {"number 1001", false, [](Sample& s) { s.number = 1001; }},
       {"number -100", true, [](Sample& s) { s.number = -100; }},
       {"number -101", false, [](Sample& s) { s.number = -101; }},
-      {"flag 2", false, [](Sample& s) { s.flag = 2; }},
       {"text of 7", true, [](Sample& s) { std::memcpy(s.text, "1234567", 8); }},
       {"text without an end", false, [](Sample& s) { std::memcpy(s.text, "12345678", 8); }},
       {"empty text", false, [](Sample& s) { s.text[0] = '\0'; }},
