@@ -14,6 +14,7 @@ namespace camera {
 namespace {
 
 constexpr std::size_t kMostSupported = 3;
+constexpr std::size_t kLongestSupported = kMostSupported * (kLongestName + 1) - 1;  // as one text
 
 struct Output {
   std::string supports;  // the names, separated by commas
@@ -65,7 +66,8 @@ class SensorOutputCgilet final : public StateEndpoint<Output> {
  private:
   int load() override {
     const std::string text = sensor_get_all_ds();
-    if (text.empty()) return fail(500, "display systems: cannot be read");
+    if (text.empty() || text.size() > kLongestSupported)
+      return fail(500, text.empty() ? "display systems: cannot be read" : "display systems: too long a list");
     std::string_view rest = text;
     state.supports.clear();
     for (std::size_t i = 0; i < kMostSupported && !rest.empty(); ++i) {

@@ -85,6 +85,13 @@ TEST(SensorOutput, ChangesOnlyWhatHasToChange) {
   output.refuses(
       "current= current=PAL-704x576 current=VGA-640x480-60Hz,SXGA-1280x1024 current=vga-640x480-60hz "
       "current=SXGA-1280x1024&!colour=red");
+  // Of a list of up to 95 characters the first three are supported.
+  const std::string name(31, 'n');
+  const std::string longest =
+      "product.display_systems=" + name + "+HD-1280x720+" + name + "+NTSC-704x480+n23456";
+  output.accepts({{"current=HD-1280x720", longest}});
+  output.refuses("current=NTSC-704x480", longest);
+  output.refuses("! current=HD-1280x720", longest + "7", 500);
 }
 
 }  // namespace
