@@ -70,7 +70,7 @@ TEST(PanTiltDaemon, MovesTheHeadWithASpeedAndWithinItsLimits) {
     const std::size_t first = step.find("; ");
     const std::size_t last = step.rfind("; ");
     const std::string answer = answerHead(camera, headRequest(step.substr(0, first)));
-    camera.passTo(camera.now + std::atof(&step[first + 2]));
+    camera.passTo(camera.now + std::stod(step.substr(first + 2)));
     const auto [pan, tilt] = camera.head.position();
     const std::string position = std::to_string(pan) + "," + std::to_string(tilt);
     EXPECT_EQ((answer[0] == 0 ? "" : "refused ") + position + (camera.head.moves() ? " moves" : ""),
