@@ -68,11 +68,12 @@ Reply request(const std::string& cgi, const CgiInput& input) {
   std::string body = response.substr(std::min(end, response.size()));
   EXPECT_NE(response.find("\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n"), response.npos)
       << cgi << " does not give one whole reply: " << response;
-  const int status = response.starts_with("Status: ") ? std::stoi(response.substr(8)) : 0;
+  const std::size_t code = ("\n" + response).find("\nStatus: ");
+  const int status = code < end ? std::stoi(response.substr(code + 8)) : 0;
   EXPECT_TRUE(status != 200 || scripted().unfinished == 0) << cgi << " did not run its actions";
   if (body.ends_with('\n')) body.pop_back();
   std::replace(body.begin(), body.end(), '\n', '&');
-  return {status, body};
+  return {status, body, response.substr(0, code)};
 }
 
 bool isFailure(const Reply& reply, int status, const Texts& names) {

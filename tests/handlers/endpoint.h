@@ -46,7 +46,8 @@ namespace camera::test {
 
 struct Reply {
   int status;
-  std::string body;  // its lines, joined by &
+  std::string body;      // its lines, joined by &
+  std::string header{};  // the lines that the endpoint wrote itself
 };
 
 // Serves a request on the scripted platform as it is.

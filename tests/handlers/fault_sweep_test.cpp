@@ -107,6 +107,18 @@ const Sweep kSweeps[] = {
     {"ptz_preset_list.cgi", "", "get product get ptd 4 get ptd 19"},
     {"rtspurl.cgi", "profileid=1&urlentry=a", "get rtspsvr set rtspsvr 1"},
     {"sdcard.cgi", "", "get product get sd get record", "sd.state=2 sd.free=1"},
+    {.cgi = "sdcard_delete.cgi",
+     .query = "name=d:a",
+     .calls =
+         "get product get sd get record get system get card folder get card folder#2 get card names "
+         "ask for entry /d run rm -rf '/mnt/usb/IPCAM/d' ask for entry /a run remove a get sd#2 get record#2",
+     .state = "sd.state=2 sd.free=1 card=d,folder card=a,1",
+     .answers = {{"get card folder", 400}, {"get card folder#2", 200}}},
+    {.cgi = "sdcard_download.cgi",
+     .query = "file=a",
+     .calls = "get product get sd get record get system get card folder ask for entry /a ask to read a",
+     .state = "sd.state=2 sd.free=1 card=a,locked",
+     .answers = {{"get card folder", 200}}},
     {.cgi = "sdcard_format.cgi",
      .query = "format=go",
      .calls =
@@ -114,6 +126,12 @@ const Sweep kSweeps[] = {
          "get record#3 get system run mkdir /mnt/usb/IPCAM",
      .state = "sd.state=2 sd.free=1",
      .answers = {{"get sd#2", 500}, {"get record#3", 500}, {"get system", 500}}},
+    {.cgi = "sdcard_list.cgi",
+     .query = "path=d&page=1&pagesize=10&type=video",
+     .calls = "get product get sd get record get system get card folder get sd#2 get record#2 get card names "
+              "ask to examine a ask to examine f get sd#3 get record#3",
+     .state = "sd.state=2 sd.free=1 card=d,folder card=d/a,1 card=d/f,folder",
+     .answers = {{"get card folder", 400}}},
     {.cgi = "sensor.cgi",
      .query = "brightness=0&contrast=0&mirror=on&noisereduction=off",
      .calls = "get product get image ask exposure times set image 0",

@@ -152,6 +152,8 @@ void ScriptedPlatform::store(const std::string& state) {
       printed.push_back(value + "\n");
     else if (name == "route")
       route = value;
+    else if (name == "card")
+      card[value.substr(0, value.rfind(','))] = value.substr(value.rfind(',') + 1);
     else if (name == "rssi")
       rssi = std::stoi(value);
     else if (name == "time")

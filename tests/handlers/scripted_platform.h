@@ -34,6 +34,7 @@ struct ScriptedPlatform {
   std::map<std::string, IF_INFO> interfaces;   // the active ones, by the camera's name
   std::vector<sitelist> sites;                 // what the survey heard
   std::vector<std::string> printed;            // what read_command hands over, in pieces
+  std::map<std::string, std::string> card;     // entries of the product's folder, by path
   int rssi = 0;
   std::int64_t time = 0;  // of the camera's clock; the local time of curtime is what the record holds
 
@@ -50,6 +51,7 @@ struct ScriptedPlatform {
   //   eth0=10.0.0.2     this interface is active (empty: not), behind 192.168.0.1
   //   site=A,NONE,OPEN,Infra,1,-50    one more network in the survey, as in its file
   //   line=by+Motion    one more line in what a command prints
+  //   card=2014,folder card=2014/a.jpg,1025    an entry of the card: folder, pipe, locked or a file's size
   //   rssi=-42          the signal
   //   time=86400        the camera's clock
   // and those of ScriptedDaemons::store.

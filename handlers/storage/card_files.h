@@ -1,0 +1,64 @@
+// What the endpoints share that reach the files of the SD card: the product's folder, paths and names in
+// requests, and lists of entries: "NAME|TYPE|..." with colons between them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "framework/common_api.h"
+#include "handlers/storage/card_endpoint.h"
+#include "platform/card/card.h"
+#include "platform/store/records/system.h"
+
+namespace camera {
+
+inline constexpr char kItemSeparator = ':';
+inline constexpr char kFieldSeparator = '|';
+
+// Whether nobody could tell in a list where the name ends.
+inline bool isUnlistable(std::string_view name) {
+  return name.find(kItemSeparator) != name.npos || name.find(kFieldSeparator) != name.npos;
+}
+
+inline std::string& nextItem(std::string* items) {
+  if (!items->empty()) *items += kItemSeparator;
+  return *items;
+}
+
+inline bool staysBelow(std::string_view path) {
+  return path.find("../") == path.npos;
+}
+
+// A path as a client gives it, into a view.
+template <auto... kPath>
+constexpr auto cardPathParam(const char* name, int min) {
+  return textParam<kPath...>(name, min, INT32_MAX, "", kAnyBytes)
+      .also(staysBelow, min == 0 ? "a path without ../" : "a path without ../, not empty");
+}
+
+class CardFilesEndpoint : public CardEndpoint<Endpoint> {
+ protected:
+  using CardEndpoint::CardEndpoint;
+
+  int load() override {
+    const int result = CardEndpoint::load();
+    return result == 200 ? read(system_) : result;
+  }
+
+  ProductFolder productFolder() const { return {.model = system_.model}; }
+
+  // The length of the whole path of what lies at a path from the product's folder, in bytes.
+  std::size_t wholePathSize(std::string_view path) const {
+    return kCardFolder.size() + productFolder().model.size() + path.size();
+  }
+
+  std::optional<std::string> folderOf(std::string_view path) const {
+    return folderFromClient(path, productFolder().model);
+  }
+
+ private:
+  _system_setting system_;
+};
+
+}  // namespace camera

@@ -1,0 +1,82 @@
+// sdcard_download.cgi: sends the client on to a file of the SD card.
+#include <cstdio>
+
+#include "handlers/storage/card_files.h"
+
+namespace camera {
+namespace {
+
+struct Wanted {
+  std::string_view file;
+  std::string_view path;
+};
+
+constexpr auto kParams = paramRows<Wanted>(cardPathParam<&Wanted::file>("file", 1),
+                                           cardPathParam<&Wanted::path>("path", 0), ignoredParam("type"));
+
+enum Result : int { kFound = 0, kMissing = 1, kUnreadable = 2 };
+
+// Every byte that could end the line or mean something to a client.
+std::string percentEncoded(std::string_view path) {
+  static constexpr char kHex[] = "0123456789ABCDEF";
+  std::string encoded;
+  for (const char& c : path) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (consistsOf({&c, 1}, kAlnum, "-._~/")) {
+      encoded += c;
+    } else {
+      encoded += {'%', kHex[byte >> 4], kHex[byte & 15]};
+    }
+  }
+  return encoded;
+}
+
+void redirect(std::string_view path) {
+  const std::string header =
+      "Cache-Control: no-cache, no-store, must-revalidate\r\nPragma: no-cache\r\nConnection: close\r\n"
+      "Location: /volumes/local/" +
+      percentEncoded(path) + "\r\n";
+  // A reader that has gone is no failure of ours.
+  static_cast<void>(std::fwrite(header.data(), 1, header.size(), stdout));
+}
+
+}  // namespace
+
+class SdcardDownloadCgilet final : public CardFilesEndpoint {
+ public:
+  SdcardDownloadCgilet() : CardFilesEndpoint(ParamTable<Wanted>(kParams), Takes::kCommand) {}
+
+ private:
+  int apply() override { return take(&wanted_); }
+
+  int reply() override {
+    std::string file;
+    const Result result = find(&file);
+    if (result == kFound) {
+      redirect(file);
+      return 307;
+    }
+    pair("path", strongEncode(wanted_.path));
+    pair("file", strongEncode(wanted_.file));
+    pair("result", result);
+    return 200;
+  }
+
+  Result find(std::string* file) const {
+    const auto path = folderOf(wanted_.path);
+    CardFolder folder;
+    if (!isUsable() || !path || folder.open(productFolder(), *path) != 0) return kMissing;
+    EntryKind kind = EntryKind::kOther;
+    const auto entry = entryPath(*path, wanted_.file);
+    if (!entry || findEntry(productFolder(), *path + '/' + std::string{wanted_.file}, &kind) != 0)
+      return kMissing;
+    *file = *entry;
+    return kind == EntryKind::kFile && canReadFile(productFolder(), *entry) ? kFound : kUnreadable;
+  }
+
+  Wanted wanted_;
+};
+
+template InfCgilet* create<SdcardDownloadCgilet>();
+
+}  // namespace camera

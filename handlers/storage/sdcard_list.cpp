@@ -1,0 +1,121 @@
+// sdcard_list.cgi: one page of a folder of the SD card.
+#include <algorithm>
+#include <cerrno>
+
+#include "handlers/storage/card_files.h"
+
+namespace camera {
+namespace {
+
+constexpr const char* kTypes[] = {"video", "picture"};
+constexpr const char* kPageSizes[] = {"5", "10", "15", "20", "50", "100"};
+
+constexpr std::size_t kMostItemBytes = 271;   // with its separator
+constexpr std::size_t kMostPathBytes = 575;   // of an entry
+constexpr std::int64_t kBytesPerUnit = 1024;  // of the sizes in a list
+
+struct Wanted {
+  std::int32_t page = 1;
+  std::int32_t pageSize = 5;
+  std::int32_t type = -1;
+  std::string_view path;
+};
+
+constexpr auto kParams =
+    paramRows<Wanted>(integerParam<&Wanted::page>("page", 1, INT32_MAX),
+                      choiceParam<&Wanted::pageSize>("pagesize", kPageSizes).storingNumber(),
+                      cardPathParam<&Wanted::path>("path", 0), choiceParam<&Wanted::type>("type", kTypes));
+
+std::int32_t clamped(std::int64_t number) {
+  return static_cast<std::int32_t>(std::min<std::int64_t>(number, INT32_MAX));
+}
+
+void addItem(std::string* items, std::string_view name, std::string_view type, std::int64_t number) {
+  nextItem(items).append(name).append(type).append(Decimal(clamped(number)).text());
+}
+
+}  // namespace
+
+class SdcardListCgilet final : public CardFilesEndpoint {
+ public:
+  SdcardListCgilet() : CardFilesEndpoint(ParamTable<Wanted>(kParams)) {}
+
+ private:
+  int apply() override { return take(&wanted_); }
+
+  int reply() override {
+    const auto path = folderOf(wanted_.path);
+    CardFolder folder;
+    const int error = path ? folder.open(productFolder(), *path) : ENOENT;
+    if (error != 0) return refuseFolder(error);
+    folderBytes_ = wholePathSize(*path);
+    int result = readCard();
+    if (result == 200 && isUsable()) result = listPage(folder);
+    if (result == 200) result = readCard();
+    if (result == 200) replyPage();
+    return result;
+  }
+
+  int refuseFolder(int error) {
+    return error == ENOENT ? refuse("path", "no such folder") : fail(500, "the card's folder cannot be read");
+  }
+
+  int listPage(const CardFolder& folder) {
+    NameList names;
+    if (const int error = folder.list(isVisible, &names); error != 0) return refuseFolder(error);
+    const auto pageSize = static_cast<std::size_t>(wanted_.pageSize);
+    const std::size_t pages = (names.size() + pageSize - 1) / pageSize;
+    const auto page = static_cast<std::size_t>(wanted_.page);
+    totalFiles_ = clamped(static_cast<std::int64_t>(names.size()));
+    totalPages_ = clamped(static_cast<std::int64_t>(pages));
+    if (page > pages) return 200;
+    const std::size_t first = pageSize * (page - 1);
+    const std::size_t count = std::min(pageSize, names.size() - first);
+    count_ = static_cast<std::int32_t>(count);
+    names.sort(first, count);
+    return listEntries(folder, names, first, count);
+  }
+
+  // Folders come before files.
+  int listEntries(const CardFolder& folder, const NameList& names, std::size_t first, std::size_t count) {
+    std::string files;
+    for (std::string* items : {&items_, &files}) items->reserve(count * kMostItemBytes);
+    for (std::size_t i = first; i < first + count; ++i) {
+      const std::string_view name = names.name(i);
+      EntryKind kind = names.kind(i);
+      std::int64_t number = 0;
+      if (folder.examine(names.name(i), &kind, &number) != 0) return fail(500, "out of memory");
+      if (kind == EntryKind::kOther) continue;
+      if (folderBytes_ + 1 + name.size() > kMostPathBytes) return fail(500, "path: too long");
+      if (isUnlistable(name)) continue;
+      if (kind == EntryKind::kFolder) addItem(&items_, name, "|d|n|", number);
+      if (kind == EntryKind::kFile)
+        addItem(&files, name, "|f|n|", (number + kBytesPerUnit - 1) / kBytesPerUnit);
+    }
+    if (!files.empty()) nextItem(&items_) += files;
+    return 200;
+  }
+
+  void replyPage() {
+    pair("sd_status", cardWord());
+    if (wanted_.type >= 0) pair("type", kTypes[wanted_.type]);
+    pair("path", strongEncode(wanted_.path));
+    pair("page", wanted_.page);
+    pair("pagesize", wanted_.pageSize);
+    pair("total_file", totalFiles_);
+    pair("total_page", totalPages_);
+    pair("num", count_);
+    pair("items", items_);
+  }
+
+  Wanted wanted_;
+  std::size_t folderBytes_ = 0;  // of the folder's whole path
+  std::int32_t totalFiles_ = 0;
+  std::int32_t totalPages_ = 0;
+  std::int32_t count_ = 0;
+  std::string items_;
+};
+
+template InfCgilet* create<SdcardListCgilet>();
+
+}  // namespace camera

@@ -1,0 +1,34 @@
+// The names of a folder, in little memory, of which a page can be put in order.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace camera {
+
+enum class EntryKind : std::uint8_t { kFolder, kFile, kOther, kUnknown };
+
+// Whether an entry of a folder is wanted, by its name.
+using NameFilter = bool (*)(std::string_view name);
+bool isVisible(std::string_view name);  // does not begin with a dot
+
+class NameList {
+ public:
+  void add(std::string_view name, EntryKind kind);
+  std::size_t size() const { return entries_.size(); }
+  const char* name(std::size_t index) const { return entries_[index] + 1; }
+  EntryKind kind(std::size_t index) const { return static_cast<EntryKind>(*entries_[index]); }
+
+  // Puts those entries that have the positions first to first + count - 1 in the order of their bytes there.
+  void sort(std::size_t first, std::size_t count);
+
+ private:
+  std::vector<std::unique_ptr<char[]>> blocks_;
+  std::size_t left_ = 0;        // bytes of the last block
+  std::vector<char*> entries_;  // a byte for the kind, the name and its NUL
+};
+
+}  // namespace camera
