@@ -22,24 +22,27 @@ Words wordsOf(std::string text) {
 // Capability, parameter, and what is offered: VALUES:SENSORS, the first that has the sensor, or no sensors. A
 // single number is the step from 0 to 100. What is accepted (+) or refused (-) apart from that follows.
 constexpr char kOffers[] = R"(
-Brightness brightness 5:ov7725,ov7740,ov9710,ip2986,mdin220,hm1375 10:mt9v136 0...100:
-Contrast contrast 5:vicam,ip2986,mdin220,ov7740,ov9710,hm1375 20:mt9m112,mt9m131 25:ov7725,mt9v136 0...100:
-Saturation saturation 5:vicam,ip2986,mdin220,ov9710,hm1375 10:ov7740 20:mt9m112,mt9m131,mt9v136 25:ov7725 0...100:
-Hue hue 5:ip2986,ov9710,hm1375 0...100:
-WhiteBalance whitebalance auto,disabled:vicam,mt9m131 disabled,fixed_indoor,fixed_outdoor:mdin220 disabled,auto:ov7740,ov9710,hm1375 auto,disabled,fixed_indoor,fixed_outdoor,fixed_fluor: +fixed_indoor,fixed_outdoor,fixed_fluor:vicam,mt9m131
-Frequency flicker 50,60:mt9m131,mt9v136,vicam,ov7725,ip2986,hm1375 auto,50,60:
-AutoExposure autoexposure no,yes:
-NightShot maxexposuretime 30,7: +-1:
-BLCompensation backlightcomp 10:vicam 0...255:
-BLControl backlightcomp no,yes: +0,1,2,3:mdin220
-NoiseReduction noisereduction off,high:ov9710 off,low,high: +0,1:ov9710 +0,1,2,3:mdin220 +0,1,2,3,4,5,6,7:ip2986 +0,1,2,3,4,5:
-Mirror mirror off,on:
-Flip flip off,on:
-AutoGain autogainctrl no,yes: +1,2:mdin220 -no:mdin220
-Color color no,yes:
-BW color no,yes:
-Source videoinformat auto: +ntsc,pal,pal-m,pal-n:
-Sharpness sharpness 5:vicam,mdin220,ov9710 10:ip2986,hm1375 20:
+Brightness brightness 5:ov7725,ov7740,ov9710,ip2986,mdin220,hm1375 10:mt9v136 0...100:;
+Contrast contrast 5:vicam,ip2986,mdin220,ov7740,ov9710,hm1375 20:mt9m112,mt9m131 25:ov7725,mt9v136 0...100:;
+Saturation saturation 5:vicam,ip2986,mdin220,ov9710,hm1375 10:ov7740 20:mt9m112,mt9m131,mt9v136 25:ov7725 0...100:;
+Hue hue 5:ip2986,ov9710,hm1375 0...100:;
+WhiteBalance whitebalance auto,disabled:vicam,mt9m131 disabled,fixed_indoor,fixed_outdoor:mdin220
+  disabled,auto:ov7740,ov9710,hm1375 auto,disabled,fixed_indoor,fixed_outdoor,fixed_fluor:
+  +fixed_indoor,fixed_outdoor,fixed_fluor:vicam,mt9m131;
+Frequency flicker 50,60:mt9m131,mt9v136,vicam,ov7725,ip2986,hm1375 auto,50,60:;
+AutoExposure autoexposure no,yes:;
+NightShot maxexposuretime 30,7: +-1:;
+BLCompensation backlightcomp 10:vicam 0...255:;
+BLControl backlightcomp no,yes: +0,1,2,3:mdin220;
+NoiseReduction noisereduction off,high:ov9710 off,low,high:
+  +0,1:ov9710 +0,1,2,3:mdin220 +0,1,2,3,4,5,6,7:ip2986 +0,1,2,3,4,5:;
+Mirror mirror off,on:;
+Flip flip off,on:;
+AutoGain autogainctrl no,yes: +1,2:mdin220 -no:mdin220;
+Color color no,yes:;
+BW color no,yes:;
+Source videoinformat auto: +ntsc,pal,pal-m,pal-n:;
+Sharpness sharpness 5:vicam,mdin220,ov9710 10:ip2986,hm1375 20:;
 )";
 constexpr char kSensors[] =
     "ov7725 ov7740 ov9710 mt9m112 mt9m131 mt9v111 mt9v136 vicam vx1128 ip2986 mdin220 hm1375 ov7740_tzm480 "
@@ -95,11 +98,10 @@ Words acceptedOf(const std::string& key, const Words& offered) {
 
 TEST(Sensor, AcceptsWhatIsOfferedAndNothingElseButForTheDifferences) {
   std::istringstream offers{kOffers};
-  for (std::string row; std::getline(offers, row);) {
+  for (std::string row, capability, key, choices; std::getline(offers, row, ';');) {
     std::istringstream fields{row};
-    std::string capability, key, choices;
-    std::getline(fields >> capability >> key, choices);
-    for (const std::string& sensor : wordsOf(row.empty() ? "" : kSensors)) {
+    std::getline(fields >> capability >> key, choices, '\0');
+    for (const std::string& sensor : wordsOf(fields.fail() ? "" : kSensors)) {
       SCOPED_TRACE(capability + " of " + sensor);
       scripted().reset("product.max_exposure_times=1/30+1/-1+7 product.sensor=" + sensor +
                        " product.sensor_caps=" + capability);

@@ -59,55 +59,52 @@ TEST(StreamInfo, SaysEverythingInItsOrder) {
   EXPECT_EQ(request("stream_info.cgi", "").body, withSecondPaths(reply));
 }
 
-// What is offered on a sensor and display system, and requests that video.cgi accepts (+) or refuses (-)
-// apart from that.
-const struct {
-  std::string state;
-  std::string lines;
-  std::string differences{};
-} kOffers[] = {
-    {"ov7740 product.has_h264=0", "videos=MJPEG,MPEG4 codeclist1=MJPEG,MPEG4 codeclist2=MPEG4,H264",
-     "-2&codec=H264"},
-    {"ov7740 product.has_h264=2 profile.display_system=2", "videos=MJPEG,MPEG4,H264 codeclist1=MPEG4,H264",
-     "+1&codec=MJPEG -1&codec=H264"},
-    {"ov9710 profile.display_system=1",
-     "resolutions=1280x1024,640x512,320x256,160x128 resolutionlist1=1280x1024,640x512,320x256,160x128 "
-     "resolutionlist2=640x512,320x256,160x128 resolutionlist3=1280x1024,640x512,320x256,160x128 "
-     "resolutionlist4=640x512,320x256,160x128 framerates=1,2,3,5,10 frameratelist4=1,2,3,5,10 vbitratelist3= "
-     "vbitratelist4=64,128,256,384,512,768,1024,1536,2048,3072,4096 vban=1|MJPEG|-|-|-|-:2|MJPEG|-|-|-|-:"
-     "4|MJPEG|-|-|-|-:2|-|1280x800|-|-|-:4|-|1280x800|-|-|-:3|-|1280x800|6,30|-|-",
-     "+2&framerate=6 -3&resolution=1280x1024 +3&bitrate=64 +1&quality=0"},
-    {"ov9710 profile.display_system=8", "framerates=1,2,3,5,10,15", "+1&framerate=6 +1&framerate=30"},
-    {"ov9710_720p profile.display_system=7",
-     "framerates=1,2,3,5,6,10,15,30 resolutionlist4=640x352,320x176,160x80 vban=1|MJPEG|-|-|-|-:"
-     "2|MJPEG|-|-|-|-:4|MJPEG|-|-|-|-:2|-|1280x720|-|-|-:4|-|1280x720|-|-|-:3|-|1280x720|6,30|-|-"},
-    {"ip2986 profile.display_system=7",
-     "resolutionlist2=1280x720,640x352,320x176 framerates=1,2,3,5,10,15 qualitymodes=CBR "
-     "codeclist4=MPEG4,H264 "
-     "vbitratelist2=64,128,256,384,512,768,1024,1536,2048,3072,4096 vban=",
-     "-2&resolution=1280x720 +1&framerate=6 +1&qualitymode=Fixquality +2&codec=MJPEG -4&codec=H264 "
-     "-2&bitrate=4096"},
-    {"hm1375 profile.display_system=8",
-     "resolutionlist1=1280x960,640x480,320x240,160x112 resolutionlist2=640x480,320x240,160x112 "
-     "resolutionlist3=640x480,320x240,160x112 framerates=1,2,3,5,6,10,15,30 vban="},
-    {"hm1375 profile.display_system=9", "resolutionlist4=960x540,480x270,240x128",
-     "+2&resolution=1920x1080 +4&resolution=1920x1080"},
-    {"ip2986 profile.display_system=3", "framerates=1,2,3,5,8,12,25"},
-    {"ip2986 profile.display_system=4", "framerates=1,2,3,5,6,10,15,30", "-1&framerate=6 +1&framerate=25"},
-    {"ip2986 profile.display_system=5", "framerates=1,2,3,5,10", "+1&framerate=6"},
-    {"ip2986 profile.display_system=6", "framerates=1,2,3,5,8,12,25"}};
+// A sensor, its state and lines that are offered then; and requests that video.cgi accepts (+) or refuses (-)
+// apart from what is offered.
+constexpr char kOffers[] = R"(
+ov7740 product.has_h264=0 videos=MJPEG,MPEG4 codeclist1=MJPEG,MPEG4 codeclist2=MPEG4,H264 -2&codec=H264
+ov7740 product.has_h264=2 profile.display_system=2
+       videos=MJPEG,MPEG4,H264 codeclist1=MPEG4,H264 +1&codec=MJPEG -1&codec=H264
+ov9710 profile.display_system=1 resolutions=1280x1024,640x512,320x256,160x128
+       resolutionlist1=1280x1024,640x512,320x256,160x128 resolutionlist2=640x512,320x256,160x128
+       resolutionlist3=1280x1024,640x512,320x256,160x128 resolutionlist4=640x512,320x256,160x128
+       framerates=1,2,3,5,10 frameratelist4=1,2,3,5,10 vbitratelist3=
+       vbitratelist4=64,128,256,384,512,768,1024,1536,2048,3072,4096
+       vban=1|MJPEG|-|-|-|-:2|MJPEG|-|-|-|-:4|MJPEG|-|-|-|-:2|-|1280x800|-|-|-:4|-|1280x800|-|-|-:3|-|1280x800|6,30|-|-
+       +2&framerate=6 -3&resolution=1280x1024 +3&bitrate=64 +1&quality=0
+ov9710 profile.display_system=8 framerates=1,2,3,5,10,15 +1&framerate=6 +1&framerate=30
+ov9710_720p profile.display_system=7 framerates=1,2,3,5,6,10,15,30 resolutionlist4=640x352,320x176,160x80
+       vban=1|MJPEG|-|-|-|-:2|MJPEG|-|-|-|-:4|MJPEG|-|-|-|-:2|-|1280x720|-|-|-:4|-|1280x720|-|-|-:3|-|1280x720|6,30|-|-
+ip2986 profile.display_system=7 resolutionlist2=1280x720,640x352,320x176 framerates=1,2,3,5,10,15
+       qualitymodes=CBR codeclist4=MPEG4,H264 vbitratelist2=64,128,256,384,512,768,1024,1536,2048,3072,4096 vban=
+       -2&resolution=1280x720 +1&framerate=6 +1&qualitymode=Fixquality +2&codec=MJPEG -4&codec=H264 -2&bitrate=4096
+hm1375 profile.display_system=8 resolutionlist1=1280x960,640x480,320x240,160x112
+       resolutionlist2=640x480,320x240,160x112 resolutionlist3=640x480,320x240,160x112
+       framerates=1,2,3,5,6,10,15,30 vban=
+hm1375 profile.display_system=9 resolutionlist4=960x540,480x270,240x128 +2&resolution=1920x1080 +4&resolution=1920x1080
+ip2986 profile.display_system=3 framerates=1,2,3,5,8,12,25
+ip2986 profile.display_system=4 framerates=1,2,3,5,6,10,15,30 -1&framerate=6 +1&framerate=25
+ip2986 profile.display_system=5 framerates=1,2,3,5,10 +1&framerate=6
+ip2986 profile.display_system=6 framerates=1,2,3,5,8,12,25
+)";
 
 TEST(StreamInfo, OffersWhatVideoAcceptsButForTheDifferences) {
-  for (const auto& [state, lines, differences] : kOffers) {
-    scripted().reset("product.sensor=" + state);
-    const std::string body = "&" + request("stream_info.cgi", "").body + "&";
-    std::istringstream offered{lines};
-    for (std::string line; offered >> line;)
-      EXPECT_NE(body.find("&" + line + "&"), body.npos) << state << ": " << line << " in " << body;
-    std::istringstream others{differences};
-    for (std::string query; others >> query;)
-      EXPECT_EQ(request("video.cgi", "profileid=" + query.substr(1)).status, query[0] == '+' ? 200 : 400)
-          << state << query;
+  std::istringstream words{kOffers};
+  std::string state;
+  std::string body;
+  for (std::string word; words >> word;) {
+    const bool isSensor = word.find('=') == word.npos;
+    const bool isDifference = word.find_first_of("+-") == 0;
+    if (isSensor || word.starts_with("product.") || word.starts_with("profile.")) {
+      state = isSensor ? "product.sensor=" + word : state + " " + word;
+      scripted().reset(state);
+      body = "&" + request("stream_info.cgi", "").body + "&";
+    } else if (isDifference) {
+      EXPECT_EQ(request("video.cgi", "profileid=" + word.substr(1)).status, word[0] == '+' ? 200 : 400)
+          << state << word;
+    } else {
+      EXPECT_NE(body.find("&" + word + "&"), body.npos) << state << ": " << word << " in " << body;
+    }
   }
 }
 
