@@ -187,6 +187,7 @@ TEST(SensorInfo, SaysThePictureAndTheTimesThatFit) {
        {"", "product.sensor_caps=Source image.video_in_format=4", "inputsize=640x480&videooutformat=pal-n"}});
   info.refuses("brightness=50 =");
   info.refuses("!", times + "1/" + std::string(32, '1'), 500);
+  info.refuses("!", times + std::string(256, '+'), 500);
 }
 
 TEST(SensorReset, DoesItOnlyWhenToldToGo) {
