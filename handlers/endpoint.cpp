@@ -52,7 +52,8 @@ int Endpoint::applyAgain() {
 }
 
 void Endpoint::onReply() {
-  if (status == 200) status = reply();
+  // What could not be read as a request is refused without a look at what it might have asked.
+  if (status == 200 && !malformed()) status = reply();
   if (status == 200) {
     infOK();
     return;

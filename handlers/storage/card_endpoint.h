@@ -2,27 +2,12 @@
 // is.
 #pragma once
 
-#include <array>
-
 #include "handlers/endpoint.h"
+#include "platform/card/card_state.h"
 #include "platform/store/records/record.h"
 #include "platform/store/records/sd.h"
 
 namespace camera {
-
-enum CardState : std::uint8_t { kReady = 2, kProtected = 3, kFull = 5, kFormatting = 9, kRecording = 10 };
-
-inline constexpr std::array kCardWords = {"",
-                                          "",
-                                          "ready",
-                                          "protected",
-                                          "invalid",
-                                          "full",
-                                          "over_capacity",
-                                          "",
-                                          "need_reinitialize",
-                                          "formatting",
-                                          "recording"};
 
 // On top of one of the endpoints of handlers/endpoint.h.
 template <class Base>
@@ -52,7 +37,9 @@ class CardEndpoint : public Base {
   // Whether the card's files can be reached.
   bool isUsable() const { return card.state == kReady || card.state == kFull || card.state == kRecording; }
 
-  const char* cardWord() const { return card.state < kCardWords.size() ? kCardWords[card.state] : ""; }
+  std::string cardWord() const {
+    return std::string{card.state < std::size(kCardWords) ? kCardWords[card.state] : ""};
+  }
 
   void replyCard() {
     this->pair("status", cardWord());

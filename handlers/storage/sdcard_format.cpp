@@ -1,8 +1,11 @@
 // sdcard_format.cgi: formats the SD card and gives it the product's folder.
 #include <sys/wait.h>
 
+#include <algorithm>
+
 #include "handlers/confirmation.h"
 #include "handlers/storage/card_endpoint.h"
+#include "platform/card/card_path.h"
 #include "platform/card/fresh_card.h"
 #include "platform/shell.h"
 #include "platform/store/records/system.h"
@@ -11,14 +14,13 @@ namespace camera {
 namespace {
 
 constexpr char kFormat[] = "sdmanage.sh format >> /tmp/sd.txt";
-constexpr std::string_view kCardFolder = "/mnt/usb/";
 constexpr std::size_t kMostPath = 31;  // characters of the folder's path
 
 constexpr auto kParams = paramRows<Confirmation>(confirmationParam("format"));
 
 // The model's name names the folder, which can be no other than one of the card's own.
 void makeProductFolder(std::string_view model) {
-  if (model.empty() || model.front() == '.' || model.find('/') != model.npos) return;
+  if (!isFolderName(model)) return;
   std::string path{kCardFolder};
   path += model;
   path.resize(std::min(path.size(), kMostPath));

@@ -8,6 +8,7 @@
 #include <iterator>
 #include <sstream>
 
+#include "platform/card/card_state.h"
 #include "platform/text.h"
 #include "virtual-camera/simulator/daemons.h"
 
@@ -21,18 +22,6 @@ constexpr std::string_view kOffOn[] = {"off", "on"};
 constexpr std::string_view kStorages[] = {"ok", "full", "failed"};
 constexpr std::string_view kSpeaker[] = {"free", "occupied"};
 constexpr std::string_view kMic[] = {"open", "muted"};
-// By the code that the store has for each; one without a word cannot be chosen.
-constexpr std::string_view kCardStates[] = {"",
-                                            "",
-                                            "ready",
-                                            "protected",
-                                            "invalid",
-                                            "full",
-                                            "over_capacity",
-                                            "",
-                                            "need_reinitialize",
-                                            "formatting",
-                                            "recording"};
 
 // The words of a command, taken in order.
 class Words {
@@ -135,7 +124,7 @@ bool turn(const Controlled& target, Words& words, ControlReply* /*reply*/) {
 
 bool tellCard(const Controlled& target, Words& words, ControlReply* reply) {
   std::size_t code = 0;
-  if (!words.lastChoice(kCardStates, &code)) return false;
+  if (!words.lastChoice(kCardWords, &code)) return false;
   *reply = target.setCard(code);
   return true;
 }
