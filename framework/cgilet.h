@@ -104,6 +104,9 @@ class BaseCgilet {
  protected:
   bool malformed() const { return malformed_ != 0; }
 
+  // Values may be no UTF-8: names of files are what they are.
+  bool keepsBytes = false;
+
   // What a failure's reply says beside the code: "NAME: what is accepted". Empty: nothing.
   std::string refusal;
 };

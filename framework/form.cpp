@@ -1,6 +1,8 @@
 // Parser of application/x-www-form-urlencoded texts.
 #include "framework/form.h"
 
+#include <utility>
+
 namespace camera {
 namespace {
 
@@ -68,12 +70,12 @@ std::string decode(std::string_view text) {
       decoded += text[i] == '+' ? ' ' : text[i];
     }
   }
-  return decodeUtf8(decoded);
+  return decoded;
 }
 
 }  // namespace
 
-void parseForm(std::string_view text, Queries& queries) {
+void parseForm(std::string_view text, Queries& queries, bool keepsBytes) {
   while (!text.empty()) {
     const std::size_t end = text.find('&');
     const std::string_view parameter = text.substr(0, end);
@@ -82,7 +84,9 @@ void parseForm(std::string_view text, Queries& queries) {
     const std::size_t equals = parameter.find('=');
     const std::string_view value =
         equals == parameter.npos ? std::string_view{} : parameter.substr(equals + 1);
-    queries.insert_or_assign(decode(parameter.substr(0, equals)), decode(value));
+    std::string bytes = decode(value);
+    if (!keepsBytes) bytes = decodeUtf8(bytes);
+    queries.insert_or_assign(decodeUtf8(decode(parameter.substr(0, equals))), std::move(bytes));
   }
 }
 

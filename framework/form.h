@@ -12,7 +12,8 @@ namespace camera {
 using Queries = std::map<std::string, std::string, std::less<>>;
 
 // Adds the parameters of the text. "+" is a space, a broken escape stays as it is, of a name given twice the
-// last value stays, a parameter without "=" has an empty value.
-void parseForm(std::string_view text, Queries& queries);
+// last value stays, a parameter without "=" has an empty value. Broken UTF-8 becomes U+FFFD, unless the bytes
+// of values are to stay.
+void parseForm(std::string_view text, Queries& queries, bool keepsBytes = false);
 
 }  // namespace camera

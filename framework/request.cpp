@@ -59,7 +59,7 @@ bool BaseCgilet::parseHttp() {
   queryString_ = environment("QUERY_STRING");
   contentType_ = environment("CONTENT_TYPE");
   contentLength_ = environment("CONTENT_LENGTH");
-  camera::parseForm(queryString_, queries);
+  camera::parseForm(queryString_, queries, keepsBytes);
   const char* wrong = queryString_.size() > kMostBytes ? "query: at most 65536 bytes" : readBody();
   if (wrong != nullptr) {
     malformed_ = 1;
@@ -81,7 +81,7 @@ const char* BaseCgilet::readBody() {
   if (readInput(buffer_.data(), buffer_.size()) != buffer_.size())
     return "body: shorter than its Content-Length";
   form_.assign(buffer_.begin(), buffer_.end());
-  camera::parseForm(form_, queries);
+  camera::parseForm(form_, queries, keepsBytes);
   return nullptr;
 }
 

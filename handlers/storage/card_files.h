@@ -39,7 +39,10 @@ constexpr auto cardPathParam(const char* name, int min) {
 
 class CardFilesEndpoint : public CardEndpoint<Endpoint> {
  protected:
-  using CardEndpoint::CardEndpoint;
+  explicit CardFilesEndpoint(const ParamList& params, Takes takes = Takes::kChanges)
+      : CardEndpoint(params, takes) {
+    keepsBytes = true;
+  }
 
   int load() override {
     const int result = CardEndpoint::load();
