@@ -9,30 +9,26 @@ namespace {
 
 using test::scripted;
 
-std::vector<std::string>& opened() {
-  static std::vector<std::string> folders;
-  return folders;
-}
+// What the paths of entries begin with, of every folder that was opened.
+std::vector<std::string> opened;
 
-// What is at the path, null when nothing is.
-const std::string* contentAt(std::string_view path) {
-  static const std::string kFolder = "folder";
+// What is at the path, empty when nothing is.
+std::string contentAt(std::string_view path) {
   const auto plain = plainPath(path);
   const auto entry = plain ? scripted().card.find(*plain) : scripted().card.end();
-  if (plain == "") return &kFolder;
-  return entry == scripted().card.end() ? nullptr : &entry->second;
+  if (plain == "") return "folder";
+  return entry == scripted().card.end() ? "" : entry->second;
 }
 
 EntryKind kindOf(const std::string& content) {
   return content == "folder" ? EntryKind::kFolder : content == "pipe" ? EntryKind::kOther : EntryKind::kFile;
 }
 
-template <class Take>
-void forEachEntry(const std::string& folder, Take take) {
-  const std::string start = folder.empty() ? "" : folder + "/";
-  for (const auto& [path, content] : scripted().card)
-    if (path.starts_with(start) && path.size() > start.size() && path.find('/', start.size()) == path.npos)
-      take(path.substr(start.size()), kindOf(content));
+void list(const std::string& start, NameFilter wanted, NameList* names) {
+  for (const auto& [path, content] : scripted().card) {
+    const std::string name = path.starts_with(start) ? path.substr(start.size()) : "";
+    if (!name.empty() && name.find('/') == name.npos && wanted(name)) names->add(name, kindOf(content));
+  }
 }
 
 }  // namespace
@@ -41,42 +37,37 @@ CardFolder::~CardFolder() = default;
 
 int CardFolder::open(const ProductFolder& /*product*/, std::string_view path) {
   const int error = scripted().answer("get card folder");
-  const std::string* content = contentAt(path);
-  if (error != 0 || content == nullptr || *content != "folder") return error == EIO ? EIO : ENOENT;
-  descriptor_ = static_cast<int>(opened().size());
-  opened().push_back(*plainPath(path));
+  if (error != 0 || contentAt(path) != "folder") return error == EIO ? EIO : ENOENT;
+  descriptor_ = static_cast<int>(opened.size());
+  opened.push_back(plainPath(path) == "" ? "" : *plainPath(path) + "/");
   return 0;
 }
 
 int CardFolder::list(NameFilter wanted, NameList* names) const {
-  forEachEntry(opened()[static_cast<std::size_t>(descriptor_)], [&](const std::string& name, EntryKind kind) {
-    if (wanted(name)) names->add(name, kind);
-  });
+  camera::list(opened[static_cast<std::size_t>(descriptor_)], wanted, names);
   const int error = scripted().answer("get card names");
   return error == 0 ? 0 : error == ENOTDIR ? ENOENT : EIO;
 }
 
 int CardFolder::examine(const char* name, EntryKind* kind, std::int64_t* number) const {
-  const std::string folder = opened()[static_cast<std::size_t>(descriptor_)];
-  const std::string path = (folder.empty() ? "" : folder + "/") + name;
-  *number = 0;
+  const std::string path = opened[static_cast<std::size_t>(descriptor_)] + name;
   const int result = scripted().answer(std::string{"ask to examine "} + name);
-  if (result != 0) return result == ENOMEM ? ENOMEM : 0;
-  if (*kind == EntryKind::kFile) *number = std::stoll(scripted().card[path]);
-  if (*kind == EntryKind::kFolder)
-    forEachEntry(path, [&](const std::string& entry, EntryKind) { *number += isVisible(entry) ? 1 : 0; });
-  return 0;
+  NameList inside;
+  camera::list(path + "/", isVisible, &inside);
+  *number = result != 0                 ? 0
+            : *kind == EntryKind::kFile ? std::stoll(contentAt(path))
+                                        : static_cast<std::int64_t>(inside.size());
+  return result == ENOMEM ? ENOMEM : 0;
 }
 
 int findEntry(const ProductFolder& /*product*/, std::string_view path, EntryKind* kind) {
-  const std::string* content = contentAt(path);
   const int result = scripted().answer("ask for entry " + std::string{path});
-  if (result == 0 && content != nullptr) *kind = kindOf(*content);
-  return content == nullptr ? ENOENT : result;
+  *kind = kindOf(contentAt(path));
+  return contentAt(path).empty() ? ENOENT : result;
 }
 
 bool canReadFile(const ProductFolder& /*product*/, std::string_view path) {
-  return scripted().answer("ask to read " + std::string{path}) == 0 && *contentAt(path) != "locked";
+  return scripted().answer("ask to read " + std::string{path}) == 0 && contentAt(path) != "locked";
 }
 
 int removeFile(const ProductFolder& /*product*/, std::string_view path) {

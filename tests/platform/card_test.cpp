@@ -7,8 +7,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
+#include <iomanip>
 #include <random>
 
 #include "platform/card/beneath.h"
@@ -20,35 +21,25 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::string_literals;
 
-// Rows of words, of which "-" is the empty one.
-template <std::size_t kColumns>
-std::vector<std::array<std::string, kColumns>> rows(const std::string& text) {
-  std::vector<std::array<std::string, kColumns>> all(1);
-  std::istringstream words{text};
-  for (std::size_t i = 0; words >> all.back()[i]; i = (i + 1) % kColumns) {
-    if (all.back()[i] == "-") all.back()[i].clear();
-    if (i + 1 == kColumns) all.emplace_back();
-  }
-  all.pop_back();
-  return all;
+// Of a table in one text; '' is an empty word.
+auto word(std::string& text) {
+  return std::quoted(text, '\'');
 }
 
 TEST(CardPath, MeansAFolderOfTheProduct) {
-  for (const auto& [path, model, folder] :
-       rows<3>("- M1 - / M1 - 2014 M1 /2014 /2014/ M1 /2014/ .. M1 /.. /mnt/usb M1 - /mnt/usb/ M1 - "
-               "/mnt/usb/x M1 none "
-               "/mnt/usb/M1 M1 / /mnt/usb/M1/a M1 /a xM1y/M1 M1 /y/M1 Musics/a M1 /Musics/a /Musics/a M1 "
-               "/Musics/a "
-               "a/Musics M1 none M1/Musics M1 /Musics a - none a .. none a M/1 none"))
+  std::istringstream rows{
+      "'' M1 '' / M1 '' 2014 M1 /2014 /2014/.. M1 /2014/.. /mnt/usb M1 '' /mnt/usb/ M1 '' /mnt/usb/x M1 none "
+      "/mnt/usb/M1 M1 / /mnt/usb/M1/a M1 /a xM1y/M1 M1 /y/M1 M1/Musics M1 /Musics Musics/a M1 /Musics/a "
+      "xMusics/a M1 /Musics/a a/Musics M1 none a '' none a .. none a M/1 none"};
+  for (std::string path, model, folder; rows >> word(path) >> word(model) >> word(folder);)
     EXPECT_EQ(folderFromClient(path, model).value_or("none"), folder) << path << " of " << model;
 }
 
 TEST(CardPath, OfAnEntryIsPlainAndBelowItsFolder) {
-  for (const auto& [folder, name, entry] : rows<3>(
-           "- a.jpg a.jpg /2014/ /a.jpg 2014/a.jpg 2014 ../b b 2014 sub/./x//y/ 2014/sub/x/y 2014 sub/.. "
-           "none "
-           "2014 - none 2014 / none 2014/sub .. none 2014 .. none 2014 ../201 201 - .. none - ../M/a none "
-           "2014 ../../M/a none .. a none"))
+  std::istringstream rows{
+      "'' a.jpg a.jpg /2014/ /a.jpg 2014/a.jpg 2014 ../b b 2014 sub/./x//y/ 2014/sub/x/y 2014 sub/.. none "
+      "2014 '' none 2014/sub .. none 2014 ../201 201 '' .. none '' ../M/a none .. a none"};
+  for (std::string folder, name, entry; rows >> word(folder) >> word(name) >> word(entry);)
     EXPECT_EQ(entryPath(folder, name).value_or("none"), entry) << folder << " " << name;
   EXPECT_FALSE(entryPath("", "a\0b"s));
 }
@@ -56,7 +47,7 @@ TEST(CardPath, OfAnEntryIsPlainAndBelowItsFolder) {
 // A card with the product's folder, and a secret beside it.
 struct Card : testing::Test {
   Card() {
-    for (const char* folder : {"M/2014/sub", "M/it's;rm*", "other"}) fs::create_directories(at(folder));
+    for (const char* name : {"M/2014/sub", "M/it's;rm*", "other"}) fs::create_directories(at(name));
     for (const char* file : {"secret", "other/secret", "M/a.jpg", "M/.b", "M/2014/clip.mp4"})
       card.put(file, std::string(1025, 'x'));
     const std::pair<const char*, std::string> links[] = {
@@ -64,51 +55,47 @@ struct Card : testing::Test {
     for (const auto& [name, target] : links) fs::create_symlink(target, at("M/"s + name));
     fs::create_symlink("M", at("L"));
     mkfifo(at("M/pipe").c_str(), 0600);
+    folder = open(at("M").c_str(), O_PATH | O_DIRECTORY);
   }
+  ~Card() override { close(folder); }
   std::string at(const std::string& path) const { return card.path(path); }
+
+  // What that opens, as a path of the card; empty when nothing.
+  std::string opened(int (*open)(int, const char*, int), const std::string& path) const {
+    const int found = open(folder, path.c_str(), O_PATH);
+    const std::string link = "/proc/self/fd/" + std::to_string(found);
+    const std::string target = found < 0 ? "" : fs::relative(fs::read_symlink(link), at("")).string();
+    close(found);
+    return target;
+  }
 
   const TemporaryFolder card;
   const std::string mount = card.path() + "/";
   const ProductFolder product{"M", mount};
+  int folder = -1;
 };
 
-// What is opened, as a path of the card; empty when nothing is.
-std::string opened(const std::string& root, int (*open)(int, const char*, int), const std::string& path) {
-  const int folder = ::open((root + "/M").c_str(), O_PATH | O_DIRECTORY);
-  const int found = open(folder, path.c_str(), O_PATH);
-  std::error_code none;
-  const fs::path target = found < 0 ? "" : fs::read_symlink("/proc/self/fd/" + std::to_string(found), none);
-  close(folder);
-  if (found < 0) return "";
-  close(found);
-  return fs::relative(target, root).string();
-}
-
 TEST_F(Card, OpensNothingButWhatLiesBeneathTheProductsFolder) {
-  const std::string table =
+  std::istringstream rows{
       ". M a.jpg M/a.jpg 2014//./clip.mp4 M/2014/clip.mp4 2014/ M/2014 2014/sub/../../a.jpg M/a.jpg 2014/.. "
-      "M "
-      "it's;rm* M/it's;rm* pipe M/pipe - - none - none/../a.jpg - a.jpg/ - a.jpg/.. - .. - ../M - "
-      "2014/../../M/a.jpg - / - /a.jpg - ../secret - 2014/../../secret - out - up - aside/secret - "
-      "aside/../M/a.jpg - in/clip.mp4 - in - in/ - self/a.jpg - " +
-      at("M/a.jpg") + " - " + at("secret") + " - " + std::string(300, 'n') + " - " + std::string(5000, '/') +
-      " -";
-  for (const auto& [path, found] : rows<2>(table)) {
-    EXPECT_EQ(opened(card.path(), openBeneath, path), found) << path;
-    EXPECT_EQ(opened(card.path(), walkBeneath, path), found) << path << " step by step";
+      "M it's;rm* M/it's;rm* pipe M/pipe '' '' none/../a.jpg '' a.jpg/ '' a.jpg/.. '' .. '' / '' /a.jpg '' "
+      "2014/../../M/a.jpg '' ../secret '' out '' up '' aside/../M/a.jpg '' in/clip.mp4 '' in '' in/ '' "
+      "self/a.jpg '' " +
+      at("secret") + " '' " + std::string(300, 'n') + " '' " + std::string(5000, '/') + " ''"};
+  for (std::string path, target; rows >> word(path) >> word(target);) {
+    EXPECT_EQ(opened(openBeneath, path), target) << path;
+    EXPECT_EQ(opened(walkBeneath, path), target) << path << " step by step";
   }
 }
 
 TEST_F(Card, FindsReadsAndRemovesInTheProductsFolderAlone) {
   EntryKind kind = EntryKind::kUnknown;
-  for (const auto& [path, expected] : rows<2>("/2014/clip.mp4 f 2014 d pipe o")) {
-    EXPECT_EQ(findEntry(product, path, &kind), 0) << path;
-    EXPECT_EQ("dfo"[static_cast<int>(kind)], expected[0]) << path;
-  }
-  for (const std::string& path : {"in/clip.mp4"s, "out"s, "../secret"s, "a.jpg\0"s, "none"s}) {
-    EXPECT_EQ(findEntry(product, path, &kind), ENOENT) << path;
-    EXPECT_FALSE(canReadFile(product, path)) << path;
-  }
+  for (const auto& [path, expected] : {std::pair{"/2014/clip.mp4", EntryKind::kFile},
+                                       {"2014", EntryKind::kFolder},
+                                       {"pipe", EntryKind::kOther}})
+    EXPECT_TRUE(findEntry(product, path, &kind) == 0 && kind == expected) << path;
+  for (const std::string& path : {"in/clip.mp4"s, "out"s, "../secret"s, "a.jpg\0"s, "none"s})
+    EXPECT_TRUE(findEntry(product, path, &kind) == ENOENT && !canReadFile(product, path)) << path;
   for (const char* path : {"aside/secret", "../secret", "../other/secret"})
     EXPECT_EQ(removeFile(product, path), ENOENT);
   for (const char* model : {"", ".", "..", "none", "L", "other/../M", "secret"})
@@ -121,26 +108,21 @@ TEST_F(Card, FindsReadsAndRemovesInTheProductsFolderAlone) {
 
 TEST_F(Card, ListsAFolderAndCountsItsFolders) {
   fs::resize_file(at("M/a.jpg"), std::uintmax_t{5} << 30);
-  CardFolder folder;
-  ASSERT_EQ(folder.open(product, ""), 0);
+  CardFolder opened;
   NameList names;
-  ASSERT_EQ(folder.list(isVisible, &names), 0);
+  ASSERT_EQ(opened.open(product, "") + opened.list(isVisible, &names), 0);
   names.sort(0, names.size());
-  std::string listed;
   fs::remove(at("M/pipe"));
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    for (EntryKind kind : {names.kind(i), EntryKind::kUnknown}) {
+  for (const bool isKnown : {true, false}) {
+    std::string listed;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      EntryKind kind = isKnown ? names.kind(i) : EntryKind::kUnknown;
       std::int64_t number = -1;
-      listed += kind == EntryKind::kUnknown ? ","s : names.name(i) + " "s;
-      EXPECT_EQ(folder.examine(names.name(i), &kind, &number), 0);
-      listed += "dfo"[static_cast<int>(kind)] + std::to_string(number);
+      EXPECT_EQ(opened.examine(names.name(i), &kind, &number), 0);
+      listed += names.name(i) + " "s + "dfo"[static_cast<int>(kind)] + std::to_string(number) + " ";
     }
-    listed += " ";
+    EXPECT_EQ(listed, "2014 d2 a.jpg f5368709120 aside o0 in o0 it's;rm* d0 out o0 pipe o0 self o0 up o0 ");
   }
-  EXPECT_EQ(
-      listed,
-      "2014 d2,d2 a.jpg f5368709120,f5368709120 aside o0,o0 in o0,o0 it's;rm* d0,d0 out o0,o0 pipe o0,o0 "
-      "self o0,o0 up o0,o0 ");
   for (const char* path : {"in", "aside", "a.jpg", "none", ".."})
     EXPECT_EQ(CardFolder().open(product, path), ENOENT);
 }
@@ -148,15 +130,14 @@ TEST_F(Card, ListsAFolderAndCountsItsFolders) {
 TEST(NameList, PutsAnyPageInTheOrderOfBytes) {
   std::mt19937 random{5};
   NameList names;
-  std::vector<std::string> expected;
-  for (int i = 0; i < 3000; ++i) {
-    std::string name(1 + random() % 255, '\0');
+  std::vector<std::string> expected(3000);
+  for (std::string& name : expected) {
+    name.resize(1 + random() % 255);
     for (char& c : name) c = static_cast<char>(1 + random() % 255);
     names.add(name, EntryKind::kFile);
-    expected.push_back(name);
   }
   std::sort(expected.begin(), expected.end());
-  for (const std::size_t first : {std::size_t{0}, std::size_t{1500}, std::size_t{2990}, std::size_t{7}}) {
+  for (const std::size_t first : {0U, 1500U, 2990U, 7U}) {
     names.sort(first, 10);
     for (std::size_t i = first; i < first + 10; ++i) EXPECT_EQ(names.name(i), expected[i]);
   }
