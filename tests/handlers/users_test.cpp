@@ -49,8 +49,7 @@ TEST(GroupList, TellsMembersAndWhatTheProductLetsThemDo) {
 // A row tells the whole reply.
 TEST(UserMod, ShowsTheAccountAsItIsThen) {
   kUserMod.accepts(
-      {{"name=a", "", "name=a&password=MQ==&group=Users", ""},
-       {"name=root", kLarkmoor, "name=root&password=dG9w&group=Administrator", ""},
+      {{"name=root", kLarkmoor, "name=root&password=dG9w&group=Administrator", ""},
        {"name=a&newname=a&password=MQ%3D%3D&group=Users", "", "name=a&password=MQ==&group=Users", ""},
        {"name=a&newname=A-1_.", "", "name=A-1_.&password=MQ==&group=Users"},
        {"name=d", kLarkmoor, "name=d&password=&group=Users"},
