@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <string>
 #include <utility>
 
@@ -48,7 +49,8 @@ int errorOf(int error) {
 // A descriptor of what lies there, -1 with errno.
 int openInside(const ProductFolder& product, std::string_view path, int flags) {
   const std::string model{product.model};
-  if (!isFolderName(model) || path.find('\0') != path.npos) {
+  const bool isTooLong = product.card.size() + model.size() + path.size() >= PATH_MAX;
+  if (!isFolderName(model) || path.find('\0') != path.npos || isTooLong) {
     errno = ENOENT;
     return -1;
   }
