@@ -15,12 +15,18 @@ const Endpoint kIo{
 TEST(IO, ShowsWhatTheProductHasAndOfASwitchTheOutputsAlone) {
   kIo.accepts({{"", "product.input_count=1 product.output_count=2", "out2=off&-in2"},
                {"", "product.output_count=0", "-out1"},
-               {"", "io.inputs=2,-1 io.outputs=256", "in2=off&out1=off"},
                {"", "product.input_count=5 product.output_count=9",
                 "in1=off&out1=on&in2=on&out2=off&in3=on&out3=off&in4=on&out4=on"},
                {"out1=off", "", "-in1&-in2&out1=off", "send watchdog 624"},
                {"out4=off&out2=on&out3=off&out1=on", "product.output_count=4", "-in1&-in2&out2=on&out4=off",
                 "send watchdog 606 send watchdog 607 send watchdog 626 send watchdog 627"}});
+}
+
+TEST(IO, IsOnAtAOneAlone) {
+  using namespace std::string_literals;
+  scripted().reset(kIo.state);
+  daemons().answers = {{"get watchdog 616", "\0\0\0\0\2\0\0\0"s}, {"get watchdog 620", "\0\0\0\0\0\1\0\0"s}};
+  EXPECT_EQ(request(kIo.cgi, "").body, "in1=off&out1=off&in2=off");
 }
 
 TEST(IO, SwitchesNothingForARequestThatIsNotWhollyRight) {

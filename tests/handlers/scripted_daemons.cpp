@@ -9,19 +9,42 @@
 
 #include "platform/daemons/little_endian.h"
 #include "tests/handlers/scripted_platform.h"
+#include "virtual-camera/simulator/daemons.h"
 
 namespace camera::test {
 namespace {
 
-constexpr int kDone = 0;
-constexpr int kRefused = 1;
+using simulator::Position;
 
-// A request as it is read: the call that it stands for, and what is left when everything read is zeroed.
-class Request {
+constexpr struct {
+  const char* path;
+  std::size_t request;
+  std::size_t reply;
+  std::string (*answer)(simulator::CameraState& camera, const std::string& request);
+} kDaemons[] = {{kPanTiltDaemon, 44, 427, simulator::answerHead},
+                {kIoDaemon, 12, 140, simulator::answerIo},
+                {kEventDaemon, 12, 140, simulator::answerEvents}};
+constexpr int kQuestions[] = {1, 4, 19, 32, 615, 616, 617, 618, 620, 621, 622, 623};
+constexpr double kArrival = 1000;  // seconds in which the head gets anywhere
+
+// The call that a request stands for; every byte that has a part in it is taken.
+class Words {
  public:
-  Request(std::string verb, const char* daemon, std::string bytes)
-      : call{verb + " " + daemon}, rest{std::move(bytes)} {}
+  Words(const char* path, const std::string& bytes) : rest{bytes} {
+    const bool asks = std::count(std::begin(kQuestions), std::end(kQuestions), loadLittle<int>(&rest[0])) > 0;
+    call = std::string{asks ? "get " : "send "} + (std::strrchr(path, '/') + 1);
+    const int code = number<std::int32_t>(0);
+    if (path == kEventDaemon) number<std::int32_t>(4), number<std::int32_t>(8);
+    if (path != kPanTiltDaemon) return;
+    if (code == 2 || code == 3) number<std::int32_t>(8), number<std::int32_t>(12);
+    if (code == 6) number<std::int16_t>(16), name();
+    if (code == 7) number<std::uint8_t>(4);
+  }
 
+  std::string call;
+  std::string rest;  // zeros, of a request that holds nothing else
+
+ private:
   template <class Number>
   int number(std::size_t offset) {
     const auto value = loadLittle<Number>(&rest[offset]);
@@ -29,132 +52,39 @@ class Request {
     call += " " + std::to_string(value);
     return value;
   }
-  HeadPosition position() {
-    const int pan = number<std::int32_t>(8);
-    return {pan, number<std::int32_t>(12)};
-  }
-  std::string name() {
+  void name() {
     const std::string value = rest.substr(18).c_str();
     std::fill_n(rest.begin() + 18, value.size(), '\0');
     if (!value.empty()) call += " " + value;
-    return value;
   }
-
-  std::string call;
-  std::string rest;
 };
 
-void storePosition(const HeadPosition& position, char* bytes) {
-  storeLittle(bytes, position.pan);
-  storeLittle(bytes + 4, position.tilt);
+// A step that would leave the limits is refused here: the endpoints know them.
+std::string answerOf(std::size_t daemon, const std::string& bytes) {
+  simulator::CameraState& camera = daemons().camera;
+  const Position from = camera.head.position();
+  std::string answer = kDaemons[daemon].answer(camera, bytes);
+  if (daemon != 0 || !camera.head.moves() || bytes[0] > 8) return answer;
+  camera.passTo(camera.now + kArrival);
+  const Position step{loadLittle<int>(&bytes[8]), loadLittle<int>(&bytes[12])};
+  if (bytes[0] == 3 && camera.head.position() != Position{from.pan + step.pan, from.tilt + step.tilt})
+    answer[0] = 1;
+  return answer;
 }
-
-int moveTo(HeadPosition target) {
-  const auto [pmax, pmin, tmax, tmin] = daemons().limits;
-  const bool reached = target.pan >= pmin && target.pan <= pmax && target.tilt >= tmin && target.tilt <= tmax;
-  if (reached) daemons().position = target;
-  return reached ? kDone : kRefused;
-}
-
-void tellLimits(char* reply) {
-  for (std::size_t i = 0; i < 4; ++i) {
-    storeLittle(reply + 4 + 2 * i, static_cast<std::int16_t>(daemons().limits[i]));
-  }
-}
-
-void tellPresets(char* reply) {
-  for (const auto& [name, position] : daemons().presets) {
-    name.copy(reply + 22, 31);
-    storePosition(position, reply + 54);
-    reply += 40;
-  }
-}
-
-// Each carries a request out, fills the answer and gives its result word.
-int askHead(Request& request, char* reply) {
-  ScriptedDaemons& head = daemons();
-  const auto preset = [&](int slot) { return head.presets.begin() + std::clamp(slot, 0, 9); };
-  switch (const int code = request.number<std::int32_t>(0)) {
-    case 1:
-      return storePosition(head.position, reply + 12), kDone;
-    case 4:
-      return tellPresets(reply), kDone;
-    case 19:
-      return tellLimits(reply), kDone;
-    case 32:
-      return storePosition(head.home, reply + 12), kDone;
-    case 2:
-      return moveTo(request.position());
-    case 3: {
-      const HeadPosition step = request.position();
-      return moveTo({head.position.pan + step.pan, head.position.tilt + step.tilt});
-    }
-    case 6: {
-      const int slot = request.number<std::int16_t>(16);
-      *preset(slot) = {request.name(), head.position};
-      return slot < 0 || slot > 9 ? kRefused : kDone;
-    }
-    case 7: {
-      const int slot = request.number<std::uint8_t>(4);
-      return slot > 9 || preset(slot)->first.empty() ? kRefused : moveTo(preset(slot)->second);
-    }
-    case 8:
-      return moveTo(head.home);
-    case 24:
-      return head.home = head.position, kDone;
-    case 25:
-      return head.home = {}, kDone;
-    default:
-      return code == 16 || code == 34 || code == 35 ? kDone : kRefused;
-  }
-}
-
-int askIo(Request& request, char* reply) {
-  const int code = request.number<std::int32_t>(0);
-  const auto line = [code](std::array<int, 4>& lines, int first) -> int* {
-    return code < first || code > first + 3 ? nullptr : &lines[static_cast<std::size_t>(code - first)];
-  };
-  if (int* on = line(daemons().outputs, 606)) return *on = 1, kDone;
-  if (int* off = line(daemons().outputs, 624)) return *off = 0, kDone;
-  for (const int* state : {line(daemons().inputs, 615), line(daemons().outputs, 620)}) {
-    if (state != nullptr) return storeLittle(reply + 4, *state), kDone;
-  }
-  return kRefused;
-}
-
-int askEvents(Request& request, char* /*reply*/) {
-  const int code = request.number<std::int32_t>(0);
-  request.number<std::int32_t>(4);
-  request.number<std::int32_t>(8);
-  return code == 9 ? kDone : kRefused;
-}
-
-constexpr struct {
-  const char* path;
-  std::size_t request;
-  std::size_t reply;
-  int (*ask)(Request& request, char* reply);
-} kDaemons[] = {
-    {kPanTiltDaemon, 44, 427, askHead}, {kIoDaemon, 12, 140, askIo}, {kEventDaemon, 12, 140, askEvents}};
-constexpr int kQuestions[] = {1, 4, 19, 32, 615, 616, 617, 618, 620, 621, 622, 623};
 
 int sendCommand(std::size_t daemon, const std::string& bytes, char* reply, std::size_t capacity) {
-  const auto& [path, requestSize, replySize, ask] = kDaemons[daemon];
-  const bool asks =
-      std::count(std::begin(kQuestions), std::end(kQuestions), loadLittle<int>(bytes.data())) > 0;
+  const Words words{kDaemons[daemon].path, bytes};
+  EXPECT_EQ(words.rest, std::string(bytes.size(), '\0')) << words.call << " holds more than that";
   daemons().requests.push_back(bytes);
-  const ScriptedDaemons before = daemons();
-  Request request{asks ? "get" : "send", std::strrchr(path, '/') + 1, bytes};
-  std::string answer(replySize, '\0');
-  storeLittle(answer.data(), ask(request, answer.data()));
-  EXPECT_EQ(request.rest, std::string(bytes.size(), '\0')) << request.call << " holds more than that";
-
-  const int result = scripted().answer(request.call);
-  const auto other = before.answers.find(request.call);
-  const bool isScripted = other != before.answers.end();
-  if (result != 0 || isScripted) daemons() = before;
-  if (result != 0) storeLittle(answer.assign(replySize, '\0').data(), result);
-  if (isScripted) answer = other->second;
+  const int result = scripted().answer(words.call);
+  const auto other = daemons().answers.find(words.call);
+  std::string answer(kDaemons[daemon].reply, '\0');
+  if (other != daemons().answers.end())
+    answer = other->second;
+  else if (result != 0)
+    storeLittle(answer.data(), result);
+  else
+    answer = answerOf(daemon, bytes);
   std::memset(reply, 0, capacity);
   answer.copy(reply, capacity);
   return result < 0 ? result : answer.empty() ? -1 : 0;
@@ -167,37 +97,50 @@ ScriptedDaemons& daemons() {
   return all;
 }
 
+ScriptedDaemons::ScriptedDaemons() {
+  store("ptd.limits", "130,-170,90,-30");
+  camera.route = [] { return scripted().route; };
+}
+
+void ScriptedDaemons::place(Position at) {
+  EXPECT_TRUE(camera.head.moveTo(at)) << at.pan << "," << at.tilt;
+  camera.passTo(camera.now + kArrival);
+}
+
 bool ScriptedDaemons::store(const std::string& name, const std::string& value) {
   std::string text = value;
   std::replace(text.begin(), text.end(), ',', ' ');
   std::istringstream words{text};
   words.unsetf(std::ios::basefield);
-  if (name.starts_with("ptd.preset")) {
-    auto& [called, at] = presets.at(std::stoul(name.substr(10)));
-    return !(words >> at.pan >> at.tilt >> called).fail();
-  }
   std::vector<int> numbers;
   for (std::int64_t number = 0; words >> number;) numbers.push_back(static_cast<int>(number));
   numbers.resize(5);
-  if (name == "ptd.limits")
-    std::copy_n(numbers.begin(), 4, limits.begin());
-  else if (name == "ptd.position")
-    position = {numbers[0], numbers[1]};
-  else if (name == "ptd.home")
-    home = {numbers[0], numbers[1]};
-  else if (name == "io.inputs")
-    std::copy_n(numbers.begin(), 4, inputs.begin());
-  else if (name == "io.outputs")
-    std::copy_n(numbers.begin(), 4, outputs.begin());
-  else if (name != "package")
+  const Position at{numbers[0], numbers[1]};
+  const Position before = camera.head.position();
+  if (name == "ptd.limits") {
+    camera.head = simulator::Head{{numbers[0], numbers[1], numbers[2], numbers[3], 40, 3}};
+  } else if (name.starts_with("ptd.")) {
+    place(at);
+    if (name == "ptd.position") return true;
+    if (name == "ptd.home")
+      camera.head.setHome();
+    else if (!camera.head.storePreset(std::stoi(name.substr(10)), value.substr(value.rfind(',') + 1)))
+      return false;
+    place(before);
+  } else if (name == "io.inputs") {
+    std::copy_n(numbers.begin(), 4, camera.inputs.begin());
+  } else if (name == "io.outputs") {
+    std::copy_n(numbers.begin(), 4, camera.outputs.begin());
+  } else if (name == "package") {
+    _MultiCastPackage_ package{};
+    package.event = static_cast<std::uint32_t>(numbers[1]);
+    package.flags = static_cast<std::uint32_t>(numbers[2]);
+    package.value = numbers[3];
+    package.value2 = numbers[4];
+    packages.emplace_back(numbers[0], package);
+  } else {
     return false;
-  if (name != "package") return true;
-  _MultiCastPackage_ package{};
-  package.event = static_cast<std::uint32_t>(numbers[1]);
-  package.flags = static_cast<std::uint32_t>(numbers[2]);
-  package.value = numbers[3];
-  package.value2 = numbers[4];
-  packages.emplace_back(numbers[0], package);
+  }
   return true;
 }
 

@@ -1,8 +1,7 @@
-// The camera's daemons on the scripted platform: each answers as a camera's would, keeps what it was asked,
-// and can be made to fail.
+// The camera's daemons on the scripted platform: those of the virtual camera, without the sockets; they can
+// be made to fail, and keep what they were asked.
 #pragma once
 
-#include <array>
 #include <map>
 #include <string>
 #include <utility>
@@ -10,13 +9,9 @@
 
 #include "platform/daemons/ipc_client.h"
 #include "platform/daemons/multi_receiver.h"
+#include "virtual-camera/simulator/camera_state.h"
 
 namespace camera::test {
-
-struct HeadPosition {
-  int pan;
-  int tilt;
-};
 
 // Of the process. What a daemon is asked is a call of the scripted platform: "get" for a question, "send" for
 // a command, the daemon's name, the code, and the words that go with it:
@@ -26,15 +21,9 @@ struct HeadPosition {
 //   send ptd 8, 16, 24, 25, 34, 35
 // A result below 0 of such a call is what send_cmd gives; above 0 it is the daemon's refusal, its first word.
 struct ScriptedDaemons {
-  // The head, in the daemon's coordinates. It moves at once, and refuses what lies outside its limits.
-  std::array<int, 4> limits{130, -170, 90, -30};  // pmax, pmin, tmax, tmin
-  HeadPosition position{};
-  HeadPosition home{};
-  std::array<std::pair<std::string, HeadPosition>, 10> presets;
+  ScriptedDaemons();
 
-  std::array<int, 4> inputs{};
-  std::array<int, 4> outputs{};
-
+  simulator::CameraState camera;               // whose head is where it is sent at once
   std::map<std::string, std::string> answers;  // bytes that a call gets instead: short ones, too many, none
   std::vector<std::string> requests;           // the bytes of each, in order
 
@@ -45,9 +34,10 @@ struct ScriptedDaemons {
   std::int64_t began = 0;
   std::size_t heard = 0;
 
-  // Changes the state by a word of one of these forms; false for any other:
-  //   ptd.limits=PMAX,PMIN,TMAX,TMIN   ptd.position=PAN,TILT   ptd.home=PAN,TILT   ptd.preset3=PAN,TILT,gate
-  //   io.inputs=0,1,1,0   io.outputs=0,0,0,1
+  void place(simulator::Position at);  // the head
+  // Changes the state by a word of one of these forms, in the daemon's coordinates; false for any other:
+  //   ptd.limits=PMAX,PMIN,TMAX,TMIN (before the others)   ptd.position=PAN,TILT   ptd.home=PAN,TILT
+  //   ptd.preset3=PAN,TILT,gate   io.inputs=0,1,1,0   io.outputs=0,0,0,1
   //   package=MILLISECONDS,EVENT,FLAGS,VALUE,VALUE2   numbers as in C; the last ones may be left out
   bool store(const std::string& name, const std::string& value);
 };

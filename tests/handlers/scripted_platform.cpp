@@ -58,19 +58,6 @@ IF_INFO interfaceAt(const std::string& address) {
   return info;
 }
 
-sitelist parseSite(std::string text) {
-  sitelist site{};
-  std::replace(text.begin(), text.end(), ',', '\n');
-  std::istringstream fields{text};
-  for (const auto& [field, size] : {std::pair<char*, std::size_t>{site.ssid, sizeof site.ssid},
-                                    {site.encryption, sizeof site.encryption},
-                                    {site.auth, sizeof site.auth},
-                                    {site.network_type, sizeof site.network_type}})
-    fields.getline(field, static_cast<std::streamsize>(size));
-  fields >> site.channel >> site.rssi;
-  return site;
-}
-
 int answer(const std::string& call) {
   return scripted().answer(call);
 }
@@ -147,7 +134,7 @@ void ScriptedPlatform::store(const std::string& state) {
       interfaces.erase(name);
       if (!value.empty()) interfaces[name] = interfaceAt(value);
     } else if (name == "site")
-      sites.push_back(parseSite(value));
+      sites += value + "\n";
     else if (name == "line")
       printed.push_back(value + "\n");
     else if (name == "route")
@@ -304,16 +291,9 @@ bool GetActiveIFInfo(const char* name, IF_INFO* info) {
 }
 
 sitelist* dumpSites(sitelist* list) {
-  std::vector<sitelist>& sites = scripted().sites;
-  if (answer("ask sites") != 0) sites.clear();
-  for (std::size_t i = 1; i < sites.size(); ++i) sites[i - 1].next = &sites[i];
-  return sites.empty() ? list : sites.data();
-}
-
-void ClearQueue(sitelist* list) {
-  std::vector<sitelist>& sites = scripted().sites;
-  EXPECT_EQ(list, sites.empty() ? nullptr : sites.data()) << "is not the list that it got";
-  answer("ask to free");
+  std::string sites = answer("ask sites") == 0 ? scripted().sites : "";
+  std::replace(sites.begin(), sites.end(), ',', '\t');
+  return camera::parseSites(sites, list);
 }
 
 int PIB::init() {

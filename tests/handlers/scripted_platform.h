@@ -32,7 +32,7 @@ struct ScriptedPlatform {
 
   std::map<std::string, std::string> product;  // the lines of product.conf
   std::map<std::string, IF_INFO> interfaces;   // the active ones, by the camera's name
-  std::vector<sitelist> sites;                 // what the survey heard
+  std::string sites;                           // lines of the survey's file, with commas for tabs
   std::vector<std::string> printed;            // what read_command hands over, in pieces
   std::map<std::string, std::string> card;     // entries of the product's folder, by path
   int rssi = 0;

@@ -324,34 +324,5 @@ TEST(StoreProcesses, WaitForOneThatHoldsTheStoreOrWasKilledHoldingIt) {
   EXPECT_EQ(holder.put(4, kIndivisible), kDone) << "the killed process holds the store no more";
 }
 
-TEST(StoreProcesses, KilledAtAnyMomentKeepWhatTheyAcknowledged) {
-  const TemporaryFolder folder;
-  PosixStoreFiles files(folder.path());
-  int acknowledged = 0;
-  for (int round = 0; round < 40; ++round) {
-    int ends[2];
-    ASSERT_EQ(pipe(ends), 0);
-    const pid_t child = fork([&] {
-      Process process(files);
-      for (int number = acknowledged + 1; number <= acknowledged + 20; ++number) {
-        if (process.put(number) != kDone) return false;
-        if (write(ends[1], &number, sizeof number) != sizeof number) return false;
-      }
-      return pause() != 0;
-    });
-    close(ends[1]);
-    ASSERT_EQ(read(ends[0], &acknowledged, sizeof acknowledged), static_cast<ssize_t>(sizeof acknowledged));
-    usleep(static_cast<useconds_t>(round * 2711 % 4000));
-    kill(child, SIGKILL);
-    EXPECT_EQ(statusOf(child), SIGKILL);
-    while (read(ends[0], &acknowledged, sizeof acknowledged) == sizeof acknowledged) continue;
-    close(ends[0]);
-    const int number = stored(files).number;
-    ASSERT_TRUE(number == acknowledged || number == acknowledged + 1) << number << " after " << acknowledged;
-  }
-  EXPECT_EQ(Process(files).put(0), kDone);
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
-}
-
 }  // namespace
 }  // namespace camera::test
