@@ -123,8 +123,8 @@ TEST_F(Http, OnlyTheEndpointsAndTheCardAreServed) {
 TEST_F(Http, NothingInTheCameraReachesTheHostsKernel) {
   const Output output =
       camera_->inside({"bash", "-c",
-                       "shopt -s globstar; for f in /proc/sys/{kernel,vm,net}/** /proc/sysrq-trigger; do"
-                       "  [[ ! -f $f ]] || { (: >>\"$f\") 2>/dev/null && echo \"$f\"; }; done; echo done"});
+                       "shopt -s globstar; for f in /proc/sys/{kernel,vm,net}/** /proc/sysrq-trigger; do  [[ "
+                       "! -f $f ]] || { (: >>\"$f\") 2>/dev/null && echo \"$f\"; }; done; echo done"});
   EXPECT_EQ(output.out, "done\n");
 }
 

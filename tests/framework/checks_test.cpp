@@ -20,11 +20,8 @@ Texts split(const std::string& text) {
 
 TEST(Numbers, AreAnOptionalMinusAndDigitsWithinTheRange) {
   int value = 0;
-  for (const auto& [text, number] :
-       {std::pair{"012", 12}, {"2147483647", INT_MAX}, {"-2147483648", INT_MIN}}) {
-    EXPECT_TRUE(BaseCgilet::CheckRange(text, INT_MIN, INT_MAX, &value)) << text;
-    EXPECT_EQ(value, number) << text;
-  }
+  for (const auto& [text, number] : {std::pair{"012", 12}, {"-2147483648", INT_MIN}})
+    EXPECT_TRUE(BaseCgilet::CheckRange(text, INT_MIN, INT_MAX, &value) && value == number) << text;
   EXPECT_TRUE(!BaseCgilet::CheckRange("1x", 0, 9, &value) &&
               CommonAPI::ChkInt("x", -1, 0, 9, &value, "", 0) == 0);
   EXPECT_EQ(value, INT_MIN);
@@ -69,14 +66,6 @@ TEST(Words, MatchWholeAndByCase) {
   EXPECT_EQ(BaseCgilet::isValidStr("yes", Texts{"no", "yes"}, 1), -1) << "it is behind the count";
 }
 
-TEST(Dates, AreThoseOfTheCalendar) {
-  const std::tuple<int, int, int, bool> rows[] = {
-      {2024, 2, 29, true},  {2023, 2, 29, false}, {2000, 2, 29, true}, {1900, 2, 29, false},
-      {2024, 4, 31, false}, {2024, 13, 1, false}, {2024, 0, 1, false}, {2024, 1, 0, false}};
-  for (const auto& [year, month, day, valid] : rows)
-    EXPECT_EQ(BaseCgilet::checkDate(year, month, day), valid) << year << "-" << month << "-" << day;
-}
-
 TEST(DateTexts, SplitIntoFieldsOfDigits) {
   Texts fields;
   const auto split = [&](const char* text, const char* separators, int count, int first, int last) {
@@ -97,35 +86,20 @@ TEST(DateTexts, SplitIntoFieldsOfDigits) {
     EXPECT_FALSE(BaseCgilet::checkTimeRange(bad, static_cast<int>(bad.size()))) << bad.size() << bad[0];
 }
 
-TEST(SeparatedTexts, AreWalkedFieldByField) {
-  EXPECT_EQ(split("a||b|"), (Texts{"a", "", "b", ""}));
-  char first[5];
-  char second[5];
-  const auto walk = [&](const char** at) {
-    const int result = GetAttrValBySep(at, " ", "/", first, sizeof first, second, sizeof second);
-    return result == 0 ? std::string(first) + "|" + second : std::to_string(result);
-  };
-  const char* cursor = "1/30 1/2500 -1";
-  for (const char* expected : {"1|30", "1|2500", "-1|"}) EXPECT_EQ(walk(&cursor), expected);
-  EXPECT_EQ(walk(&cursor), "-1") << "it is over";
-  for (const char* tooLong : {"12345 1", "1/23456"}) EXPECT_EQ(walk(&tooLong), "-2");
-}
-
 TEST(Buffers, AreNeverWrittenPastTheirSize) {
   char buffer[8] = "";
+  char second[5];
   EXPECT_EQ(CommonAPI::AppendStr(buffer, sizeof buffer, "/mnt", "/", nullptr, 1), 4);
   EXPECT_EQ(CommonAPI::AppendStr(buffer, sizeof buffer, "usb", "/", nullptr, 0), -1);
   EXPECT_EQ(CommonAPI::AppendStr(buffer, sizeof buffer, "us", "/", nullptr, 0), 7);
   EXPECT_STREQ(buffer, "/mnt/us");
-
   EXPECT_NE(StrCat(buffer, sizeof buffer, "a", "b", 123456, nullptr, nullptr, nullptr, nullptr), 0);
   for (const int number : {10, 423}) EXPECT_EQ(StrCat(buffer, sizeof buffer, nullptr, number, ","), 0);
   EXPECT_NE(StrCat(buffer, sizeof buffer, nullptr, 2, ","), 0);
   EXPECT_STREQ(buffer, "10,423");
-
-  EXPECT_EQ(CommonAPI::CopyStr(buffer, sizeof buffer, -12345, nullptr), 6);
   EXPECT_EQ(CommonAPI::CopyStr(buffer, sizeof buffer, 0, "12345678"), -1);
-  EXPECT_STREQ(buffer, "-12345");
+  for (const char* tooLong : {"12345678 1", "1/23456"})
+    EXPECT_EQ(GetAttrValBySep(&tooLong, " ", "/", buffer, sizeof buffer, second, sizeof second), -2);
 }
 
 TEST(Base64, GivesEveryByteStringBackAndRefusesWhatItDoesNotWrite) {
@@ -164,7 +138,6 @@ TEST(Changes, AreMarkedOnlyWhenAFieldDiffers) {
   InfCgilet::isParamChanged("1", &byte, &changes);
   CommonAPI::CmpStr("x", -1, text, &changed);
   EXPECT_TRUE(changes == 0 && !changed) << "what is equal, does not fit or was not given changes nothing";
-
   InfCgilet::isParamChanged("7", &byte, &changes);
   CommonAPI::CmpStr("", 0, text, &changed);
   EXPECT_TRUE(changes == 1 && changed && byte == 7 && *text == '\0');

@@ -5,10 +5,9 @@
 namespace camera::test {
 namespace {
 
-const Endpoint kMotion{.cgi = "motion.cgi",
-                       .state = "motiond.mbmask=0f00 motiond.sensitivity=50 motiond.pir_sensitivity=50",
-                       .reply = "enable=no&mbmask=0f00&sensitivity=50&pir=no&pir_sensitivity=50",
-                       .writes = "set motiond 1 set gpio 1"};
+const Endpoint kMotion{"motion.cgi", "motiond.mbmask=0f00 motiond.sensitivity=50 motiond.pir_sensitivity=50",
+                       "enable=no&mbmask=0f00&sensitivity=50&pir=no&pir_sensitivity=50",
+                       "set motiond 1 set gpio 1"};
 
 TEST(Motion, TakesItsFiveParameters) {
   kMotion.accepts({{"enable=yes"},
@@ -44,20 +43,18 @@ TEST(Motion, WithoutASensorPirIsKnownAndIgnored) {
 }
 
 TEST(AudioDetection, TakesOnlyItsWords) {
-  const Endpoint sound{.cgi = "audio_detection.cgi",
-                       .state = "audiodetection.enable=0 audiodetection.sensitivity=70 audiodetection.push=1",
-                       .reply = "enable=no&sensitivity=70",
-                       .writes = "set audiodetection 0"};
+  const Endpoint sound{"audio_detection.cgi",
+                       "audiodetection.enable=0 audiodetection.sensitivity=70 audiodetection.push=1",
+                       "enable=no&sensitivity=70", "set audiodetection 0"};
   sound.accepts({{"enable=yes&sensitivity=90"}, {"enable=no&sensitivity=70"}});
   EXPECT_EQ(scripted().stored("audiodetection.push"), "1");
   sound.refuses("enable=YES enable=on enable= sensitivity=52 sensitivity=95 sensitivity=055 !push=no");
 }
 
-const Endpoint kPush{.cgi = "detection_push.cgi",
-                     .state = "motiond.mbmask=00f0 motiond.sensitivity=40 gpio.pir=0 audiodetection.push=0",
-                     .reply =
-                         "sound_enable=no&sound_sensitivity=70&sound_push=no&motion_enable=no&"
-                         "motion_sensitivity=40&motion_push=no&pir_enable=no&pir_sensitivity=50"};
+const Endpoint kPush{"detection_push.cgi",
+                     "motiond.mbmask=00f0 motiond.sensitivity=40 gpio.pir=0 audiodetection.push=0",
+                     "sound_enable=no&sound_sensitivity=70&sound_push=no&motion_enable=no&motion_sensitivity="
+                     "40&motion_push=no&pir_enable=no&pir_sensitivity=50"};
 constexpr char kSoundd[] = "set audiodetection 0";
 constexpr char kMotiond[] = "set motiond 1";
 
@@ -73,9 +70,9 @@ TEST(DetectionPush, WritesOnlyWhatItChanged) {
                  {"", "product.has_pir=0", "-pir_enable&-pir_sensitivity"}});
   kPush.refuses(
       "sound_sensitivity=55%00 sound_sensitivity=52 sound_sensitivity=45 sound_sensitivity=95 "
-      "sound_sensitivity=99999999999 "
-      "motion_sensitivity=-1 motion_sensitivity=101 pir_sensitivity=30 sound_enable= sound_push=1 "
-      "motion_enable=Yes motion_push=yes&!mbmask=00 sound_push=yes&!pir_enable=on");
+      "sound_sensitivity=99999999999 motion_sensitivity=-1 motion_sensitivity=101 pir_sensitivity=30 "
+      "sound_enable= sound_push=1 motion_enable=Yes motion_push=yes&!mbmask=00 "
+      "sound_push=yes&!pir_enable=on");
 }
 
 TEST(DetectionPush, WatchesTheWholePictureWhenMotionIsSwitchedOn) {

@@ -4,10 +4,8 @@
 //
 // One file, one Endpoint, and for every group of rules one TEST that is named after them:
 //
-//   const Endpoint kPppoe{.cgi = "pppoe.cgi",
-//                         .state = "pppoe.enable=0 pppoe.user=me pppoe.password=secret",
-//                         .reply = "pppoe=off&user=me&pass=secret",
-//                         .writes = "set pppoe 1"};
+//   const Endpoint kPppoe{"pppoe.cgi", "pppoe.enable=0 pppoe.user=me pppoe.password=secret",
+//                         "pppoe=off&user=me&pass=secret", "set pppoe 1"};
 //
 //   TEST(PPPoE, IsNeverOnWithoutAUser) {
 //     kPppoe.accepts({{"pppoe=on&pass="},

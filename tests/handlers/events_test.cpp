@@ -37,7 +37,7 @@ TEST(IO, SwitchesNothingForARequestThatIsNotWhollyRight) {
 }
 
 TEST(SwInput, FiresWithAZeroAndReleasesWithAOne) {
-  const Endpoint input{.cgi = "sw_input.cgi"};
+  const Endpoint input{"sw_input.cgi"};
   input.accepts({{"trigger=on", "", "trigger=on", "send eventd 9 0 0"},
                  {"trigger=off", "", "trigger=off", "send eventd 9 0 1"}});
   input.refuses("!trigger trigger=1 trigger=ON trigger=on%00 !Trigger=on trigger=on&!a=1");
@@ -45,14 +45,11 @@ TEST(SwInput, FiresWithAZeroAndReleasesWithAOne) {
 
 // A product with two inputs and one output, all its parts, and nothing going on.
 const Endpoint kNotify{
-    .cgi = "notify.cgi",
-    .state =
-        "product.input_count=2 product.output_count=1 host.name=door audio.speaker_enable=0 "
-        "audio.mic_enable=1 ir.ir_led=1",
-    .reply =
-        "md1=off&mdv1=0&pir=off&recording=off&input1=off&input2=off&output1=off&vsignal=on&speaker=off&"
-        "mic=on&irled=on&audio_detected=off&audio_detect_val=0&speaker_occupied=off&mic_muted=off&"
-        "cameraname=door"};
+    "notify.cgi",
+    "product.input_count=2 product.output_count=1 host.name=door audio.speaker_enable=0 audio.mic_enable=1 "
+    "ir.ir_led=1",
+    "md1=off&mdv1=0&pir=off&recording=off&input1=off&input2=off&output1=off&vsignal=on&speaker=off&mic=on&"
+    "irled=on&audio_detected=off&audio_detect_val=0&speaker_occupied=off&mic_muted=off&cameraname=door"};
 
 TEST(Notify, TellsWhatThePackagesOfFourSecondsTold) {
   kNotify.accepts({
@@ -91,7 +88,7 @@ TEST(Notify, LeavesOutWhatTheProductDoesNotHave) {
 }
 
 TEST(EnvSoundLevel, IsTheFirstReportOfTwoSeconds) {
-  const Endpoint level{.cgi = "env_sound_lv.cgi", .reply = "audio_detect_val=0"};
+  const Endpoint level{"env_sound_lv.cgi", "", "audio_detect_val=0"};
   level.accepts({{"", "package=10,0x4000,0,9 package=20,0x800001,0,300 package=21,0x800000,0,1",
                   "audio_detect_val=44"}});
   EXPECT_LT(daemons().clock, 1000) << "it listened on";
@@ -102,18 +99,15 @@ TEST(EnvSoundLevel, IsTheFirstReportOfTwoSeconds) {
 }
 
 TEST(EventInfo, JoinsEveryTriggerWithEveryHandlerOfTheProduct) {
-  const Endpoint info{
-      .cgi = "event_info.cgi",
-      .state = "product= product.has_sdcard=1 product.input_count=1",
-      .reply =
-          "num=12&name=schedule-cifs_rec,schedule-sd1_rec,schedule-mail_shot,schedule-ftp_shot,"
-          "md1-cifs_rec-event,md1-sd1_rec-event,md1-mail_shot-event,md1-ftp_shot-event,input1-cifs_rec-event,"
-          "input1-sd1_rec-event,input1-mail_shot-event,input1-ftp_shot-event&events=schedule,md1,input1&"
-          "handlers=cifs_rec,sd1_rec,mail_shot,ftp_shot"};
+  const Endpoint info{"event_info.cgi", "product= product.has_sdcard=1 product.input_count=1",
+                      "num=12&name=schedule-cifs_rec,schedule-sd1_rec,schedule-mail_shot,schedule-ftp_shot,"
+                      "md1-cifs_rec-event,md1-sd1_rec-event,md1-mail_shot-event,md1-ftp_shot-event,input1-"
+                      "cifs_rec-event,input1-sd1_rec-event,input1-mail_shot-event,input1-ftp_shot-event&"
+                      "events=schedule,md1,input1&handlers=cifs_rec,sd1_rec,mail_shot,ftp_shot"};
   info.accepts({{"", "product= product.output_count=2",
-                 "num=8&name=schedule-cifs_rec,schedule-mail_shot,schedule-ftp_shot,md1-cifs_rec-event,"
-                 "md1-mail_shot-event,md1-ftp_shot-event,md1-output1-event,md1-output2-event&"
-                 "events=schedule,md1&handlers=cifs_rec,mail_shot,ftp_shot,output1,output2"}});
+                 "num=8&name=schedule-cifs_rec,schedule-mail_shot,schedule-ftp_shot,md1-cifs_rec-event,md1-"
+                 "mail_shot-event,md1-ftp_shot-event,md1-output1-event,md1-output2-event&events=schedule,md1&"
+                 "handlers=cifs_rec,mail_shot,ftp_shot,output1,output2"}});
   info.refuses("name=1");
   info.refuses("name=1", "product.unreadable=1", 500);
 }
@@ -128,9 +122,8 @@ TEST(EventLog, KeepsTheLinesOfDetectionsAndMarksTheirKind) {
                         " line\n",
                         "by Digital Input\n"};
   const std::string kept =
-      "md 1: by Motion Detection&sd by Sound Detection, by Digital Input\r&"
-      "tc by Digital Input by Cold Thermal Detection&th by Hot Thermal Detection, of a longdi by Digital "
-      "Input";
+      "md 1: by Motion Detection&sd by Sound Detection, by Digital Input\r&tc by Digital Input by Cold "
+      "Thermal Detection&th by Hot Thermal Detection, of a longdi by Digital Input";
   for (const char* query : {"", "anything=1&b=2"}) EXPECT_EQ(request("event_log.cgi", query).body, kept);
 }
 

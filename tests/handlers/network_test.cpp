@@ -7,27 +7,18 @@ namespace {
 
 constexpr char kState[] =
     "lan.dhcp=0 lan.ip=10.0.0.2 lan.netmask=255.0.0.0 lan.gateway=10.0.0.1 lan.dns1=10.0.0.3 "
-    "lan.dns2=10.0.0.4 "
-    "pppoe.enable=0 pppoe.user=pu pppoe.password=pp ddns.enable=0 ddns.provider=dyndns ddns.host=dh "
-    "ddns.user=du "
-    "ddns.password=dp upnp.enable=0 upnp.http_external_port=8080 upnp.rtsp_external_port=8554 "
-    "httpsvr.http_port=80 "
-    "httpsvr.alt_port=443 rtspsvr.rtsp_port=554";
+    "lan.dns2=10.0.0.4 pppoe.enable=0 pppoe.user=pu pppoe.password=pp ddns.enable=0 ddns.provider=dyndns "
+    "ddns.host=dh ddns.user=du ddns.password=dp upnp.enable=0 upnp.http_external_port=8080 "
+    "upnp.rtsp_external_port=8554 httpsvr.http_port=80 httpsvr.alt_port=443 rtspsvr.rtsp_port=554";
 
 const Endpoint kNetwork{
-    .cgi = "network.cgi",
-    .state = kState,
-    .reply =
-        "dhcp=off&ip=10.0.0.2&netmask=255.0.0.0&gateway=10.0.0.1&dns1=10.0.0.3&dns2=10.0.0.4&pppoe=off&"
-        "pppoeuser=pu&pppoepass=pp&ddns=off&ddnsprovider=dyndns&ddnshost=dh&ddnsuser=du&ddnspass=dp&upnp=off&"
-        "httpport=80&httpexternalport=8080&rtspport=554&rtspexternalport=8554",
-    .writes = "set lan 1"};
-const Endpoint kPppoe{
-    .cgi = "pppoe.cgi", .state = kState, .reply = "pppoe=off&user=pu&pass=pp", .writes = "set pppoe 1"};
-const Endpoint kDdns{.cgi = "ddns.cgi",
-                     .state = kState,
-                     .reply = "ddns=off&provider=dyndns&host=dh&user=du&pass=dp",
-                     .writes = "set ddns 1"};
+    "network.cgi", kState,
+    "dhcp=off&ip=10.0.0.2&netmask=255.0.0.0&gateway=10.0.0.1&dns1=10.0.0.3&dns2=10.0.0.4&pppoe=off&pppoeuser="
+    "pu&pppoepass=pp&ddns=off&ddnsprovider=dyndns&ddnshost=dh&ddnsuser=du&ddnspass=dp&upnp=off&httpport=80&"
+    "httpexternalport=8080&rtspport=554&rtspexternalport=8554",
+    "set lan 1"};
+const Endpoint kPppoe{"pppoe.cgi", kState, "pppoe=off&user=pu&pass=pp", "set pppoe 1"};
+const Endpoint kDdns{"ddns.cgi", kState, "ddns=off&provider=dyndns&host=dh&user=du&pass=dp", "set ddns 1"};
 
 TEST(Network, ChangesWhatIsNamedAndNothingElse) {
   kNetwork.accepts({{"httpport=80&dhcp=off&pppoeuser=pu"},
@@ -46,11 +37,9 @@ TEST(Network, ChangesWhatIsNamedAndNothingElse) {
 TEST(Network, RefusesWhatCannotBe) {
   kNetwork.refuses(
       "dhcp=1 ip= ip=10.0.0.256 ip=10.0.0.2%00 netmask= netmask=255.0.255.0 gateway= gateway=camera "
-      "dns1=10.0.0. "
-      "dns2=::1 upnp= httpport=0 httpport=65536 rtspport=0 httpexternalport=0 rtspexternalport=65536 "
-      "dhcp=on&!user=me "
-      "!httpport=80&!rtspport=80 httpport=554 rtspport=80 !httpexternalport=9&!rtspexternalport=9 "
-      "httpexternalport=8554 rtspexternalport=8080");
+      "dns1=10.0.0. dns2=::1 upnp= httpport=0 httpport=65536 rtspport=0 httpexternalport=0 "
+      "rtspexternalport=65536 dhcp=on&!user=me !httpport=80&!rtspport=80 httpport=554 rtspport=80 "
+      "!httpexternalport=9&!rtspexternalport=9 httpexternalport=8554 rtspexternalport=8080");
   kNetwork.refuses("httpport=80 rtspport=80", "rtspsvr.rtsp_port=80");  // named, though stored as it is
 }
 

@@ -5,9 +5,8 @@
 namespace camera::test {
 namespace {
 
-const Endpoint kAudio{.cgi = "audio.cgi",
-                      .reply = "profileid=2&codec=ADPCM&samplerate=8&channel=1&bitrate=32",
-                      .key = "profileid=2"};
+const Endpoint kAudio{"audio.cgi", "", "profileid=2&codec=ADPCM&samplerate=8&channel=1&bitrate=32", "",
+                      "profileid=2"};
 
 TEST(Audio, AnswersAProfileAndTakesNothingThatIsNotItsOwn) {
   kAudio.accepts({{"profileid=1", "", "profileid=1&codec=PCM&samplerate=8&channel=1&bitrate=128"},
@@ -18,14 +17,10 @@ TEST(Audio, AnswersAProfileAndTakesNothingThatIsNotItsOwn) {
       "profileid=2&!bitrate=16 profileid=2&!channel=2 profileid=2&!samplerate=16 profileid=2&!volume=1");
 }
 
-const Endpoint kMic{.cgi = "mic.cgi",
-                    .state = "audio.mic_enable=0 audio.mic_volume=5 audio.speaker_volume=1",
-                    .reply = "enable=no&volume=50",
-                    .writes = "set audio 0"};
-const Endpoint kSpeaker{.cgi = "speaker.cgi",
-                        .state = "audio.speaker_enable=1 audio.speaker_volume=10 audio.mic_volume=1",
-                        .reply = "enable=yes&volume=100",
-                        .writes = "set audio 0"};
+const Endpoint kMic{"mic.cgi", "audio.mic_enable=0 audio.mic_volume=5 audio.speaker_volume=1",
+                    "enable=no&volume=50", "set audio 0"};
+const Endpoint kSpeaker{"speaker.cgi", "audio.speaker_enable=1 audio.speaker_volume=10 audio.mic_volume=1",
+                        "enable=yes&volume=100", "set audio 0"};
 
 TEST(AudioSwitch, TakesASwitchAndAVolumeInTens) {
   kMic.accepts(
@@ -36,11 +31,9 @@ TEST(AudioSwitch, TakesASwitchAndAVolumeInTens) {
   kSpeaker.refuses("! volume=90", "product.has_speaker=2", 404);
 }
 
-const Endpoint kRtspUrl{.cgi = "rtspurl.cgi",
-                        .state = "rtspsvr.urlentry[0]=one rtspsvr.urlentry[1]=two rtspsvr.urlentry[3]=four",
-                        .reply = "profileid=2&urlentry=two",
-                        .writes = "set rtspsvr 1",
-                        .key = "profileid=2"};
+const Endpoint kRtspUrl{"rtspurl.cgi",
+                        "rtspsvr.urlentry[0]=one rtspsvr.urlentry[1]=two rtspsvr.urlentry[3]=four",
+                        "profileid=2&urlentry=two", "set rtspsvr 1", "profileid=2"};
 
 TEST(RtspUrl, ChangesThePathOfTheProfileThatItNames) {
   kRtspUrl.accepts({{"profileid=2"},
@@ -53,10 +46,8 @@ TEST(RtspUrl, ChangesThePathOfTheProfileThatItNames) {
       "profileid=2&!urlentry=sixteen_letters_ profileid=2&urlentry=a&!path=b");
 }
 
-const Endpoint kStreamAuth{.cgi = "stream_auth.cgi",
-                           .state = "httpsvr.livevideo=0 httpsvr.snapshoturl=1",
-                           .reply = "livevideo=off&snapshoturl=on",
-                           .writes = "set httpsvr 1"};
+const Endpoint kStreamAuth{"stream_auth.cgi", "httpsvr.livevideo=0 httpsvr.snapshoturl=1",
+                           "livevideo=off&snapshoturl=on", "set httpsvr 1"};
 
 TEST(StreamAuth, PassesOverUnknownNamesUpToTwoParameters) {
   kStreamAuth.accepts({{"livevideo=on"},
@@ -66,10 +57,8 @@ TEST(StreamAuth, PassesOverUnknownNamesUpToTwoParameters) {
   kStreamAuth.refuses("snapshoturl=yes livevideo=on&!colour=red&snapshoturl=off !a=1&b=2&c=3");
 }
 
-const Endpoint kIcr{
-    .cgi = "icr.cgi", .state = "ir.icr_mode=0 ir.ir_led=1", .reply = "mode=auto", .writes = "set ir 0"};
-const Endpoint kLed{
-    .cgi = "irled.cgi", .state = "ir.icr_mode=1 ir.ir_led=0", .reply = "mode=off", .writes = "set ir 0"};
+const Endpoint kIcr{"icr.cgi", "ir.icr_mode=0 ir.ir_led=1", "mode=auto", "set ir 0"};
+const Endpoint kLed{"irled.cgi", "ir.icr_mode=1 ir.ir_led=0", "mode=off", "set ir 0"};
 
 TEST(DayNight, TheLedsFollowAFixedMode) {
   const std::pair<const char*, const char*> rows[] = {
@@ -91,11 +80,9 @@ TEST(DayNight, TheLedsAreSetByHandWhileTheSwitchIsManual) {
   kLed.refuses("! mode=on", "product.has_irled=0", 404);
 }
 
-const Endpoint kPrivacy{.cgi = "privacy.cgi", .reply = "enable=no&manual=off", .writes = "set privacy 1"};
-const Endpoint kTimeStamp{.cgi = "timestamp.cgi",
-                          .state = "osd.label=door",
-                          .reply = "enable=off&showtime=off&label=door",
-                          .writes = "set osd 1"};
+const Endpoint kPrivacy{"privacy.cgi", "", "enable=no&manual=off", "set privacy 1"};
+const Endpoint kTimeStamp{"timestamp.cgi", "osd.label=door", "enable=off&showtime=off&label=door",
+                          "set osd 1"};
 
 TEST(Picture, PrivacyTakesTwoSwitchesWithWordsOfTheirOwn) {
   kPrivacy.accepts({{"manual=on"}, {"enable=yes"}, {"enable=yes&manual=on"}, {"enable=no&manual=off"}});

@@ -11,26 +11,21 @@ namespace {
 using namespace std::string_literals;
 using simulator::Position;
 
-const Endpoint kMove{.cgi = "ptz_move.cgi", .state = "ptd.position=10,5", .reply = "p=-50&t=5&z=0"};
-const Endpoint kMoveRel{.cgi = "ptz_move_rel.cgi", .state = "ptd.position=-165,5"};
-const Endpoint kDirection{.cgi = "ptz_direction.cgi"};
-const Endpoint kPos{.cgi = "ptz_pos.cgi", .state = kMove.state, .reply = kMove.reply};
-const Endpoint kInfo{.cgi = "ptz_info.cgi",
-                     .reply = "pmax=130&pmin=-170&tmax=90&tmin=-30&customizedhome=yes"};
-const Endpoint kHome{
-    .cgi = "ptz_home.cgi", .state = "ptd.position=10,5 ptd.home=20,7", .reply = "p=-60&t=7&z=0"};
-const Endpoint kPreset{.cgi = "ptz_preset.cgi"};
-const Endpoint kPresets{.cgi = "ptz_preset_list.cgi",
-                        .state = "ptd.preset0=-170,5,low ptd.preset4=130,-3,Top",
-                        .reply = "presets=low,Top&low=130,5&Top=-170,-3"};
-const Endpoint kAutoPan{.cgi = "auto_pan.cgi"};
-const Endpoint kAutoPatrol{.cgi = "auto_patrol.cgi", .state = "route=1 ptd.preset0=1,2,a"};
-const Endpoint kRoute{.cgi = "config_auto_patrol.cgi",
-                      .state =
-                          "route=4,1,4 ptd.preset0=1,1,a ptd.preset1=2,2,b ptd.preset3=3,3,d-_. "
-                          "ptd.preset5=4,4,a",
-                      .reply = "presets=d-_.,a,d-_.",
-                      .writes = "set route"};
+const Endpoint kMove{"ptz_move.cgi", "ptd.position=10,5", "p=-50&t=5&z=0"};
+const Endpoint kMoveRel{"ptz_move_rel.cgi", "ptd.position=-165,5"};
+const Endpoint kDirection{"ptz_direction.cgi"};
+const Endpoint kPos{"ptz_pos.cgi", kMove.state, kMove.reply};
+const Endpoint kInfo{"ptz_info.cgi", "", "pmax=130&pmin=-170&tmax=90&tmin=-30&customizedhome=yes"};
+const Endpoint kHome{"ptz_home.cgi", "ptd.position=10,5 ptd.home=20,7", "p=-60&t=7&z=0"};
+const Endpoint kPreset{"ptz_preset.cgi"};
+const Endpoint kPresets{"ptz_preset_list.cgi", "ptd.preset0=-170,5,low ptd.preset4=130,-3,Top",
+                        "presets=low,Top&low=130,5&Top=-170,-3"};
+const Endpoint kAutoPan{"auto_pan.cgi"};
+const Endpoint kAutoPatrol{"auto_patrol.cgi", "route=1 ptd.preset0=1,2,a"};
+const Endpoint kRoute{
+    "config_auto_patrol.cgi",
+    "route=4,1,4 ptd.preset0=1,1,a ptd.preset1=2,2,b ptd.preset3=3,3,d-_. ptd.preset5=4,4,a",
+    "presets=d-_.,a,d-_.", "set route"};
 const Endpoint* const kAll[] = {&kMove,   &kMoveRel, &kDirection, &kPos,        &kInfo, &kHome,
                                 &kPreset, &kPresets, &kAutoPan,   &kAutoPatrol, &kRoute};
 
@@ -119,7 +114,7 @@ TEST(PtzPreset, IsFoundByItsNameAndTakesTheFirstFreeSlot) {
       "!name=B&act=del act=Add&name=a !act&name=a !name&act=go act=add&name=b&!q=1 !name",
       "ptd.preset2=1,2,A");
   kPresets.accepts({});
-  Endpoint{.cgi = kPresets.cgi, .reply = "presets="}.accepts({});
+  Endpoint{kPresets.cgi, "", "presets="}.accepts({});
 }
 
 TEST(PtzPreset, ThereAreTenAndADeletedOneMakesRoom) {

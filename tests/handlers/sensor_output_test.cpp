@@ -74,10 +74,8 @@ TEST(SensorOutput, ASwitchMakesTheSettingsFitTheNewDisplaySystem) {
 
 TEST(SensorOutput, ChangesOnlyWhatHasToChange) {
   const Endpoint output{
-      .cgi = "sensor_output.cgi",
-      .state = "product.display_systems=VGA-640x480-60Hz+SXGA-1280x1024+NTSC-704x480",
-      .reply = "supports=VGA-640x480-60Hz,SXGA-1280x1024,NTSC-704x480&current=VGA-640x480-60Hz",
-      .writes = "set profile 1"};
+      "sensor_output.cgi", "product.display_systems=VGA-640x480-60Hz+SXGA-1280x1024+NTSC-704x480",
+      "supports=VGA-640x480-60Hz,SXGA-1280x1024,NTSC-704x480&current=VGA-640x480-60Hz", "set profile 1"};
   output.accepts({{"current=VGA-640x480-60Hz"},
                   {"current=SXGA-1280x1024"},
                   {"", "product= profile.display_system=3", "supports=PAL-704x576&current=PAL-704x576"},

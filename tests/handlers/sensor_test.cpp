@@ -121,13 +121,11 @@ TEST(Sensor, AcceptsWhatIsOfferedAndNothingElseButForTheDifferences) {
 }
 
 const Endpoint kSensor{
-    .cgi = "sensor.cgi",
-    .state =
-        "product.sensor=ov7725 "
-        "product.sensor_caps=Brightness+BLControl+NightShot+NoiseReduction+AutoGain+BW+Shutter",
-    .reply =
-        "brightness=50&maxexposuretime=30&backlightcomp=no&noisereduction=low&autogainctrl=yes&color=yes",
-    .writes = "set image 0"};
+    "sensor.cgi",
+    "product.sensor=ov7725 "
+    "product.sensor_caps=Brightness+BLControl+NightShot+NoiseReduction+AutoGain+BW+Shutter",
+    "brightness=50&maxexposuretime=30&backlightcomp=no&noisereduction=low&autogainctrl=yes&color=yes",
+    "set image 0"};
 
 TEST(Sensor, IgnoresWhatTheSensorLacksAndRefusesWhatDoesNotFit) {
   kSensor.accepts({{"hue=x&colour=red&brightness=50&color=yes", "", "", ""},
@@ -172,8 +170,7 @@ TEST(Sensor, AParameterOfTwoCapabilitiesFitsBoth) {
 }
 
 TEST(SensorInfo, SaysThePictureAndTheTimesThatFit) {
-  const Endpoint info{
-      .cgi = "sensor_info.cgi", .state = "product.sensor_caps=Shutter", .reply = "inputsize=640x480"};
+  const Endpoint info{"sensor_info.cgi", "product.sensor_caps=Shutter", "inputsize=640x480"};
   const std::string times = "product.sensor_caps=NightShot product.max_exposure_times=";
   const std::string long1(31, '1'), long2(31, '2');
   info.accepts(
@@ -191,7 +188,7 @@ TEST(SensorInfo, SaysThePictureAndTheTimesThatFit) {
 }
 
 TEST(SensorReset, DoesItOnlyWhenToldToGo) {
-  Endpoint reset{.cgi = "sensor_reset.cgi"};
+  Endpoint reset{"sensor_reset.cgi"};
   reset.accepts({{"reset=go", "image.brightness=5", "reset=yes", "set image to factory"}});
   reset.refuses("! reset=now reset= reset=go&!colour=red");
   scripted().results = {{"set image to factory", 2}};

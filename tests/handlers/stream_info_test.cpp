@@ -32,8 +32,8 @@ TEST(StreamInfo, SaysEverythingInItsOrder) {
   const std::string bitRates = "64,128,256,384,512,768,1024,1536,2048";
   const std::string volumes = "0,10,20,30,40,50,60,70,80,90,100";
   const std::string reply =
-      "videos=MJPEG,MPEG4,H264&codeclist1=MJPEG,MPEG4,H264&codeclist2=MPEG4,H264&codeclist3=MJPEG&"
-      "codeclist4=MPEG4,H264&audios=PCM,ADPCM,AAC&" +
+      "videos=MJPEG,MPEG4,H264&codeclist1=MJPEG,MPEG4,H264&codeclist2=MPEG4,H264&codeclist3=MJPEG&codeclist4="
+      "MPEG4,H264&audios=PCM,ADPCM,AAC&" +
       lists("resolutions", "resolutionlist", "640x480,320x240,160x112") +
       lists("framerates", "frameratelist", "1,2,3,5,6,10,15,30") +
       "qualitymodes=CBR,Fixquality&vbitrates=" + bitRates + "&vbitratelist1=" + bitRates +
@@ -41,16 +41,15 @@ TEST(StreamInfo, SaysEverythingInItsOrder) {
       lists("qualities", "qualitylist", "55,65,75,85,95") + "asamplerates=8&abitrates=128&micvol=" + volumes +
       "&cur_micvol=7&speakervol=" + volumes +
       "&cur_speakervol=10&vprofileformat=0.9&vprofilenum=4&vprofile1=MPEG4&vprofileurl1=/video/"
-      "ACVS.cgi?profileid=1&"
-      "vprofileres1=640x480&vprofile2=MPEG4&vprofileurl2=/video/ACVS.cgi?profileid=2&vprofileres2=320x240&"
-      "vprofile3=MJPEG&vprofileurl3=/video/mjpg.cgi?profileid=3&vprofileres3=320x240&vprofile4=H264&"
-      "vprofileurl4=/video/ACVS-H264.cgi?profileid=4&vprofileres4=320x240&aprofilenum=3&aprofile1=PCM&"
-      "aprofileurl1=/audio/ACAS.cgi&aprofile2=ADPCM&aprofileurl2=/audio/ACAS-MSADPCM.cgi&aprofile3=AAC&"
-      "aprofileurl3=/audio/ACAS-AAC.cgi&vban=2|MJPEG|-|-|-|-:4|MJPEG|-|-|-|-";
+      "ACVS.cgi?profileid=1&vprofileres1=640x480&vprofile2=MPEG4&vprofileurl2=/video/"
+      "ACVS.cgi?profileid=2&vprofileres2=320x240&vprofile3=MJPEG&vprofileurl3=/video/"
+      "mjpg.cgi?profileid=3&vprofileres3=320x240&vprofile4=H264&vprofileurl4=/video/"
+      "ACVS-H264.cgi?profileid=4&vprofileres4=320x240&aprofilenum=3&aprofile1=PCM&aprofileurl1=/audio/"
+      "ACAS.cgi&aprofile2=ADPCM&aprofileurl2=/audio/ACAS-MSADPCM.cgi&aprofile3=AAC&aprofileurl3=/audio/"
+      "ACAS-AAC.cgi&vban=2|MJPEG|-|-|-|-:4|MJPEG|-|-|-|-";
   const Endpoint info{
-      .cgi = "stream_info.cgi",
-      .state = "product.sensor=ov7740_tzm480 profile.codec[4]=2 audio.mic_volume=7 audio.speaker_volume=10",
-      .reply = reply};
+      "stream_info.cgi",
+      "product.sensor=ov7740_tzm480 profile.codec[4]=2 audio.mic_volume=7 audio.speaker_volume=10", reply};
   info.accepts({});
   info.refuses("profileid=1 =");
   for (const char* sensor : {"mt9v136", "mdin220", "vicam", "ov9710b", ""})

@@ -11,13 +11,10 @@
 namespace camera::test {
 namespace {
 
-const Endpoint kVideo{.cgi = "video.cgi",
-                      .state = "product.sensor=ov7740",
-                      .reply =
-                          "vprofileformat=0.9&profileid=1&codec=MPEG4&resolution=640x480&framerate=15&"
-                          "qualitymode=CBR&bitrate=1024",
-                      .writes = "set profile 0",
-                      .key = "profileid=1"};
+const Endpoint kVideo{
+    "video.cgi", "product.sensor=ov7740",
+    "vprofileformat=0.9&profileid=1&codec=MPEG4&resolution=640x480&framerate=15&qualitymode=CBR&bitrate=1024",
+    "set profile 0", "profileid=1"};
 
 TEST(Video, ShowsAndChangesTheProfileThatIsNamed) {
   const char* kFixed = "profile.quality_mode[1]=1";
@@ -76,10 +73,10 @@ constexpr int kRates[] = {-1, 1, 2, 3, 5, 6, 8, 10, 12, 15, 25, 30};
 // Four of each display system.
 const std::vector<std::string> kResolutions = [] {
   std::istringstream words{
-      "640x480 320x240 160x112 80x60 1280x1024 640x512 320x256 160x128 704x480 352x240 176x112 88x60 "
-      "704x576 352x288 176x144 88x72 704x576 352x288 176x144 88x72 1024x768 512x384 256x192 128x96 "
-      "640x480 320x240 160x112 80x60 1280x720 640x352 320x176 160x80 1280x960 640x480 320x240 160x112 "
-      "1920x1080 960x540 480x270 240x128 1280x800 640x400 320x192 160x96"};
+      "640x480 320x240 160x112 80x60 1280x1024 640x512 320x256 160x128 704x480 352x240 176x112 88x60 704x576 "
+      "352x288 176x144 88x72 704x576 352x288 176x144 88x72 1024x768 512x384 256x192 128x96 640x480 320x240 "
+      "160x112 80x60 1280x720 640x352 320x176 160x80 1280x960 640x480 320x240 160x112 1920x1080 960x540 "
+      "480x270 240x128 1280x800 640x400 320x192 160x96"};
   return std::vector<std::string>{std::istream_iterator<std::string>{words}, {}};
 }();
 

@@ -9,12 +9,11 @@ namespace camera::test {
 namespace {
 
 const Endpoint kWireless{
-    .cgi = "wireless.cgi",
-    .state =
-        "product.region=0 wireless.enable=1 wireless.mode=0 wireless.auth=0 wireless.encryption=0 "
-        "wireless.essid=Net wireless.channel=1 wireless.key=",
-    .reply = "enable=on&mode=managed&essid=Net&chpatterns=11111111111&channel=1&auth=open&encryption=none",
-    .writes = "set wireless 1"};
+    "wireless.cgi",
+    "product.region=0 wireless.enable=1 wireless.mode=0 wireless.auth=0 wireless.encryption=0 "
+    "wireless.essid=Net wireless.channel=1 wireless.key=",
+    "enable=on&mode=managed&essid=Net&chpatterns=11111111111&channel=1&auth=open&encryption=none",
+    "set wireless 1"};
 
 TEST(Wireless, ChecksEachValue) {
   const std::string hex64 = "0123456789abcdefABCDEF0123456789abcdefABCDEF0123456789abcdefABCD";

@@ -59,8 +59,8 @@ TEST_F(Actions, ThatTakeTooLongAreLeftRunning) {
 // may change itself, so that the other program is none: it copies its status over itself.
 TEST_F(Actions, StartCleanWhateverTheProgramInherited) {
   program("sample",
-          "echo $(readlink /proc/$$/fd/0 /proc/$$/fd/1) ${QUERY_STRING-none} > seen; echo into the reply\n"
-          "sh -c 'kill -PIPE $$'; echo $? >> seen");
+          "echo $(readlink /proc/$$/fd/0 /proc/$$/fd/1) ${QUERY_STRING-none} > seen; echo into the reply\nsh "
+          "-c 'kill -PIPE $$'; echo $? >> seen");
   program("whole", "");
   folder.put("whole", "#!/bin/cp /proc/self/status\n");
   const auto runFromAWebServer = [this] {

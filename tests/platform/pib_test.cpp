@@ -8,11 +8,11 @@ namespace {
 TEST(Product, IsReadFromKeysAndValues) {
   PIB product;
   product.parse(
-      "# a camera\n\n  has_pir = 1 # a comment\ninput_count=4294967295\r\n\thas_zoom\t=\t255\nhas_h264 = 0\n"
-      "region = 2147483647\nwireless = 1\nsensor = ov9710_720p\nsensor_caps =  a   b,c \n"
-      "mac_address = 00:11=22\nmodules = one, two,,three\ndisplay_systems = PAL-704x576-25 HD-1280x720 "
-      "NTSC-704x480\n"
-      "max_exposure_times = 1/5 1/30\ninterface.eth0 = lan0\ninterface.ra0 =\noutput_count = 2");
+      "# a camera\n\n  has_pir = 1 # a comment\ninput_count=4294967295\r\n\thas_zoom\t=\t255\nhas_h264 = "
+      "0\nregion = 2147483647\nwireless = 1\nsensor = ov9710_720p\nsensor_caps =  a   b,c \nmac_address = "
+      "00:11=22\nmodules = one, two,,three\ndisplay_systems = PAL-704x576-25 HD-1280x720 "
+      "NTSC-704x480\nmax_exposure_times = 1/5 1/30\ninterface.eth0 = lan0\ninterface.ra0 =\noutput_count = "
+      "2");
   EXPECT_EQ(product.has_pir, 1U);
   EXPECT_EQ(product.input_count, 4294967295U);
   EXPECT_EQ(product.output_count, 2U);

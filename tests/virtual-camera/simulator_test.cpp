@@ -119,9 +119,9 @@ TEST(IoAndEventDaemons, AnswerIn140Bytes) {
       {answerEvents, 9, 0, {}}, {answerEvents, 9, 2, refused}};
   for (const auto& [ask, code, word, answer] : rows)
     EXPECT_EQ(ask(camera, message(12, {{0, number(code)}, {8, number(word)}})), message(140, answer)) << code;
-  EXPECT_EQ(answerLog(camera, number(402)),
-            " Digital Output 1 switched on\n Digital Output 1 switched off\n"
-            " Event triggered by Software Input\n");
+  EXPECT_EQ(
+      answerLog(camera, number(402)),
+      " Digital Output 1 switched on\n Digital Output 1 switched off\n Event triggered by Software Input\n");
 }
 
 constexpr std::string_view kQuiet = "4:4:0:0 800000:0:30:0 ";
