@@ -4,7 +4,6 @@
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -38,16 +37,13 @@ pid_t start(const Command& command, const std::string& in, const std::string& ou
   std::vector<char*> argv;
   for (const std::string& word : command) argv.push_back(const_cast<char*>(word.c_str()));
   argv.push_back(nullptr);
-  posix_spawn_file_actions_t files;
-  posix_spawn_file_actions_init(&files);
-  posix_spawn_file_actions_addopen(&files, 0, in.c_str(), O_RDONLY, 0);
-  posix_spawn_file_actions_addopen(&files, 1, out.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-  posix_spawn_file_actions_addopen(&files, 2, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-  pid_t pid = 0;
-  const int failure = posix_spawnp(&pid, argv[0], &files, nullptr, argv.data(), environ);
-  posix_spawn_file_actions_destroy(&files);
-  check(failure == 0, "cannot start " + command[0]);
-  return pid;
+  const pid_t pid = fork();
+  check(pid >= 0, "cannot start " + command[0]);
+  if (pid != 0) return pid;
+  const int files[] = {open(in.c_str(), O_RDONLY), creat(out.c_str(), 0600), creat(err.c_str(), 0600)};
+  for (int i = 0; i < 3; ++i) dup2(files[i], i);
+  execvp(argv[0], argv.data());
+  _exit(127);
 }
 
 int waitFor(pid_t pid) {

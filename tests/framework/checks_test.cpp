@@ -66,26 +66,6 @@ TEST(Words, MatchWholeAndByCase) {
   EXPECT_EQ(BaseCgilet::isValidStr("yes", Texts{"no", "yes"}, 1), -1) << "it is behind the count";
 }
 
-TEST(DateTexts, SplitIntoFieldsOfDigits) {
-  Texts fields;
-  const auto split = [&](const char* text, const char* separators, int count, int first, int last) {
-    return BaseCgilet::DTFormat(text, fields, separators, count, first, 2, last, true);
-  };
-  EXPECT_EQ(split("-1:30", "-+:", 2, 1, 0), 2);
-  EXPECT_EQ(fields, (Texts{"1", "30"}));
-  for (const char* bad : {"--1:30", ":1:30", "01:30", "1", "1:30:0"})
-    EXPECT_EQ(split(bad, "-+:", 2, 1, 0), -1) << bad;
-  EXPECT_EQ(split("2024-2-09", "-", 3, 4, 2), 3);
-  for (const char* bad : {"-2024-2-9", "2024-2-9-", "2024-2-9x"})
-    EXPECT_EQ(split(bad, "-", 3, 4, 2), -1) << bad;
-  EXPECT_EQ(split("02:00", ":", 0, 2, 2), 2);
-  EXPECT_EQ(split("02:00:00:00", ":", 0, 2, 2), -1);
-
-  EXPECT_TRUE(BaseCgilet::checkTimeRange({"0", "00", "59"}, 3));
-  for (const Texts& bad : {Texts{"24", "00"}, Texts{"1", "60"}, Texts{"1"}, Texts{"1", "2", "3", "4"}})
-    EXPECT_FALSE(BaseCgilet::checkTimeRange(bad, static_cast<int>(bad.size()))) << bad.size() << bad[0];
-}
-
 TEST(Buffers, AreNeverWrittenPastTheirSize) {
   char buffer[8] = "";
   char second[5];

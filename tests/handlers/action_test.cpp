@@ -48,23 +48,19 @@ TEST(ActionFtp, TakesItsTextsByTheirCharacters) {
 
 TEST(ActionPassword, TravelsInBase64) {
   for (const Endpoint& endpoint : {kFtp, kMail}) {
-    endpoint.accepts(
-        {{"pass="}, {"pass=c2VjcmV0"}, {"pass=cA=="}, {"pass=fj8%2B", "", "pass=fj8+"}, {kEncoded}});
+    endpoint.accepts("pass= pass=c2VjcmV0 pass=cA==");
+    endpoint.accepts({{"pass=fj8%2B", "", "pass=fj8+"}, {kEncoded}});
     endpoint.refuses(
         "pass=cA pass=c pass=cA= pass=cB== pass=c2Vj+cmV0 pass=AA== pass=IA== pass=w6Q= pass=%00");
     endpoint.refuses(kEncoded + "YQ==");
   }
-  kMail.accepts({{kEncoded}});
+  kMail.accepts(kEncoded);
   EXPECT_EQ(scripted().stored("smtp.pass"), std::string(30, 'a'));
 }
 
 TEST(ActionMail, TakesAddressesWithADotAfterTheAt) {
-  kMail.accepts({{"enable=yes&port=65535&user="},
-                 {"sender=@."},
-                 {"to=a.b@c.d,e@f.g"},
-                 {"to=a@b@c.d"},
-                 {"to=a@." + std::string(57, 'x')},
-                 {"sender=a@b.c&to=d@e.f&nobody=1", "", ""}});
+  kMail.accepts("enable=yes&port=65535&user= sender=@. to=a.b@c.d,e@f.g to=a@b@c.d");
+  kMail.accepts({{"to=a@." + std::string(57, 'x')}, {"sender=a@b.c&to=d@e.f&nobody=1", "", ""}});
   kMail.refuses(
       "sender= sender=ab.c sender=a.b@c to=a@b to= sender=a+b@c.d host= port=0 port=65536 user=a+b enable=1");
   kMail.refuses("to=a@." + std::string(58, 'x') + " host=h" + kSixty);

@@ -19,6 +19,9 @@ constexpr char kNtp[] = "set ntp 0";
 
 TEST(Datetime, SetsTheClockByHandAloneAndStoresTheZoneAndItsRules) {
   kDatetime.accepts(
+      "timezone=34&dstenable=no&dstauto=yes&offset=1:00 timezone=87&dstenable=yes&dstauto=no&offset=1:30 "
+      "stoptime=12.1.6/23:59:58");
+  kDatetime.accepts(
       {{"", "time=4102444799", "utcdate=2099-12-31&utctime=23:59:59"},
        {.query = "method=2&date=2024-02-29&time=13:05:00", .writes = "set curtime 0"},
        {"method=2&date=2037-1-2&time=3:4:5", "ntp.method=1", "method=2&date=2037-01-02&time=03:04:05",
@@ -29,11 +32,8 @@ TEST(Datetime, SetsTheClockByHandAloneAndStoresTheZoneAndItsRules) {
        {"method=1&date=2024-02-29", "ntp.timeserver=a.b", "method=1", kNtp},
        {.query = "method=1&timeserver=ntp-1.example_x", .writes = kNtp},
        {.query = "method=0&timeserver=", .state = "ntp.method=1 ntp.timeserver=a.b", .writes = kNtp},
-       {"timezone=34&dstenable=no&dstauto=yes&offset=1:00"},
-       {"timezone=87&dstenable=yes&dstauto=no&offset=1:30"},
        {"offset=-0:30", "", "offset=0:30"},
        {"", "tzone.offset=-02:00", "offset=02:00"},
-       {"stoptime=12.1.6/23:59:58"},
        {"stoptime=9.1.6/2:0", "", "stoptime=9.1.6/2:0:00"},
        {"starttime=3.5.0/02:00", "", ""},
        {"starttime=03.2.0/02:00", "", "starttime=3.2.0/02:00:00"}});
@@ -49,7 +49,9 @@ TEST(Datetime, RefusesEverythingElse) {
       "method=2&date=2024-02-01&!time=00:00:60 method=2&date=2024-02-01&!time=00:00 "
       "method=2&date=2024-02-01&!time method=2&time=00:00:00&!date date=2023-02-29 method=3 method=-1 "
       "!method=1&!timeserver !method=1&!timeserver= timeserver=a+b timezone=0 timezone=88 dstenable=1 "
-      "dstauto=Yes offset=0:45 offset=01:00 offset=1:00:00 starttime=13.1.0/02:00 starttime=0.1.0/02:00 "
+      "dstauto=Yes offset=0:45 offset=--1:30 offset=:1:30 offset=1 method=2&time=00:00:00&!date=-2024-2-9 "
+      "method=2&time=00:00:00&!date=2024-2-9x offset=01:00 offset=1:00:00 starttime=13.1.0/02:00 "
+      "starttime=0.1.0/02:00 "
       "starttime=3.6.0/02:00 starttime=3.0.0/02:00 starttime=3.1.7/02:00 starttime=3.1.0 "
       "starttime=3.1.0/02:00/ starttime=M3.1.0/02:00 starttime=3.1/02:00 starttime=3.1.0/02 "
       "starttime=3.1.0/24:00 stoptime=3.1.0/002:00 stoptime= timezone=1&!zone=1");

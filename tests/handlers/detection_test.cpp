@@ -10,12 +10,11 @@ const Endpoint kMotion{"motion.cgi", "motiond.mbmask=0f00 motiond.sensitivity=50
                        "set motiond 1 set gpio 1"};
 
 TEST(Motion, TakesItsFiveParameters) {
-  kMotion.accepts({{"enable=yes"},
-                   {"mbmask=00fA&sensitivity=100", "", "mbmask=00fA&sensitivity=100"},
-                   {"sensitivity=0"},
-                   {"pir=yes&pir_sensitivity=0", "", "pir=yes&pir_sensitivity=0"},
-                   {"pir_sensitivity=100"},
-                   {"enable=no&mbmask=0f00&sensitivity=50&pir=no&pir_sensitivity=50"}});
+  kMotion.accepts(
+      "enable=yes sensitivity=0 pir_sensitivity=100 "
+      "enable=no&mbmask=0f00&sensitivity=50&pir=no&pir_sensitivity=50");
+  kMotion.accepts({{"mbmask=00fA&sensitivity=100", "", "mbmask=00fA&sensitivity=100"},
+                   {"pir=yes&pir_sensitivity=0", "", "pir=yes&pir_sensitivity=0"}});
   kMotion.refuses(
       "enable=on mbmask=000 mbmask=00000 mbmask=000g mbmask= sensitivity=101 sensitivity=-1 pir=maybe "
       "pir_sensitivity=30 pir_sensitivity=150 "
@@ -46,7 +45,7 @@ TEST(AudioDetection, TakesOnlyItsWords) {
   const Endpoint sound{"audio_detection.cgi",
                        "audiodetection.enable=0 audiodetection.sensitivity=70 audiodetection.push=1",
                        "enable=no&sensitivity=70", "set audiodetection 0"};
-  sound.accepts({{"enable=yes&sensitivity=90"}, {"enable=no&sensitivity=70"}});
+  sound.accepts("enable=yes&sensitivity=90 enable=no&sensitivity=70");
   EXPECT_EQ(scripted().stored("audiodetection.push"), "1");
   sound.refuses("enable=YES enable=on enable= sensitivity=52 sensitivity=95 sensitivity=055 !push=no");
 }

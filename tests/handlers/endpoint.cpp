@@ -96,6 +96,10 @@ void Endpoint::accepts(const std::vector<Row>& rows) const {
   for (const Row& row : rows) accept(row);
 }
 
+void Endpoint::accepts(const std::string& queries, const std::string& with) const {
+  for (const std::string& query : split(queries, ' ')) accepts({{query, with}});
+}
+
 void Endpoint::accept(const Row& row) const {
   SCOPED_TRACE(cgi + "?" + row.query + "  on " + state + " " + row.state);
   const std::string plain = plainQuery(row.query);

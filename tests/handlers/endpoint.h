@@ -8,8 +8,7 @@
 //                         "pppoe=off&user=me&pass=secret", "set pppoe 1"};
 //
 //   TEST(PPPoE, IsNeverOnWithoutAUser) {
-//     kPppoe.accepts({{"pppoe=on&pass="},
-//                     {"user=&pppoe=off", "pppoe.enable=1"},
+//     kPppoe.accepts({{"user=&pppoe=off", "pppoe.enable=1"},
 //                     {"user=%22", "", "user=\""}});
 //     kPppoe.refuses("pppoe=On user=a+b pppoe=on&!colour=red");
 //     kPppoe.refuses("pppoe=on&!user", "pppoe.user=");
@@ -23,7 +22,9 @@
 // afterwards that agrees with it; cleaned actions, and those of exactly the records written; values that the
 // store takes; unused bytes kept.
 //
-// refuses() takes queries with spaces between them. Each answers 400 (or the status given) and changes
+// Queries alone can be given with spaces between them: accepts("user= pppoe=off&user=me").
+//
+// refuses() takes such a text. Each query answers 400 (or the status given) and changes
 // nothing; a message names the parameter at fault, which is the first or any that a ! marks (it is not sent).
 // A marked name without a value is one that is missing: "!user" sends nothing, and "!" is the plain read.
 //
@@ -75,6 +76,7 @@ struct Endpoint {
   bool readsBack = true;  // a plain read afterwards gives the reply again
 
   void accepts(const std::vector<Row>& rows) const;
+  void accepts(const std::string& queries, const std::string& with = "") const;
   void refuses(const std::string& queries, const std::string& with = "", int status = 400) const;
 
  private:

@@ -221,12 +221,15 @@ TEST(FaultSweep, AFailingCallIsAnsweredAndNothingIsWrittenOrRunAfterIt) {
   }
 }
 
-TEST(EveryEndpoint, HasARow) {
-  std::set<std::string> endpoints;
+TEST(EveryEndpoint, HasARowAndASectionOfTheDocumentation) {
+  std::ifstream file(CAMERA_SOURCE_DIR "/docs/api.md");
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
   std::set<std::string> rows;
-  for (const CgiEntry& entry : cgiTable()) endpoints.emplace(entry.name);
   for (const Sweep& sweep : kSweeps) rows.insert(sweep.cgi);
-  EXPECT_EQ(rows, endpoints);
+  for (const CgiEntry& entry : cgiTable()) {
+    EXPECT_TRUE(rows.contains(std::string{entry.name})) << entry.name;
+    EXPECT_NE(text.find("\n## " + std::string{entry.name} + "\n"), text.npos) << entry.name;
+  }
 }
 
 TEST(EveryEndpoint, RefusesAHostileRequestAndChangesNothing) {
@@ -301,13 +304,6 @@ TEST(EveryEndpoint, FindsAWordForEveryNumberAtItsBounds) {
       break;
     }
   }
-}
-
-TEST(EveryEndpoint, IsDocumented) {
-  std::ifstream file(CAMERA_SOURCE_DIR "/docs/api.md");
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
-  for (const CgiEntry& entry : cgiTable())
-    EXPECT_NE(text.find("\n## " + std::string{entry.name} + "\n"), text.npos) << entry.name;
 }
 
 }  // namespace

@@ -43,66 +43,46 @@ TEST(Network, RefusesWhatCannotBe) {
   kNetwork.refuses("httpport=80 rtspport=80", "rtspsvr.rtsp_port=80");  // named, though stored as it is
 }
 
-// The query as network.cgi takes it, where the names of a client's texts begin with the client's.
-std::string prefixed(const std::string& client, const std::string& query) {
-  std::string text;
-  for (std::size_t i = 0; i < query.size(); ++i) {
-    text += query[i];
-    const bool starts = i + 1 < query.size() && query[i + 1] != '!' &&
-                        (query[i] == '&' || query[i] == ' ' || query[i] == '!');
-    if (starts && query.compare(i + 1, client.size(), client) != 0) text += client;
-  }
-  return text;
-}
-
-// What holds of a client's own endpoint holds of network.cgi.
-void expectBoth(const Endpoint& own, const std::string& client, const std::vector<Row>& rows,
-                const std::vector<std::pair<std::string, std::string>>& refused) {
-  Endpoint network = kNetwork;
-  network.writes = own.writes;
-  own.accepts(rows);
-  for (const auto& [query, state, changes, writes] : rows)
-    network.accepts({{prefixed(client, "&" + query).substr(1), state}});
-  for (const auto& [queries, state] : refused) {
-    own.refuses(queries, state);
-    network.refuses(prefixed(client, " " + queries).substr(1), state);
-  }
+TEST(Network, HoldsTheClientsToTheRulesOfTheirOwnEndpoints) {
+  kNetwork.accepts({{.query = "pppoe=on&pppoepass=", .writes = "set pppoe 1"},
+                    {.query = "pppoe=off&pppoeuser=", .state = "pppoe.enable=1", .writes = "set pppoe 1"},
+                    {.query = "ddns=on&ddnsprovider=velkorddns", .writes = "set ddns 1"},
+                    {.query = "ddns=off&ddnshost=&ddnsuser=&ddnspass=",
+                     .state = "ddns.enable=1",
+                     .writes = "set ddns 1"}});
+  kNetwork.refuses("pppoeuser= !pppoe=on&!pppoeuser=", "pppoe.enable=1");
+  kNetwork.refuses("ddnshost= ddnsuser= ddnspass= ddnsprovider=", "ddns.enable=1");
+  kNetwork.refuses("!ddns=on&!ddnshost !ddns=on&!ddnshost&ddnsprovider=dyndns", "ddns.host=");
+  kNetwork.refuses("pppoeuser=a+b ddnshost=a/b pppoe=1 ddns=1");
 }
 
 TEST(PPPoE, IsNeverOnWithoutAUser) {
   const std::string user(32, 'u');
   const std::string pass(60, '~');
-  expectBoth(kPppoe, "pppoe",
-             {{"pppoe=on"},
-              {"pppoe=off&user=pu"},
-              {"pppoe=on&user=you", "pppoe.user="},
-              {"user="},
-              {"user=&pppoe=off", "pppoe.enable=1"},
-              {"pass=", "pppoe.enable=1"},
-              {"user=" + user + "&pass=" + pass}},
-             {{"pppoe=On user=a+b user=u" + user + " pass=~" + pass + " pppoe=on&!user=", ""},
-              {"!pppoe=on&!user", "pppoe.user="},
-              {"user=", "pppoe.enable=1"}});
+  kPppoe.accepts("pppoe=on pppoe=off&user=pu user=");
+  kPppoe.accepts({{"pppoe=on&user=you", "pppoe.user="},
+                  {"user=&pppoe=off", "pppoe.enable=1"},
+                  {"pass=", "pppoe.enable=1"},
+                  {"user=" + user + "&pass=" + pass}});
+  kPppoe.refuses("pppoe=On user=a+b user=u" + user + " pass=~" + pass + " pppoe=on&!user=");
+  kPppoe.refuses("!pppoe=on&!user", "pppoe.user=");
+  kPppoe.refuses("user=", "pppoe.enable=1");
 }
 
 TEST(Ddns, IsNeverOnWithoutAllItsTexts) {
   const std::string host(36, 'h');
   const std::string text(30, '~');
-  expectBoth(
-      kDdns, "ddns",
-      {{"ddns=on&provider=velkorddns"},
-       {"ddns=off&host=dh"},
-       {"ddns=on&host=h&user=u&pass=p", "ddns.host= ddns.user= ddns.password="},
-       {"user=u", "ddns.enable=1 ddns.host="},
-       {"host=&user=&pass=&ddns=off", "ddns.enable=1"},
-       {"host=A9_-.z"},
-       {"host=" + host + "&user=" + text + "&pass=" + text}},
-      {{"provider=other provider= host=a/b user=a+b host=h" + host + " user=~" + text + " pass=~" + text, ""},
-       {"host= user= pass=", "ddns.enable=1"},
-       {"!ddns=on&!provider", "ddns.provider="},
-       {"!ddns=on&!host", "ddns.host="},
-       {"!ddns=on&!user", "ddns.user="},
-       {"!ddns=on&!pass", "ddns.password="}});
+  kDdns.accepts("ddns=on&provider=velkorddns ddns=off&host=dh host=A9_-.z");
+  kDdns.accepts({{"ddns=on&host=h&user=u&pass=p", "ddns.host= ddns.user= ddns.password="},
+                 {"user=u", "ddns.enable=1 ddns.host="},
+                 {"host=&user=&pass=&ddns=off", "ddns.enable=1"},
+                 {"host=" + host + "&user=" + text + "&pass=" + text}});
+  kDdns.refuses("provider=other provider= host=a/b user=a+b host=h" + host + " user=~" + text + " pass=~" +
+                text);
+  kDdns.refuses("host= user= pass=", "ddns.enable=1");
+  for (const std::string missing : {"provider", "host", "user"})
+    kDdns.refuses("!ddns=on&!" + missing, "ddns." + missing + "=");
+  kDdns.refuses("!ddns=on&!pass", "ddns.password=");
 }
 
 }  // namespace

@@ -23,9 +23,9 @@ const Endpoint kSpeaker{"speaker.cgi", "audio.speaker_enable=1 audio.speaker_vol
                         "enable=yes&volume=100", "set audio 0"};
 
 TEST(AudioSwitch, TakesASwitchAndAVolumeInTens) {
-  kMic.accepts(
-      {{"enable=yes"}, {"volume=0"}, {"volume=100&enable=yes", "", "enable=yes&volume=100"}, {"enable=no"}});
-  kSpeaker.accepts({{"enable=no"}, {"volume=90"}});
+  kMic.accepts("enable=yes volume=0 enable=no");
+  kMic.accepts({{"volume=100&enable=yes", "", "enable=yes&volume=100"}});
+  kSpeaker.accepts("enable=no volume=90");
   kMic.refuses("enable=on volume=55 volume=110 volume= volume=050 enable=yes&volume=10&!level=1");
   kMic.refuses("! enable=yes", "product.has_mic=0", 404);
   kSpeaker.refuses("! volume=90", "product.has_speaker=2", 404);
@@ -36,11 +36,10 @@ const Endpoint kRtspUrl{"rtspurl.cgi",
                         "profileid=2&urlentry=two", "set rtspsvr 1", "profileid=2"};
 
 TEST(RtspUrl, ChangesThePathOfTheProfileThatItNames) {
-  kRtspUrl.accepts({{"profileid=2"},
-                    {"profileid=4", "", "profileid=4&urlentry=four"},
+  kRtspUrl.accepts("profileid=2 profileid=2&urlentry=live_2-x.mp4.ab");
+  kRtspUrl.accepts({{"profileid=4", "", "profileid=4&urlentry=four"},
                     {"profileid=1&urlentry=a", "", "profileid=1&urlentry=a"},
-                    {"profileid=2&urlentry=two", "", ""},
-                    {"profileid=2&urlentry=live_2-x.mp4.ab"}});
+                    {"profileid=2&urlentry=two", "", ""}});
   kRtspUrl.refuses(
       "! !profileid&urlentry=a profileid=0 profileid=5 profileid=2&!urlentry= profileid=2&!urlentry=a/b "
       "profileid=2&!urlentry=sixteen_letters_ profileid=2&urlentry=a&!path=b");
@@ -73,7 +72,7 @@ TEST(DayNight, TheLedsFollowAFixedMode) {
 }
 
 TEST(DayNight, TheLedsAreSetByHandWhileTheSwitchIsManual) {
-  kLed.accepts({{"mode=on"}, {"mode=off"}});
+  kLed.accepts("mode=on mode=off");
   kLed.refuses("mode=maybe mode=on&!icr=day");
   for (const char* mode : {"ir.icr_mode=0", "ir.icr_mode=2", "ir.icr_mode=3"})
     kLed.refuses("mode=on mode=off", mode);
@@ -85,7 +84,7 @@ const Endpoint kTimeStamp{"timestamp.cgi", "osd.label=door", "enable=off&showtim
                           "set osd 1"};
 
 TEST(Picture, PrivacyTakesTwoSwitchesWithWordsOfTheirOwn) {
-  kPrivacy.accepts({{"manual=on"}, {"enable=yes"}, {"enable=yes&manual=on"}, {"enable=no&manual=off"}});
+  kPrivacy.accepts("manual=on enable=yes enable=yes&manual=on enable=no&manual=off");
   kPrivacy.refuses("enable=on manual=yes enable=yes&manual=on&!colour=red");
   kPrivacy.refuses("! enable=yes", "product.has_privacy=0", 404);
 }

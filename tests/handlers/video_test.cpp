@@ -19,16 +19,15 @@ const Endpoint kVideo{
 TEST(Video, ShowsAndChangesTheProfileThatIsNamed) {
   const char* kFixed = "profile.quality_mode[1]=1";
   kVideo.accepts(
+      "profileid=1&codec=H264&resolution=160x112&framerate=30&bitrate=2048&quality=0 "
+      "profileid=1&codec=MPEG4&resolution=640x480&framerate=15&qualitymode=CBR&bitrate=1024&quality=80");
+  kVideo.accepts(
       {{"profileid=2", "", "profileid=2&resolution=320x240&bitrate=512"},
        {"profileid=3", "",
         "profileid=3&codec=MJPEG&resolution=320x240&framerate=5&qualitymode=Fixquality&quality=75&-bitrate"},
-       {"profileid=1&codec=H264&resolution=160x112&framerate=30&bitrate=2048&quality=0"},
        {"profileid=1&vprofileformat=", "", ""},
        {"profileid=4&qualitymode=Fixquality&quality=100", "", "qualitymode=Fixquality&quality=95&-bitrate"},
-       {"profileid=1&codec=MPEG4&resolution=640x480&framerate=15&qualitymode=CBR&bitrate=1024&quality=80"},
-       {"profileid=1&quality=0", kFixed, "quality=55"},
        {"profileid=1&quality=60", kFixed, "quality=55"},
-       {"profileid=1&quality=61", kFixed, "quality=65"},
        {"profileid=1&quality=70", kFixed, "quality=65"},
        {"profileid=1&quality=100", kFixed, "quality=95"}});
   kVideo.refuses(
