@@ -46,7 +46,7 @@ TEST(CameraInfo, TakesANameWithoutASpaceAndALocationWithSome) {
 
 TEST(DgtalkieInfo, TakesNoParameter) {
   const Endpoint dgtalkie{"dgtalkie_info.cgi", "", "dgtalkie=yes&supports=0x01,0x02,0x03,0x04,0x05,0x06"};
-  dgtalkie.accepts({});
+  dgtalkie.accepts("");
   dgtalkie.refuses("dgtalkie=yes");
 }
 
@@ -64,7 +64,7 @@ TEST(HttpPort, TakesAPortThatNoServerUses) {
 }
 
 void expectSurvey(const std::string& state, const std::string& reply) {
-  Endpoint{"wlansurvey.cgi", state, reply}.accepts({});
+  Endpoint{"wlansurvey.cgi", state, reply}.accepts("");
 }
 
 TEST(WlanSurvey, ListsTheNetworksThatTheCameraCanJoin) {
@@ -103,7 +103,7 @@ TEST(WlanSurvey, IsRefusedBeforeItListens) {
 
 TEST(WlanSignal, IsTheDriversNumber) {
   const Endpoint signal{"wlansignal.cgi", "rssi=-42", "signal=-42"};
-  signal.accepts({});
+  signal.accepts("");
   signal.refuses("signal=1");
 }
 

@@ -97,7 +97,8 @@ void Endpoint::accepts(const std::vector<Row>& rows) const {
 }
 
 void Endpoint::accepts(const std::string& queries, const std::string& with) const {
-  for (const std::string& query : split(queries, ' ')) accepts({{query, with}});
+  accept({key, "", ""});
+  for (const std::string& query : split(queries, ' ')) accept({query, with});
 }
 
 void Endpoint::accept(const Row& row) const {

@@ -63,7 +63,7 @@ TEST(DayNight, TheLedsFollowAFixedMode) {
   const std::pair<const char*, const char*> rows[] = {
       {"auto", "0 1"}, {"manual", "1 1"}, {"day", "2 0"}, {"night", "3 1"}};
   for (const auto& [mode, stored] : rows) {
-    kIcr.accepts({{std::string{"mode="} + mode}});
+    kIcr.accepts(std::string{"mode="} + mode);
     EXPECT_EQ(scripted().stored("ir.icr_mode") + " " + scripted().stored("ir.ir_led"), stored) << mode;
   }
   kIcr.accepts({{"mode=day", "ir.icr_mode=2"}});  // the LEDs do not match, and nothing is written

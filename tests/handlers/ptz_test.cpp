@@ -113,8 +113,8 @@ TEST(PtzPreset, IsFoundByItsNameAndTakesTheFirstFreeSlot) {
       "!name=&act=add !name=sixteen_letters_&act=add !name=a+b&act=add !name=a.b&act=add !name=a&act=go "
       "!name=B&act=del act=Add&name=a !act&name=a !name&act=go act=add&name=b&!q=1 !name",
       "ptd.preset2=1,2,A");
-  kPresets.accepts({});
-  Endpoint{kPresets.cgi, "", "presets="}.accepts({});
+  kPresets.accepts("");
+  Endpoint{kPresets.cgi, "", "presets="}.accepts("");
 }
 
 TEST(PtzPreset, ThereAreTenAndADeletedOneMakesRoom) {

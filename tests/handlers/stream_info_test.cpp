@@ -37,7 +37,7 @@ TEST(StreamInfo, SaysEverythingInItsOrder) {
   const Endpoint info{
       "stream_info.cgi",
       "product.sensor=ov7740_tzm480 profile.codec[4]=2 audio.mic_volume=7 audio.speaker_volume=10", reply};
-  info.accepts({});
+  info.accepts("");
   info.refuses("profileid=1 =");
   for (const char* sensor : {"mt9v136", "mdin220", "vicam", "ov9710b", ""})
     info.refuses("!", std::string{"product.sensor="} + sensor, 500);
