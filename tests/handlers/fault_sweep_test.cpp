@@ -61,7 +61,7 @@ const Sweep kSweeps[] = {
     {"irled.cgi", "mode=on", "get product get ir set ir 0", "ir.icr_mode=1"},
     {"mic.cgi", "enable=no&volume=10", "get product get audio set audio 0"},
     {"motion.cgi", "enable=yes&mbmask=f&sensitivity=1&pir=yes&pir_sensitivity=0",
-     "get motiond get gpio get product get display system set motiond 1 set gpio 1", "motiond.mbmask=0"},
+     "get motiond get gpio get product get profile set motiond 1 set gpio 1", "motiond.mbmask=0"},
     {"network.cgi",
      "dhcp=off&pppoe=on&ddns=on&ddnshost=h&ddnsuser=u&ddnspass=p&upnp=on&httpport=81&rtspport=82",
      "get lan get pppoe get ddns get httpsvr get rtspsvr get upnp set lan 1 set pppoe 1 set ddns 1 set upnp "
@@ -108,18 +108,18 @@ const Sweep kSweeps[] = {
      "to examine a ask to examine f get sd#3 get record#3",
      "sd.state=2 sd.free=1 card=d,folder card=d/a,1 card=d/f,folder"},
     {"sensor.cgi", "brightness=0&contrast=0&mirror=on&noisereduction=off",
-     "get product get image ask exposure times set image 0"},
-    {"sensor_info.cgi", "", "get product get display system ask exposure times get image"},
+     "get product get image get product#2=200 set image 0"},
+    {"sensor_info.cgi", "", "get product get profile get product#2=200 get image"},
     {"sensor_output.cgi", "current=SXGA-1280x1024",
-     "get display systems get display system get profile get motiond set motiond 1=500 set profile 1=500",
+     "get product get profile get profile#2 get motiond set motiond 1=500 set profile 1=500",
      "motiond.enable=1"},
     {"sensor_output.cgi", "current=PAL-704x576",
-     "get display systems get display system get profile get image set image 1=500 set profile 1=500",
+     "get product get profile get profile#2 get image set image 1=500 set profile 1=500",
      "product.display_systems=PAL-704x576"},
     {"sensor_reset.cgi", "reset=go", "set image to factory=200"},
     {"speaker.cgi", "enable=no&volume=10", "get product get audio set audio 0"},
     {"stream_auth.cgi", "livevideo=off&snapshoturl=off", "get httpsvr set httpsvr 1=500"},
-    {"stream_info.cgi", "", "get profile get audio get display system get product get product#2"},
+    {"stream_info.cgi", "", "get profile get audio get profile#2 get product get product#2"},
     {"sw_input.cgi", "trigger=on", "send eventd 9 0 0"},
     {"system_reboot.cgi", "reboot=go", "run ( sleep 5 && /sbin/reboot ) >/dev/null 2>/dev/null &"},
     {"system_reset.cgi", "reset=go",
@@ -132,7 +132,7 @@ const Sweep kSweeps[] = {
      "get account get system get product set account 1", "system.brand=Larkmoor"},
     {"video.cgi",
      "profileid=1&codec=H264&resolution=320x240&framerate=30&qualitymode=Fixquality&quality=100&bitrate=64",
-     "get display system get profile get product set profile 0"},
+     "get profile get profile#2 get product set profile 0"},
     {"wireless.cgi", "enable=on&mode=ad-hoc&essid=n&channel=6&encryption=WEP&auth=open&key1=abcde",
      "get product get wireless set wireless 1"},
     {"wlansignal.cgi", "", "ask rssi"},
@@ -177,13 +177,12 @@ std::string readsAfter(const Sweep& sweep, const std::string& call) {
 // Whether, after a write that was overtaken, every record that it rested on was read again.
 bool isReadAgain(const std::string& write) {
   const std::vector<std::string>& calls = scripted().calls;
-  const auto has = [&](const std::string& call) {
-    return std::find(calls.begin(), calls.end(), call) != calls.end();
-  };
-  return std::all_of(calls.begin(), std::find(calls.begin(), calls.end(), write),
-                     [&](const std::string& call) {
-                       return !isA("get", call) || call == "get product" || has(call + "#2");
-                     });
+  const auto written = std::find(calls.begin(), calls.end(), write);
+  return std::all_of(calls.begin(), written, [&](const std::string& call) {
+    const std::string again = call.substr(0, call.find('#')) + "#";
+    const auto isSame = [&](const std::string& later) { return later.starts_with(again); };
+    return !isA("get", call) || isA("get product", call) || std::any_of(written, calls.end(), isSame);
+  });
 }
 
 void failOneCall(const Sweep& sweep, const std::string& call, const Reply& plain) {

@@ -16,7 +16,6 @@
 #include "platform/clock/clock.h"
 #include "platform/log.h"
 #include "platform/product/pib.h"
-#include "platform/product/sensor.h"
 #include "platform/shell.h"
 #include "platform/store/cam.h"
 #include "platform/store/record_fields.h"
@@ -233,29 +232,6 @@ void apply_timezone() {
 
 std::int64_t camera::cameraTime() {
   return answer("time") == 0 ? scripted().time : -1;
-}
-
-// The sensor tells what the stored profiles and the product's lines say.
-int GetDS() {
-  const int index = std::stoi(scripted().stored("profile.display_system"));
-  return answer("get display system") == 0 ? index : -1;
-}
-
-bool sensor_get_status(int& displaySystem, int& reserved) {
-  displaySystem = GetDS();
-  reserved = 0;
-  return displaySystem >= 0;
-}
-
-std::string sensor_get_all_ds() {
-  const auto names = scripted().product.find("display_systems");
-  const std::string inUse = DisplaySystem[std::stoi(scripted().stored("profile.display_system"))];
-  if (answer("get display systems") != 0) return {};
-  return names == scripted().product.end() ? inUse : names->second;
-}
-
-std::string sensor_get_all_max_exposure_time() {
-  return answer("ask exposure times") == 0 ? scripted().product["max_exposure_times"] : "";
 }
 
 int cam_reset_image(_image_setting* record) {
