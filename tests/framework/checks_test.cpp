@@ -18,15 +18,6 @@ Texts split(const std::string& text) {
   return pieces;
 }
 
-TEST(Numbers, AreAnOptionalMinusAndDigitsWithinTheRange) {
-  int value = 0;
-  for (const auto& [text, number] : {std::pair{"012", 12}, {"-2147483648", INT_MIN}})
-    EXPECT_TRUE(BaseCgilet::CheckRange(text, INT_MIN, INT_MAX, &value) && value == number) << text;
-  EXPECT_TRUE(!BaseCgilet::CheckRange("1x", 0, 9, &value) &&
-              CommonAPI::ChkInt("x", -1, 0, 9, &value, "", 0) == 0);
-  EXPECT_EQ(value, INT_MIN);
-}
-
 // What a check accepts and what it refuses, separated by bars.
 TEST(Checks, AcceptOnly) {
   using Text = std::string_view;

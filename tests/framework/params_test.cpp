@@ -128,16 +128,5 @@ TEST(Params, UnknownNamesAreIgnoredUpToANumberWhereTheTableSaysSo) {
   EXPECT_EQ(take("id=1&a=1&b=2&c=3", {}, table), "a: no such parameter (at most 3 parameters)");
 }
 
-// A whole record is written back when it differs, so an equal value must leave every byte.
-TEST(Params, AnEqualTextLeavesWhatLiesBehindIt) {
-  State state;
-  std::memcpy(state.word, "del\0xyz", 8);
-  Queries queries{{"id", "0"}, {"word", "del"}};
-  GivenParams given{kTable.rows};
-  std::string refusal;
-  ASSERT_TRUE(kTable.take(queries, &state, &given, &refusal));
-  EXPECT_EQ(std::string_view(state.word, 8), std::string_view("del\0xyz", 8));
-}
-
 }  // namespace
 }  // namespace camera::test

@@ -18,25 +18,24 @@ const Endpoint kDatetime{
 constexpr char kNtp[] = "set ntp 0";
 
 TEST(Datetime, SetsTheClockByHandAloneAndStoresTheZoneAndItsRules) {
+  kDatetime.accepts("method=2&date=2024-02-29&time=13:05:00", "", "set curtime 0");
+  kDatetime.accepts("method=2&date=1969-01-01&time=00:00:00&timezone=1", "", "set tzone 0 set curtime 0");
+  kDatetime.accepts("method=1&timeserver=ntp-1.example_x", "", kNtp);
+  kDatetime.accepts("method=0&timeserver=", "ntp.method=1 ntp.timeserver=a.b", kNtp);
   kDatetime.accepts(
       "timezone=34&dstenable=no&dstauto=yes&offset=1:00 timezone=87&dstenable=yes&dstauto=no&offset=1:30 "
       "stoptime=12.1.6/23:59:58");
-  kDatetime.accepts(
-      {{"", "time=4102444799", "utcdate=2099-12-31&utctime=23:59:59"},
-       {.query = "method=2&date=2024-02-29&time=13:05:00", .writes = "set curtime 0"},
-       {"method=2&date=2037-1-2&time=3:4:5", "ntp.method=1", "method=2&date=2037-01-02&time=03:04:05",
-        "set curtime 0 set ntp 0"},
-       {.query = "method=2&date=1969-01-01&time=00:00:00&timezone=1", .writes = "set tzone 0 set curtime 0"},
-       {"method=2&date=2024-03-05&time=07:08:09", "", "method=2", ""},
-       {"date=2024-02-29&time=13:05:00", "", ""},
-       {"method=1&date=2024-02-29", "ntp.timeserver=a.b", "method=1", kNtp},
-       {.query = "method=1&timeserver=ntp-1.example_x", .writes = kNtp},
-       {.query = "method=0&timeserver=", .state = "ntp.method=1 ntp.timeserver=a.b", .writes = kNtp},
-       {"offset=-0:30", "", "offset=0:30"},
-       {"", "tzone.offset=-02:00", "offset=02:00"},
-       {"stoptime=9.1.6/2:0", "", "stoptime=9.1.6/2:0:00"},
-       {"starttime=3.5.0/02:00", "", ""},
-       {"starttime=03.2.0/02:00", "", "starttime=3.2.0/02:00:00"}});
+  kDatetime.accepts({{"", "time=4102444799", "utcdate=2099-12-31&utctime=23:59:59"},
+                     {"method=2&date=2037-1-2&time=3:4:5", "ntp.method=1",
+                      "method=2&date=2037-01-02&time=03:04:05", "set curtime 0 set ntp 0"},
+                     {"method=2&date=2024-03-05&time=07:08:09", "", "method=2", ""},
+                     {"date=2024-02-29&time=13:05:00", "", ""},
+                     {"method=1&date=2024-02-29", "ntp.timeserver=a.b", "method=1", kNtp},
+                     {"offset=-0:30", "", "offset=0:30"},
+                     {"", "tzone.offset=-02:00", "offset=02:00"},
+                     {"stoptime=9.1.6/2:0", "", "stoptime=9.1.6/2:0:00"},
+                     {"starttime=3.5.0/02:00", "", ""},
+                     {"starttime=03.2.0/02:00", "", "starttime=3.2.0/02:00:00"}});
   EXPECT_EQ(scripted().stored("tzone.starttime"), "M3.2.0/02:00");
 }
 

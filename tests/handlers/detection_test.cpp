@@ -58,12 +58,12 @@ constexpr char kSoundd[] = "set audiodetection 0";
 constexpr char kMotiond[] = "set motiond 1";
 
 TEST(DetectionPush, WritesOnlyWhatItChanged) {
-  kPush.accepts({{.query = "sound_enable=yes&motion_enable=no", .writes = kSoundd},
-                 {"sound_sensitivity=55abc", "", "sound_sensitivity=55", kSoundd},
+  kPush.accepts("sound_enable=yes&motion_enable=no", "", kSoundd);
+  kPush.accepts("sound_sensitivity=50&motion_push=yes&pir_enable=yes&pir_sensitivity=100", "",
+                "set audiodetection 0 set motiond 1 set gpio 1");
+  kPush.accepts({{"sound_sensitivity=55abc", "", "sound_sensitivity=55", kSoundd},
                  {"motion_sensitivity=abc", "", "motion_sensitivity=0", kMotiond},
                  {"pir_sensitivity=+50", "", "pir_sensitivity=0", kMotiond},
-                 {.query = "sound_sensitivity=50&motion_push=yes&pir_enable=yes&pir_sensitivity=100",
-                  .writes = "set audiodetection 0 set motiond 1 set gpio 1"},
                  {"pir_enable=a&pir_sensitivity=30&motion_sensitivity=100", "product.has_pir=0",
                   "motion_sensitivity=100", kMotiond},
                  {"", "product.has_pir=0", "-pir_enable&-pir_sensitivity"}});
@@ -79,8 +79,8 @@ TEST(DetectionPush, WatchesTheWholePictureWhenMotionIsSwitchedOn) {
       {"00f0", "FFFF"}, {"", ""}, {std::string(400, 'a'), std::string(300, 'F')}};
   for (const auto& [before, after] : masks) {
     const std::string state = "motiond.mbmask=" + before + " motiond.enable=";
-    kPush.accepts({{.query = "motion_enable=yes", .state = state + "0", .writes = kMotiond},
-                   {"motion_enable=yes", state + "1", "", kMotiond}});
+    kPush.accepts("motion_enable=yes", state + "0", kMotiond);
+    kPush.accepts("motion_enable=yes", state + "1", kMotiond);
     EXPECT_EQ(scripted().stored("motiond.mbmask"), after);
   }
 }

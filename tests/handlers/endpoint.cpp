@@ -96,9 +96,10 @@ void Endpoint::accepts(const std::vector<Row>& rows) const {
   for (const Row& row : rows) accept(row);
 }
 
-void Endpoint::accepts(const std::string& queries, const std::string& with) const {
+void Endpoint::accepts(const std::string& queries, const std::string& with,
+                       const std::optional<std::string>& written) const {
   accept({key, "", ""});
-  for (const std::string& query : split(queries, ' ')) accept({query, with});
+  for (const std::string& query : split(queries, ' ')) accept({query, with, {}, written});
 }
 
 void Endpoint::accept(const Row& row) const {

@@ -76,7 +76,8 @@ struct Endpoint {
   bool readsBack = true;  // a plain read afterwards gives the reply again
 
   void accepts(const std::vector<Row>& rows) const;
-  void accepts(const std::string& queries, const std::string& with = "") const;
+  void accepts(const std::string& queries, const std::string& with = "",
+               const std::optional<std::string>& written = {}) const;
   void refuses(const std::string& queries, const std::string& with = "", int status = 400) const;
 
  private:

@@ -142,16 +142,14 @@ const std::string kThirty(30, '~');
 const std::string kEncoded = "pass=YWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFh";  // of thirty
 
 TEST(ActionFtp, TellsTheSnapshotsWhenItIsSwitchedOrPaced) {
-  kFtp.accepts({{.query = "enable=yes", .writes = kBoth},
-                {.query = "enable=yes", .state = "snapshot.ftp_enable=1", .writes = kBoth},
-                {"enable=no"},
-                {.query = "interval=11", .writes = kBoth},
-                {.query = "interval=10", .writes = kBoth},  // 10.5 seconds were stored
-                {.query = "interval=10", .state = "ftp.interval=10000", .writes = ""},
-                {.query = "enable=yes&interval=86400&passive=no", .writes = kBoth},
-                {"passive=no&nobody=1", "", "passive=no"}});
+  kFtp.accepts("enable=no");
+  kFtp.accepts("interval=10", "ftp.interval=10000", "");
+  // 10.5 seconds were stored.
+  kFtp.accepts("enable=yes interval=11 interval=10 enable=yes&interval=86400&passive=no", "", kBoth);
+  kFtp.accepts("enable=yes", "snapshot.ftp_enable=1", kBoth);
+  kFtp.accepts({{"passive=no&nobody=1", "", "passive=no"}});
   EXPECT_EQ(scripted().stored("snapshot.ftp_enable"), "0");
-  kFtp.accepts({{.query = "enable=no&interval=10", .state = "ftp.enable=1", .writes = kBoth}});
+  kFtp.accepts("enable=no&interval=10", "ftp.enable=1", kBoth);
   EXPECT_EQ(scripted().stored("snapshot.ftp_enable") + scripted().stored("ftp.interval"), "010000");
   scripted().results = {{"set snapshot 1", kOvertaken}};
   EXPECT_EQ(request("action_ftp.cgi", "enable=yes").status, 200);

@@ -21,17 +21,15 @@ const Endpoint kPppoe{"pppoe.cgi", kState, "pppoe=off&user=pu&pass=pp", "set ppp
 const Endpoint kDdns{"ddns.cgi", kState, "ddns=off&provider=dyndns&host=dh&user=du&pass=dp", "set ddns 1"};
 
 TEST(Network, ChangesWhatIsNamedAndNothingElse) {
-  kNetwork.accepts({{"httpport=80&dhcp=off&pppoeuser=pu"},
-                    {"dhcp=on&ip=10.1.0.2&netmask=255.255.0.0"},
-                    {"gateway=10.0.0.9&dns1=&dns2="},
-                    {.query = "upnp=on&httpexternalport=1&rtspexternalport=65535", .writes = "set upnp 1"},
-                    {.query = "httpport=443", .writes = "set httpsvr 1"},  // the second port as well
-                    {.query = "rtspport=80&httpport=554", .writes = "set httpsvr 1 set rtspsvr 1"},
-                    // What was stored in a clash or incomplete stays as it is until the request names it.
-                    {.query = "upnp=on",
-                     .state = "httpsvr.http_port=554 upnp.http_external_port=8554",
-                     .writes = "set upnp 1"},
-                    {"dhcp=on", "ddns.enable=1 ddns.host= pppoe.enable=1 pppoe.user="}});
+  kNetwork.accepts(
+      "httpport=80&dhcp=off&pppoeuser=pu dhcp=on&ip=10.1.0.2&netmask=255.255.0.0 "
+      "gateway=10.0.0.9&dns1=&dns2=");
+  kNetwork.accepts("upnp=on&httpexternalport=1&rtspexternalport=65535", "", "set upnp 1");
+  kNetwork.accepts("httpport=443", "", "set httpsvr 1");  // the second port as well
+  kNetwork.accepts("rtspport=80&httpport=554", "", "set httpsvr 1 set rtspsvr 1");
+  // What was stored in a clash or incomplete stays as it is until the request names it.
+  kNetwork.accepts("upnp=on", "httpsvr.http_port=554 upnp.http_external_port=8554", "set upnp 1");
+  kNetwork.accepts("dhcp=on", "ddns.enable=1 ddns.host= pppoe.enable=1 pppoe.user=");
 }
 
 TEST(Network, RefusesWhatCannotBe) {
@@ -44,12 +42,10 @@ TEST(Network, RefusesWhatCannotBe) {
 }
 
 TEST(Network, HoldsTheClientsToTheRulesOfTheirOwnEndpoints) {
-  kNetwork.accepts({{.query = "pppoe=on&pppoepass=", .writes = "set pppoe 1"},
-                    {.query = "pppoe=off&pppoeuser=", .state = "pppoe.enable=1", .writes = "set pppoe 1"},
-                    {.query = "ddns=on&ddnsprovider=velkorddns", .writes = "set ddns 1"},
-                    {.query = "ddns=off&ddnshost=&ddnsuser=&ddnspass=",
-                     .state = "ddns.enable=1",
-                     .writes = "set ddns 1"}});
+  kNetwork.accepts("pppoe=on&pppoepass=", "", "set pppoe 1");
+  kNetwork.accepts("pppoe=off&pppoeuser=", "pppoe.enable=1", "set pppoe 1");
+  kNetwork.accepts("ddns=on&ddnsprovider=velkorddns", "", "set ddns 1");
+  kNetwork.accepts("ddns=off&ddnshost=&ddnsuser=&ddnspass=", "ddns.enable=1", "set ddns 1");
   kNetwork.refuses("pppoeuser= !pppoe=on&!pppoeuser=", "pppoe.enable=1");
   kNetwork.refuses("ddnshost= ddnsuser= ddnspass= ddnsprovider=", "ddns.enable=1");
   kNetwork.refuses("!ddns=on&!ddnshost !ddns=on&!ddnshost&ddnsprovider=dyndns", "ddns.host=");

@@ -2,11 +2,9 @@
 // tells.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <future>
 
 #include "platform/daemons/ipc_client.h"
-#include "tests/support/own_network.h"
 #include "tests/support/temporary_folder.h"
 #include "virtual-camera/simulator/control.h"
 #include "virtual-camera/simulator/daemons.h"
@@ -102,10 +100,6 @@ TEST(Head, RemembersHomeAndPresets) {
       "home 7 8\npreset3 -170 90 gate\npreset10 0 0 x\npreset4 131 0 y\npreset5 1 1\n\nhome\nhome 200 0\n");
   EXPECT_EQ(head.memory(), "home 7 8\npreset3 -170 90 gate\n");
   EXPECT_EQ(head.position(), (Position{7, 8})) << "it was switched on there";
-  HeadDesign design;
-  for (const char* bad : {"pmax = x", "pmax = -", "pmax =", "pmax 1", "pmax = 1 2", "colour = 1",
-                          "pmin = 171", "speed = 0", "tmax = 32768"})
-    EXPECT_FALSE(readHeadDesign(bad, &design)) << bad;
 }
 
 TEST(IoAndEventDaemons, AnswerIn140Bytes) {
@@ -189,18 +183,6 @@ TEST(Server, TreatsThoseWhoComeAsItIsTold) {
     EXPECT_EQ(std::filesystem::exists(path), behaviour != Behaviour::kDown);
     EXPECT_TRUE(result != 0 || answer == reply) << answer << static_cast<int>(behaviour);
   }
-}
-
-TEST(PackageSender, IsHeard) {
-  test::expectInOwnNetwork([] {
-    MultiReceiver receiver;
-    ASSERT_EQ(receiver.Init(0), 0);
-    const _MultiCastPackage_ sent{0x800000, 5, {}, -6, 0, 7, {}};
-    PackageSender{}.send(sent);
-    _MultiCastPackage_ heard{};
-    EXPECT_EQ(receiver.Wait(0x800000, &heard, 1, 0), 0);
-    EXPECT_EQ(std::memcmp(&heard, &sent, sizeof sent), 0);
-  });
 }
 
 }  // namespace
