@@ -66,6 +66,7 @@ class SdcardDownloadCgilet final : public CardFilesEndpoint {
     const auto path = folderOf(wanted_.path);
     CardFolder folder;
     if (!isUsable() || !path || folder.open(productFolder(), *path) != 0) return kMissing;
+    if (wanted_.file.empty()) return kUnreadable;  // it is the folder that was asked for
     EntryKind kind = EntryKind::kOther;
     const auto entry = entryPath(*path, wanted_.file);
     if (!entry || findEntry(productFolder(), *path + '/' + std::string{wanted_.file}, &kind) != 0)

@@ -8,8 +8,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace camera::test {
@@ -90,15 +88,6 @@ Reply ask(int port, const std::string& line, const std::string& rest) {
 
 Reply fetch(int port, const std::string& path) {
   return ask(port, "GET " + path);
-}
-
-std::string readFile(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-void writeFile(const std::filesystem::path& path, const std::string& content) {
-  std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
 }
 
 std::vector<pid_t> processesOf(const TemporaryFolder& folder, const std::string& program) {

@@ -38,8 +38,6 @@ int freePort();
 // perhaps a body, does not begin with one.
 Reply ask(int port, const std::string& line, const std::string& rest = {});
 Reply fetch(int port, const std::string& path);
-std::string readFile(const std::filesystem::path& path);
-void writeFile(const std::filesystem::path& path, const std::string& content);
 
 // True as soon as the condition holds, false when it still does not after so many seconds.
 template <class Condition>

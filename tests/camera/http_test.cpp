@@ -108,8 +108,10 @@ TEST_F(Http, AChangeMovesTheServer) {
 
 TEST_F(Http, OnlyTheEndpointsAndTheCardAreServed) {
   const std::filesystem::path card = camera_->state() / "sdcard" / "IPCAM";
-  writeFile(card / "clip.cgi", "#!/bin/sh\necho; echo run\n");
-  EXPECT_EQ(camera_->get("/volumes/local/clip.cgi").body, "#!/bin/sh\necho; echo run\n");
+  for (const char* name : {"clip.cgi", "clip_.cgi", "clip\n.cgi"})
+    writeFile(card / name, std::string{"#!/bin/sh\necho; echo run "} + name);
+  EXPECT_EQ(camera_->get("/volumes/local/clip.cgi").body, "#!/bin/sh\necho; echo run clip.cgi");
+  EXPECT_EQ(camera_->get("/volumes/local/clip%0A.cgi").body, "#!/bin/sh\necho; echo run clip\n.cgi");
   std::filesystem::create_symlink("/etc/camera", card / "link");
   for (const char* path : {"/cgi-bin/nothing.cgi", "/cgi-bin/httpport", "/etc/camera/product.conf",
                            "/cgi-bin/..%2fetc/camera/product.conf"}) {

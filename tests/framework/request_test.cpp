@@ -58,7 +58,6 @@ TEST(Request, ReadsABodyOnlyWhenItIsAFormOfTheLengthItSays) {
       {"a=1", {{"CONTENT_LENGTH", "4"}, {"QUERY_STRING", "b=2"}}, kShort},
       {"a=1", {{"CONTENT_LENGTH", "-3"}}, kLength},
       {"a=1", {{"CONTENT_LENGTH", "99999999999999999999"}}, kLength},
-      {"a=1", {{"CONTENT_LENGTH", "3x"}}, kLength},
   };
   for (const auto& [body, changes, reply] : rows) {
     CgiInput input = post(body);

@@ -1,4 +1,5 @@
-// Network interfaces: which are active as the kernel says, and which gateway the routing table names.
+// Network interfaces: which are active as the kernel says, and which gateway the routing table names; and the
+// wireless signal.
 #include "platform/network/if_info.h"
 
 #include <arpa/inet.h>
@@ -6,6 +7,7 @@
 
 #include <bit>
 
+#include "platform/network/site_survey.h"
 #include "platform/product/pib.h"
 #include "tests/support/own_network.h"
 
@@ -77,6 +79,12 @@ TEST(DefaultGateway, IsThatOfTheLowestMetric) {
   for (const auto& [routes, gateway] : rows) {
     EXPECT_STREQ(inet_ntoa(camera::defaultGateway(routes, "eth0")), gateway) << routes;
   }
+}
+
+TEST(Signal, IsOneInteger) {
+  const std::pair<const char*, int> rows[] = {{"-42\n", -42},   {"7", 7},          {"", 0},
+                                              {"-42 dBm\n", 0}, {"-42\n-43\n", 0}, {"-2147483649", 0}};
+  for (const auto& [text, rssi] : rows) EXPECT_EQ(camera::parseRssi(text), rssi) << text;
 }
 
 }  // namespace

@@ -11,6 +11,14 @@
 
 namespace camera::test {
 
+inline std::string readFile(const std::filesystem::path& path) {
+  return (std::ostringstream() << std::ifstream(path, std::ios::binary).rdbuf()).str();
+}
+
+inline void writeFile(const std::filesystem::path& path, const std::string& content) {
+  std::ofstream(path, std::ios::binary) << content;
+}
+
 class TemporaryFolder {
  public:
   TemporaryFolder() {
@@ -22,12 +30,8 @@ class TemporaryFolder {
 
   // Of a file in it, or its own.
   std::string path(const std::string& name = "") const { return name.empty() ? path_ : path_ + "/" + name; }
-  void put(const std::string& name, const std::string& content) const {
-    std::ofstream(path(name), std::ios::binary) << content;
-  }
-  std::string content(const std::string& name) const {
-    return (std::ostringstream() << std::ifstream(path(name), std::ios::binary).rdbuf()).str();
-  }
+  void put(const std::string& name, const std::string& content) const { writeFile(path(name), content); }
+  std::string content(const std::string& name) const { return readFile(path(name)); }
 
  private:
   std::string path_ = testing::TempDir() + "camera-test-XXXXXX";
