@@ -90,4 +90,10 @@ void parseForm(std::string_view text, Queries& queries, bool keepsBytes) {
   }
 }
 
+void appendEscaped(char c, std::string* text) {
+  static constexpr char kHex[] = "0123456789ABCDEF";
+  const auto byte = static_cast<unsigned char>(c);
+  *text += {'%', kHex[byte >> 4], kHex[byte & 15]};
+}
+
 }  // namespace camera

@@ -16,4 +16,7 @@ using Queries = std::map<std::string, std::string, std::less<>>;
 // of values are to stay.
 void parseForm(std::string_view text, Queries& queries, bool keepsBytes = false);
 
+// Appends the byte as "%XX".
+void appendEscaped(char c, std::string* text);
+
 }  // namespace camera

@@ -207,7 +207,7 @@ bool ParamList::take(const Queries& queries, void* state, GivenParams* given, st
   }
   if (queries.size() > most) {
     *refusal = unknownParam(unknownName(queries, rows)) + " (at most " +
-               decimal(static_cast<std::int64_t>(most)) + " parameters)";
+               decimal(static_cast<std::int64_t>(most)) + " at once)";
     return false;
   }
   return true;

@@ -36,13 +36,11 @@ constexpr bool isControl(char c) {
 
 // Appends the text so that it cannot end its line.
 void appendEncoded(std::string& line, std::string_view text) {
-  static constexpr char kHex[] = "0123456789ABCDEF";
   for (std::size_t start = 0, end = 0;; start = ++end) {
     while (end < text.size() && !isControl(text[end])) ++end;
     line.append(text.data() + start, end - start);
     if (end == text.size()) return;
-    const auto byte = static_cast<unsigned char>(text[end]);
-    line += {'%', kHex[byte >> 4], kHex[byte & 15]};
+    camera::appendEscaped(text[end], &line);
   }
 }
 

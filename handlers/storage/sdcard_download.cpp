@@ -18,14 +18,12 @@ enum Result : int { kFound = 0, kMissing = 1, kUnreadable = 2 };
 
 // Every byte that could end the line or mean something to a client.
 std::string percentEncoded(std::string_view path) {
-  static constexpr char kHex[] = "0123456789ABCDEF";
   std::string encoded;
   for (const char& c : path) {
-    const auto byte = static_cast<unsigned char>(c);
     if (consistsOf({&c, 1}, kAlnum, "-._~/")) {
       encoded += c;
     } else {
-      encoded += {'%', kHex[byte >> 4], kHex[byte & 15]};
+      appendEscaped(c, &encoded);
     }
   }
   return encoded;

@@ -123,7 +123,7 @@ TEST(Params, ARefusalNamesTheParameterAndWhatIsAccepted) {
 TEST(Params, UnknownNamesAreIgnoredUpToANumberWhereTheTableSaysSo) {
   const ParamTable<State> table{kRows, UnknownNames::kIgnore, 3};
   EXPECT_EQ(take("id=1&a=1&b=2", {}, table), take("id=1"));
-  EXPECT_EQ(take("id=1&a=1&b=2&c=3", {}, table), "a: no such parameter (at most 3 parameters)");
+  EXPECT_EQ(take("id=1&a=1&b=2&c=3", {}, table), "a: no such parameter (at most 3 at once)");
 }
 
 }  // namespace
