@@ -156,8 +156,4 @@ Output Camera::inside(const Command& command) {
   return run(whole);
 }
 
-Output Camera::runOnce(const std::string& argv0) {
-  return inside({"env", "-i", "/bin/bash", "-c", "exec -a \"$0\" /usr/lib/camera/bin/camera-cgi", argv0});
-}
-
 }  // namespace camera::test

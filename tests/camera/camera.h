@@ -64,9 +64,8 @@ class Camera {
   void turnOff();
 
   Reply get(const std::string& path);
-  Output run(const Command& command);        // outside of it
-  Output inside(const Command& command);     // in a fresh sandbox on the same state
-  Output runOnce(const std::string& argv0);  // camera-cgi started under this name, without an environment
+  Output run(const Command& command);     // outside of it
+  Output inside(const Command& command);  // in a fresh sandbox on the same state
 
   std::filesystem::path record(const std::string& name) const { return state() / "settings" / name; }
   std::filesystem::path state() const { return folder_.path("state"); }

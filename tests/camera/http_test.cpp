@@ -168,7 +168,8 @@ TEST_F(Http, OnlyTheExactNameStartsTheEndpoint) {
       {"/" + cut + "/httpport.cgi", "htt", false},
       {"/" + cut + cut, cut + "xxxx", false}};
   for (const auto& [argv0, announced, known] : rows) {
-    const Output output = camera_->runOnce(argv0);
+    const Output output = camera_->inside(
+        {"env", "-i", "/bin/bash", "-c", "exec -a \"$0\" /usr/lib/camera/bin/camera-cgi", argv0});
     EXPECT_EQ(output.status, 0) << argv0;
     EXPECT_EQ(output.err, "cgi_name " + announced + "\n") << argv0;
     EXPECT_EQ(output.out.starts_with("Status: 200 OK\r\n"), known) << argv0;

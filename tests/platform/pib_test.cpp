@@ -13,21 +13,16 @@ TEST(Product, IsReadFromKeysAndValues) {
       "00:11=22\nmodules = one, two,,three\ndisplay_systems = PAL-704x576-25 HD-1280x720 "
       "NTSC-704x480\nmax_exposure_times = 1/5 1/30\ninterface.eth0 = lan0\ninterface.ra0 =\noutput_count = "
       "2");
-  EXPECT_EQ(product.has_pir, 1U);
-  EXPECT_EQ(product.input_count, 4294967295U);
-  EXPECT_EQ(product.output_count, 2U);
-  EXPECT_EQ(product.has_zoom, 255);
-  EXPECT_EQ(product.has_mic, 0);
-  EXPECT_EQ(product.getRegion(), 2147483647);
-  EXPECT_TRUE(product.probeWireless());
-  EXPECT_EQ(product.getSensor(), "ov9710_720p");
-  EXPECT_EQ(product.getSensorCaps(), "a b,c");
-  EXPECT_EQ(product.getMacAddress(), "00:11=22");
-  EXPECT_EQ(product.displaySystems(), "PAL-704x576-25 HD-1280x720 NTSC-704x480");
-  EXPECT_EQ(product.maxExposureTimes(), "1/5 1/30");
-  EXPECT_EQ(product.interfaceName("eth0"), "lan0");
-  EXPECT_EQ(product.interfaceName("ppp0"), "ppp0");
-  EXPECT_EQ(product.interfaceName("ra0"), "ra0");
+  EXPECT_EQ(std::tuple(product.has_pir, product.input_count, product.output_count, product.has_zoom,
+                       product.has_mic, product.getRegion(), product.probeWireless()),
+            std::tuple(1U, 4294967295U, 2U, 255, 0, 2147483647, true));
+  EXPECT_EQ(
+      std::tuple(product.getSensor(), product.getSensorCaps(), product.getMacAddress(),
+                 product.displaySystems(), product.maxExposureTimes()),
+      std::tuple("ov9710_720p", "a b,c", "00:11=22", "PAL-704x576-25 HD-1280x720 NTSC-704x480", "1/5 1/30"));
+  EXPECT_EQ(
+      std::tuple(product.interfaceName("eth0"), product.interfaceName("ppp0"), product.interfaceName("ra0")),
+      std::tuple("lan0", "ppp0", "ra0"));
   EXPECT_TRUE(product.hasModule("two") && product.hasModule("three"));
   EXPECT_FALSE(product.hasModule("") || product.hasModule("on"));
 }
