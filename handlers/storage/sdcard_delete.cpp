@@ -37,7 +37,9 @@ class SdcardDeleteCgilet final : public CardFilesEndpoint {
     if (isUsable()) {
       const auto path = folderOf(wanted_.path);
       CardFolder folder;
-      if (!path || folder.open(productFolder(), *path) != 0) return refuse("path", "no such folder");
+      // In a file nothing lies: no entry is found there.
+      if (!path || (folder.open(productFolder(), *path) != 0 && !canReadFile(productFolder(), *path)))
+        return refuse("path", "no such folder");
       folder_ = *path;
       if (const int result = deleteEntries(); result != 200) return result;
     }

@@ -47,10 +47,11 @@ class SdcardListCgilet final : public CardFilesEndpoint {
     const auto path = folderOf(wanted_.path);
     CardFolder folder;
     const int error = path ? folder.open(productFolder(), *path) : ENOENT;
-    if (error != 0) return refuseFolder(error);
+    const bool isFile = error == ENOENT && path && canReadFile(productFolder(), *path);
+    if (error != 0 && !isFile) return refuseFolder(error);
     folderBytes_ = wholePathSize(*path);
     int result = readCard();
-    if (result == 200 && isUsable()) result = listPage(folder);
+    if (result == 200 && isUsable()) result = isFile ? refuseFolder(error) : listPage(folder);
     if (result == 200) result = readCard();
     if (result == 200) replyPage();
     return result;

@@ -67,7 +67,9 @@ int findEntry(const ProductFolder& /*product*/, std::string_view path, EntryKind
 }
 
 bool canReadFile(const ProductFolder& /*product*/, std::string_view path) {
-  return scripted().answer("ask to read " + std::string{path}) == 0 && contentAt(path) != "locked";
+  const std::string content = contentAt(path);
+  const bool isFile = !content.empty() && kindOf(content) == EntryKind::kFile;
+  return scripted().answer("ask to read " + std::string{path}) == 0 && isFile && content != "locked";
 }
 
 int removeFile(const ProductFolder& /*product*/, std::string_view path) {

@@ -78,6 +78,7 @@ TEST(SdCardList, GivesAPageWithItsFoldersFirst) {
       {"path=f", "card=f/a:b,1 card=f/a|b,folder card=f/a,1 card=f/5G,5368709120",
        "path=f&total_file=4&total_page=1&num=4&items=5G|f|n|5242880:a|f|n|1"},
       {"", "sd.state=3", "sd_status=protected&total_file=0&total_page=0&num=0&items="},
+      {"path=b.avi", "sd.state=3", "sd_status=protected&path=b.avi&total_file=0&total_page=0&num=0&items="},
   });
   kList.refuses("page=0 pagesize=7 type=music path=b.avi path=.. path=../Cam path=d/../ path=d%00 name=d");
   kList.refuses("path=", "system.model=..");
@@ -111,6 +112,7 @@ TEST(SdCardDelete, DeletesTheEntriesOfTheListAndNothingElse) {
       {"name=" + odd, "card=" + odd + ",folder", "num=1&items=" + odd + "|d|0",
        "run rm -rf '/mnt/usb/Cam/it'\\''s$(a)`b`;-rf'"},
       {"path=d&name=x", "", "num=1&path=d&items=x|f|0", "run remove d/x"},
+      {"path=a.jpg&name=x", "", "path=a.jpg&items=x|n|1", ""},
       {"name=a.jpg", "sd.state=3", "items=", ""},
       // Entries that no list can carry.
       {"name=a.jpg:d", "card=a.jpg:d,1", "items=a.jpg|n|2:d|n|2", ""},
@@ -119,7 +121,7 @@ TEST(SdCardDelete, DeletesTheEntriesOfTheListAndNothingElse) {
       {"name=d/x|y|f|n|1", "card=d/x|y,1", "items=d/x|n|2", ""},
       {"name=d:k/x", "card=d:k,folder", "items=d|n|2:k/x|n|1", ""},
   });
-  kDelete.refuses("path=none path=d/../ path=.. path=a.jpg nam=a.jpg");
+  kDelete.refuses("path=none path=d/../ path=.. nam=a.jpg");
 }
 
 TEST(SdCardDelete, KeepsToItsLimits) {
