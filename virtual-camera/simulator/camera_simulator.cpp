@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "platform/card/card_state.h"
 #include "platform/daemons/ipc_client.h"
 #include "platform/daemons/little_endian.h"
 #include "platform/descriptor.h"
@@ -71,8 +72,13 @@ void save(const Head& head) {
   if (error != 0) complain(kMemory, std::strerror(error));
 }
 
+// A card that is recorded to is a ready one while recording is enabled: so it is not formatted.
 ControlReply setCard(std::size_t state) {
-  const std::string command = "camera-settings set sd state=" + std::to_string(state) + " 2>&1";
+  const bool isRecordedTo = state == kRecording;
+  const std::size_t stored = isRecordedTo ? std::size_t{kReady} : state;
+  const std::string command = "camera-settings set sd state=" + std::to_string(stored) +
+                              " 2>&1 && camera-settings set record enable=" + (isRecordedTo ? "1" : "0") +
+                              " 2>&1";
   std::string printed;
   const int status = read_command(
       command.c_str(), [](const char* piece, void* text) { static_cast<std::string*>(text)->append(piece); },

@@ -219,18 +219,17 @@ constexpr struct {
     {"input", "NUMBER on|off", "a digital input changes", tellInput},
     {"storage", "ok|full|failed", "what happens to the storage; only with ok does recording go on",
      tellStorage},
-    {"recording", "on|off", "recording starts or stops", turn<&CameraState::recording, kOffOn>},
+    {"recording", "on|off", "recording is reported to have started or stopped",
+     turn<&CameraState::recording, kOffOn>},
     {"speaker", "occupied|free", "someone speaks through the camera",
      turn<&CameraState::speakerOccupied, kSpeaker>},
     {"mic", "muted|open", "the microphone is muted", turn<&CameraState::micMuted, kMic>},
-    {"card", "STATE",
-     "stores the card's state: ready, protected, invalid, full, over_capacity, need_reinitialize, "
-     "formatting, recording",
-     tellCard},
+    {"card", "ready|protected|invalid|full|over_capacity|need_reinitialize|formatting|recording",
+     "stores the card's state; that it is recorded to by switching recording on, or off", tellCard},
     {"daemon", "NAME up|down|stale|silent|closing|short|endless",
      "how watchdog, eventd, ptd or logd treats those who ask; status up|down: the packages", tellDaemon},
     {"log", "TEXT", "adds a line to the event log; \\xNN is a byte, \\\\ a backslash", tellLog},
-    {"status", "", "everything that is so now", tellStatus},
+    {"status", "", "what of all that is so now, but for the card, of which sdcard.cgi tells", tellStatus},
 };
 
 }  // namespace
