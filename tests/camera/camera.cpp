@@ -141,6 +141,13 @@ int Camera::port() const {
   return std::stoi(announcements.substr(announcements.rfind(kAnnouncement) + kAnnouncement.size()));
 }
 
+int Camera::starts() const {
+  const std::string said = readFile(folder_.path("boot.out"));
+  int count = 0;
+  for (std::size_t at = 0; (at = said.find(kAnnouncement, at)) != said.npos; ++at) ++count;
+  return count;
+}
+
 Reply Camera::get(const std::string& path) {
   return fetch(port(), path);
 }

@@ -71,7 +71,8 @@ class Camera {
   std::filesystem::path state() const { return folder_.path("state"); }
   std::vector<pid_t> processes(const std::string& program) const { return processesOf(folder_, program); }
   std::string log() const { return readFile(state() / "log" / "camera.log"); }
-  int port() const;  // where it said last that it answers
+  int port() const;    // where it said last that it answers
+  int starts() const;  // how often it said so
 
   const int factoryPort = freePort();
 
