@@ -170,8 +170,8 @@ std::string acceptedBy(const ParamRow& row, const void* state) {
 }
 
 std::string unknownParam(std::string_view name) {
-  const std::string_view echoed = beginOf(name);
-  return std::string{echoed} + (echoed == name ? "" : "...") + ": no such parameter";
+  const std::string_view echoed = name.empty() ? "(no name)" : beginOf(name);
+  return std::string{echoed} + (echoed.size() < name.size() ? "..." : "") + ": no such parameter";
 }
 
 bool GivenParams::has(std::string_view name) const {

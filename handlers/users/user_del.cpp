@@ -9,8 +9,9 @@ struct Wanted {
   std::string_view names;
 };
 
-constexpr auto kParams = paramRows<Wanted>(textParam<&Wanted::names>("name", 1, INT32_MAX, "", kAnyBytes)
-                                               .saying("names of ordinary accounts, separated by commas"));
+constexpr auto kParams =
+    paramRows<Wanted>(textParam<&Wanted::names>("name", 1, INT32_MAX, "", kAnyBytes)
+                          .saying("names of ordinary accounts, each once, separated by commas"));
 
 void empty(_account_setting* account, int slot) {
   setText(account->user_name[slot], "");

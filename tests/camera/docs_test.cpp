@@ -25,10 +25,13 @@ std::string replaced(std::string text, const std::string& from, const std::strin
 std::vector<Example> examplesOf(const std::string& text) {
   std::vector<Example> examples;
   bool inside = false;
+  bool isFenced = false;
   std::istringstream lines(text);
   for (std::string line; std::getline(lines, line);) {
     const bool indented = line.starts_with("    ");
     if (indented) line.erase(0, 4);
+    if (line.starts_with("```")) isFenced = !isFenced;
+    EXPECT_FALSE(isFenced && line.starts_with("## ")) << line << " begins in what was before it";
     const bool prompted = line.starts_with("$ ");
     if (prompted || (indented && line.find("curl ") != line.npos)) {
       examples.push_back({line.substr(prompted ? 2 : 0), ""});
