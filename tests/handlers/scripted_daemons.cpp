@@ -27,37 +27,33 @@ constexpr struct {
 constexpr int kQuestions[] = {1, 4, 19, 32, 615, 616, 617, 618, 620, 621, 622, 623};
 constexpr double kArrival = 1000;  // seconds in which the head gets anywhere
 
-// The call that a request stands for; every byte that has a part in it is taken.
-class Words {
- public:
-  Words(const char* path, const std::string& bytes) : rest{bytes} {
-    const bool asks = std::count(std::begin(kQuestions), std::end(kQuestions), loadLittle<int>(&rest[0])) > 0;
-    call = std::string{asks ? "get " : "send "} + (std::strrchr(path, '/') + 1);
-    const int code = number<std::int32_t>(0);
-    if (path == kEventDaemon) number<std::int32_t>(4), number<std::int32_t>(8);
-    if (path != kPanTiltDaemon) return;
-    if (code == 2 || code == 3) number<std::int32_t>(8), number<std::int32_t>(12);
-    if (code == 6) number<std::int16_t>(16), name();
-    if (code == 7) number<std::uint8_t>(4);
-  }
+template <class Number>
+void takeNumber(std::string* bytes, std::size_t offset, std::string* call) {
+  *call += " " + std::to_string(loadLittle<Number>(&(*bytes)[offset]));
+  storeLittle(&(*bytes)[offset], Number{0});
+}
 
-  std::string call;
-  std::string rest;  // zeros, of a request that holds nothing else
-
- private:
-  template <class Number>
-  int number(std::size_t offset) {
-    const auto value = loadLittle<Number>(&rest[offset]);
-    storeLittle(&rest[offset], Number{0});
-    call += " " + std::to_string(value);
-    return value;
+// The call that a request stands for; nothing but zeros may lie where it holds none of its words.
+std::string callOf(const char* path, std::string bytes) {
+  const int code = loadLittle<int>(bytes.data());
+  const bool asks = std::count(std::begin(kQuestions), std::end(kQuestions), code) > 0;
+  const bool isMove = path == kPanTiltDaemon && (code == 2 || code == 3);
+  const bool isPreset = path == kPanTiltDaemon && code == 6;
+  std::string call = std::string{asks ? "get " : "send "} + (std::strrchr(path, '/') + 1);
+  takeNumber<std::int32_t>(&bytes, 0, &call);
+  if (path == kEventDaemon) takeNumber<std::int32_t>(&bytes, 4, &call);
+  if (path == kEventDaemon || isMove) takeNumber<std::int32_t>(&bytes, 8, &call);
+  if (isMove) takeNumber<std::int32_t>(&bytes, 12, &call);
+  if (path == kPanTiltDaemon && code == 7) takeNumber<std::uint8_t>(&bytes, 4, &call);
+  if (isPreset) {
+    takeNumber<std::int16_t>(&bytes, 16, &call);
+    const std::string name = bytes.substr(18).c_str();
+    std::fill_n(bytes.begin() + 18, name.size(), '\0');
+    call += (name.empty() ? "" : " ") + name;
   }
-  void name() {
-    const std::string value = rest.substr(18).c_str();
-    std::fill_n(rest.begin() + 18, value.size(), '\0');
-    if (!value.empty()) call += " " + value;
-  }
-};
+  EXPECT_EQ(bytes, std::string(bytes.size(), '\0')) << call << " holds more than that";
+  return call;
+}
 
 // A step that would leave the limits is refused here: the endpoints know them.
 std::string answerOf(std::size_t daemon, const std::string& bytes) {
@@ -73,11 +69,9 @@ std::string answerOf(std::size_t daemon, const std::string& bytes) {
 }
 
 int sendCommand(std::size_t daemon, const std::string& bytes, char* reply, std::size_t capacity) {
-  const Words words{kDaemons[daemon].path, bytes};
-  EXPECT_EQ(words.rest, std::string(bytes.size(), '\0')) << words.call << " holds more than that";
-  daemons().requests.push_back(bytes);
-  const int result = scripted().answer(words.call);
-  const auto other = daemons().answers.find(words.call);
+  const std::string call = callOf(kDaemons[daemon].path, bytes);
+  const int result = scripted().answer(call);
+  const auto other = daemons().answers.find(call);
   std::string answer(kDaemons[daemon].reply, '\0');
   if (other != daemons().answers.end())
     answer = other->second;

@@ -1,5 +1,5 @@
 // The camera's daemons on the scripted platform: those of the virtual camera, without the sockets; they can
-// be made to fail, and keep what they were asked.
+// be made to fail.
 #pragma once
 
 #include <map>
@@ -25,7 +25,6 @@ struct ScriptedDaemons {
 
   simulator::CameraState camera;               // whose head is where it is sent at once
   std::map<std::string, std::string> answers;  // bytes that a call gets instead: short ones, too many, none
-  std::vector<std::string> requests;           // the bytes of each, in order
 
   // What arrives while a request listens, so many milliseconds after it began to, in order.
   std::vector<std::pair<int, _MultiCastPackage_>> packages;

@@ -158,7 +158,6 @@ std::string ScriptedPlatform::stored(const std::string& name) const {
 
 void ScriptedPlatform::beginRequest() {
   calls.clear();
-  daemons().requests.clear();
   times_.clear();
   cleaned = nullptr;
   unfinished = 0;
