@@ -195,8 +195,7 @@ TEST(Motion, TakesItsFiveParameters) {
   kMotion.accepts(
       "enable=yes sensitivity=0 pir_sensitivity=100 "
       "enable=no&mbmask=0f00&sensitivity=50&pir=no&pir_sensitivity=50");
-  kMotion.accepts({{"mbmask=00fA&sensitivity=100", "", "mbmask=00fA&sensitivity=100"},
-                   {"pir=yes&pir_sensitivity=0", "", "pir=yes&pir_sensitivity=0"}});
+  kMotion.accepts("mbmask=00fA&sensitivity=100 pir=yes&pir_sensitivity=0");
   kMotion.refuses(
       "enable=on mbmask=000 mbmask=00000 mbmask=000g mbmask= sensitivity=101 sensitivity=-1 pir=maybe "
       "pir_sensitivity=30 pir_sensitivity=150 "
@@ -206,11 +205,10 @@ TEST(Motion, TakesItsFiveParameters) {
 }
 
 TEST(Motion, IsOnOnlyWhereItWatchesSomethingAndCan) {
-  kMotion.accepts(
-      {{"enable=yes&mbmask=0001", "motiond.mbmask=0000", "enable=yes&mbmask=0001"},
-       {"enable=no&mbmask=0000", "motiond.enable=1 profile.display_system=1", "enable=no&mbmask=0000"},
-       {"sensitivity=7", "motiond.enable=1", "sensitivity=7"},
-       {"enable=yes", "profile.display_system=2"}});
+  kMotion.accepts({{"enable=yes&mbmask=0001", "motiond.mbmask=0000"},
+                   {"enable=no&mbmask=0000", "motiond.enable=1 profile.display_system=1"},
+                   {"sensitivity=7", "motiond.enable=1"},
+                   {"enable=yes", "profile.display_system=2"}});
   kMotion.refuses("enable=yes&!mbmask enable=yes&!mbmask=0000", "motiond.mbmask=0000");
   kMotion.refuses("!mbmask=0000 !mbmask=0000&enable=yes", "motiond.enable=1");
   kMotion.refuses("sensitivity=7&!enable pir=yes&!enable", "motiond.enable=1 profile.display_system=1");

@@ -122,7 +122,7 @@ TEST(Sensor, IgnoresWhatTheSensorLacksAndRefusesWhatDoesNotFit) {
                    {"", "product.max_exposure_times=30", ""},
                    {"", "image.max_exposure_time=3", "-maxexposuretime"},
                    {"", "product.max_exposure_times= image.max_exposure_time=0", "-maxexposuretime"},
-                   {"brightness=0", "product= product.sensor_caps=Brightness", "brightness=0"}});
+                   {"brightness=0", "product= product.sensor_caps=Brightness"}});
   kSensor.refuses("brightness=55&!color=maybe maxexposuretime= maxexposuretime=1/30 noisereduction=6");
   kSensor.refuses("!maxexposuretime=30", "product.max_exposure_times=");
   std::string many = "product.sensor_caps=BW";

@@ -73,7 +73,7 @@ TEST(SdCardList, GivesAPageWithItsFoldersFirst) {
       {"pagesize=100", "",
        "pagesize=100&total_page=1&num=6&items=d|d|n|1:f|d|n|0:b.avi|f|n|2:e|f|n|0:g|f|n|1"},
       {"path=/mnt/usb/Cam/d/", "", "path=/mnt/usb/Cam/d/&total_file=1&total_page=1&num=1&items=x|f|n|1"},
-      {"path=d/..", "", "path=d/.."},
+      {"path=d/.."},
       {"path=it's\xFF", "card=it's\xFF,folder", "path=it'\\''s\xFF&total_file=0&total_page=0&num=0&items="},
       {"path=f", "card=f/a:b,1 card=f/a|b,folder card=f/a,1 card=f/5G,5368709120",
        "path=f&total_file=4&total_page=1&num=4&items=5G|f|n|5242880:a|f|n|1"},
