@@ -27,6 +27,7 @@ TEST(Video, ShowsAndChangesTheProfileThatIsNamed) {
        {"profileid=1&vprofileformat=", "", ""},
        {"profileid=4&qualitymode=Fixquality&quality=100", "", "qualitymode=Fixquality&quality=95&-bitrate"},
        {"profileid=1&quality=60", kFixed, "quality=55"},
+       {"profileid=1&quality=61", kFixed, "quality=65"},
        {"profileid=1&quality=70", kFixed, "quality=65"},
        {"profileid=1&quality=100", kFixed, "quality=95"}});
   kVideo.refuses(

@@ -64,6 +64,7 @@ TEST_F(Clock, EveryZoneIsItsDeclaredOffsetAndShowsWhatItWasSetTo) {
 
 TEST_F(Clock, ReadsInstantsByTheStoredZone) {
   constexpr _tzone_setting kPacific{7, 1, 1, "", "", ""};
+  constexpr _tzone_setting kLordHowe{80, 1, 1, "", "", ""};
   constexpr _tzone_setting kKathmandu{66, 1, 0, "1:00", "M3.2.0/02:00", "M11.1.0/02:00"};
   constexpr _tzone_setting kBackwards{kLondon, 1, 0, "-0:30", "M3.2.0/02:00:30", "M11.1.0/02:00"};
   const std::tuple<_tzone_setting, std::int64_t, const char*> rows[] = {
@@ -71,7 +72,8 @@ TEST_F(Clock, ReadsInstantsByTheStoredZone) {
       {kPacific, 1'710'064'799, "2024-03-10 01:59:59"},
       {kPacific, 1'710'064'800, "2024-03-10 03:00:00"},
       {kPacific, 1'730'624'400, "2024-11-03 01:00:00"},
-      {{80, 1, 1, "", "", ""}, 1'704'067'200, "2024-01-01 11:00:00"},  // Lord Howe Island
+      {kLordHowe, 1'712'415'600, "2024-04-07 01:30:00"},
+      {kLordHowe, 1'728'142'200, "2024-10-06 02:30:00"},
       {kKathmandu, 1'719'792'000, "2024-07-01 06:45:00"},
       {kBackwards, 1'710'036'030, "2024-03-10 01:30:30"},
       // What is no rule leaves standard time.
