@@ -225,11 +225,11 @@ constexpr struct {
      turn<&CameraState::speakerOccupied, kSpeaker>},
     {"mic", "muted|open", "the microphone is muted", turn<&CameraState::micMuted, kMic>},
     {"card", "ready|protected|invalid|full|over_capacity|need_reinitialize|formatting|recording",
-     "stores the card's state; that it is recorded to by switching recording on, or off", tellCard},
+     "stores the card's state; recording switches recording on, every other state off", tellCard},
     {"daemon", "NAME up|down|stale|silent|closing|short|endless",
      "how watchdog, eventd, ptd or logd treats those who ask; status up|down: the packages", tellDaemon},
     {"log", "TEXT", "adds a line to the event log; \\xNN is a byte, \\\\ a backslash", tellLog},
-    {"status", "", "what of all that is so now, but for the card, of which sdcard.cgi tells", tellStatus},
+    {"status", "", "all that is so now; of the card, sdcard.cgi tells", tellStatus},
 };
 
 }  // namespace
