@@ -24,9 +24,9 @@ class InfoCgilet final : public ReadOnlyEndpoint {
     // Nothing of gpio is reported, but a camera whose store fails is not well.
     _gpio_setting gpio;
     if (read(system_, host_, gpio) != 200) return 500;
-    if (!findInterface()) return fail(500, "no network interface is active");
     const PIB* known = product();
     if (known == nullptr) return 500;
+    if (!findInterface()) return fail(500, "no network interface is active");
     replyNames(*known);
     replyFeatures(*known);
     return 200;

@@ -142,7 +142,8 @@ class WirelessCgilet final : public Endpoint {
     if (!modeFits(c)) return refuse("mode", "ad-hoc goes without WPA, TKIP and AES");
     if (!authFits(c)) return refuse("auth", "does not go with the mode, the encryption or the key");
     if (!encryptionFits(c)) return refuse("encryption", "does not go with the mode, auth or the key");
-    if (!keysFit(c)) return refuse(c.encryption.effective() == kWep ? "key1" : "passphrase", "in use");
+    if (!keysFit(c))
+      return refuse(c.encryption.effective() == kWep ? "key1" : "passphrase", "needed with this encryption");
     merge(c, &wanted);
     writeChanged(wireless_, wanted.record, 1);
     const int result = commit();

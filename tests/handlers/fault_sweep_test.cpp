@@ -51,7 +51,7 @@ const Sweep kSweeps[] = {
     {"group_list.cgi", "name=Users", "get account get product"},
     {"httpport.cgi", "httpport=8080", "get httpsvr get rtspsvr set httpsvr 1"},
     {"icr.cgi", "mode=night", "get product get ir set ir 0"},
-    {"info.cgi", "", "get system get host get gpio ask ppp0 ask eth0 get ra0 get product",
+    {"info.cgi", "", "get system get host get gpio get product ask ppp0 ask eth0 get ra0",
      "eth0= ra0=10.0.0.9"},
     {"io.cgi", "", "get product get watchdog 615 get watchdog 620 get watchdog 616",
      "product.input_count=2 product.output_count=1"},
