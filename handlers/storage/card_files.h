@@ -56,6 +56,11 @@ class CardFilesEndpoint : public CardEndpoint<Endpoint> {
     return kCardFolder.size() + productFolder().model.size() + path.size();
   }
 
+  // Whether the path, which opened as no folder, is a file's: one may be given, and nothing lies in it.
+  bool isFile(const std::optional<std::string>& path) const {
+    return path && canReadFile(productFolder(), *path);
+  }
+
   std::optional<std::string> folderOf(std::string_view path) const {
     return folderFromClient(path, productFolder().model);
   }

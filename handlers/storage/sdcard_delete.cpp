@@ -37,9 +37,8 @@ class SdcardDeleteCgilet final : public CardFilesEndpoint {
     if (isUsable()) {
       const auto path = folderOf(wanted_.path);
       CardFolder folder;
-      // In a file nothing lies: no entry is found there.
-      if (!path || (folder.open(productFolder(), *path) != 0 && !canReadFile(productFolder(), *path)))
-        return refuse("path", "no such folder");
+      const bool isFolder = path && folder.open(productFolder(), *path) == 0;
+      if (!isFolder && !isFile(path)) return refuse("path", "no such folder");
       folder_ = *path;
       if (const int result = deleteEntries(); result != 200) return result;
     }

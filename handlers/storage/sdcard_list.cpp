@@ -47,11 +47,10 @@ class SdcardListCgilet final : public CardFilesEndpoint {
     const auto path = folderOf(wanted_.path);
     CardFolder folder;
     const int error = path ? folder.open(productFolder(), *path) : ENOENT;
-    const bool isFile = error == ENOENT && path && canReadFile(productFolder(), *path);
-    if (error != 0 && !isFile) return refuseFolder(error);
+    if (error != 0 && (error != ENOENT || !isFile(path))) return refuseFolder(error);
     folderBytes_ = wholePathSize(*path);
     int result = readCard();
-    if (result == 200 && isUsable()) result = isFile ? refuseFolder(error) : listPage(folder);
+    if (result == 200 && isUsable()) result = error != 0 ? refuseFolder(error) : listPage(folder);
     if (result == 200) result = readCard();
     if (result == 200) replyPage();
     return result;

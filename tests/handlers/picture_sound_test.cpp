@@ -36,10 +36,8 @@ const Endpoint kRtspUrl{"rtspurl.cgi",
                         "profileid=2&urlentry=two", "set rtspsvr 1", "profileid=2"};
 
 TEST(RtspUrl, ChangesThePathOfTheProfileThatItNames) {
-  kRtspUrl.accepts("profileid=2 profileid=2&urlentry=live_2-x.mp4.ab");
-  kRtspUrl.accepts({{"profileid=4", "", "profileid=4&urlentry=four"},
-                    {"profileid=1&urlentry=a"},
-                    {"profileid=2&urlentry=two", "", ""}});
+  kRtspUrl.accepts("profileid=2 profileid=1&urlentry=a profileid=2&urlentry=live_2-x.mp4.ab");
+  kRtspUrl.accepts({{"profileid=4", "", "profileid=4&urlentry=four"}, {"profileid=2&urlentry=two", "", ""}});
   kRtspUrl.refuses(
       "! !profileid&urlentry=a profileid=0 profileid=5 profileid=2&!urlentry= profileid=2&!urlentry=a/b "
       "profileid=2&!urlentry=sixteen_letters_ profileid=2&urlentry=a&!path=b");
