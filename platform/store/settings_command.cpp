@@ -88,6 +88,7 @@ class Command {
   StoreResult backup(Arguments arguments);
   StoreResult restore(Arguments arguments);
   StoreResult route(Arguments arguments);
+  StoreResult version(Arguments arguments);
 
  private:
   // The records of the list, and the route, which only backup, restore and reset treat as one.
@@ -276,6 +277,11 @@ StoreResult Command::writeRestored(const std::vector<Restored>& restored) {
   return StoreResult::kDone;
 }
 
+StoreResult Command::version(Arguments /*arguments*/) {
+  streams_.output = "camera-settings " CAMERA_VERSION "\n";
+  return StoreResult::kDone;
+}
+
 StoreResult Command::refuse(std::string message) {
   streams_.error = std::move(message);
   return StoreResult::kRefused;
@@ -303,6 +309,7 @@ constexpr Verb kVerbs[] = {
     {"backup", 0, 0, &Command::backup, "", "all settings, on standard output"},
     {"restore", 0, 0, &Command::restore, "", "puts back a backup from standard input"},
     {"route", 0, 1, &Command::route, " [TEXT]", "the patrol route: slot numbers joined by commas"},
+    {"--version", 0, 0, &Command::version, "", "the version of this program and of camera-cgi"},
 };
 
 std::string usage(const Verb& verb) {

@@ -55,7 +55,7 @@ TEST_F(SettingsCommand, PrintsAndRefusesByItsArguments) {
        {Arguments{}, Arguments{"get", "sample", "names[2]"}, Arguments{"get", "sample", "number[0]"},
         Arguments{"get", "route"}, Arguments{"route", "1;2"}, Arguments{"route", tooLong}, Arguments{"get"},
         Arguments{"set", "sample"}, Arguments{"reset", "nothing"}, Arguments{"list", "more"},
-        Arguments{"format"}, Arguments{"get", "a\nb"}}) {
+        Arguments{"--version", "more"}, Arguments{"format"}, Arguments{"get", "a\nb"}}) {
     EXPECT_EQ(run(wrong), 1) << testing::PrintToString(wrong);
     EXPECT_EQ(streams.output, "") << testing::PrintToString(wrong);
   }
