@@ -17,7 +17,8 @@ local function hostOf(authority)
   return (authority:gsub("^.*@", ""):gsub(":%d*$", ""):lower())
 end
 
--- What a page of another site cannot name by a DNS entry of its own: an address, and the camera's own names.
+-- What a page of another site cannot name by a DNS entry of its own: an address, and the camera's own names. The name
+-- that camera_info.cgi stores is not one of them: it says where the camera hangs.
 local function isOwn(host)
   if host:match("^%d+%.%d+%.%d+%.%d+$") or host:match("^%[[%x:.]+%]$") then return true end
   local machine = (os.getenv("CAMERA_HOSTNAME") or ""):lower()

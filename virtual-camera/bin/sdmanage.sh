@@ -3,7 +3,7 @@
 #
 #   sdmanage.sh format    empties it
 #   sdmanage.sh insert    fills a card that nobody has seen yet with recordings and snapshots
-#   sdmanage.sh measure   stores how much of it is used
+#   sdmanage.sh measure   stores how much of it is used; runs at a factory reset, not at every deletion
 #   sdmanage.sh folder    prints the product's folder on it, with a slash behind
 #
 # It works on the camera's own card alone: outside of the sandbox it does nothing.
