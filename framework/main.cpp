@@ -25,7 +25,7 @@ void announce(const std::string& name) {
   const std::string line = "cgi_name " + name + "\n";
   const ssize_t ignored = write(STDERR_FILENO, line.data(), line.size());
   static_cast<void>(ignored);
-  dbg_log("cgi_name:%s", name.c_str());
+  logDebug("cgi_name:%s", name.c_str());
 }
 
 }  // namespace

@@ -218,8 +218,8 @@ struct TypedRow : ParamRow {
   }
 };
 
-// The path leads from the state to the field: &_host_setting::name, or &Wanted::profile,
-// &_profile_setting::codec, &Wanted::id, where the last names the element of an array.
+// The path leads from the state to the field: &HostSettings::name, or &Wanted::profile,
+// &ProfileSettings::codec, &Wanted::id, where the last names the element of an array.
 template <auto... kPath>
 constexpr auto paramRow(const char* name, std::uint8_t kind) {
   using State = params::StateOf<kPath...>;

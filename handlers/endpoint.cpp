@@ -13,11 +13,15 @@ struct FeatureName {
   const char* name;
 };
 constexpr FeatureName kFeatureNames[] = {
-    {&PIB::has_speaker, "speaker"},        {&PIB::has_mic, "microphone"},
-    {&PIB::has_pan_tilt, "pan/tilt head"}, {&PIB::has_privacy, "privacy mode"},
-    {&PIB::has_sdcard, "SD card slot"},    {&PIB::has_irled, "infrared LEDs"},
-    {&PIB::has_icr, "day/night switch"},
+    {&ProductInfo::has_speaker, "speaker"},        {&ProductInfo::has_mic, "microphone"},
+    {&ProductInfo::has_pan_tilt, "pan/tilt head"}, {&ProductInfo::has_privacy, "privacy mode"},
+    {&ProductInfo::has_sdcard, "SD card slot"},    {&ProductInfo::has_irled, "infrared LEDs"},
+    {&ProductInfo::has_icr, "day/night switch"},
 };
+
+const char* nameOf(RecordIndex index) {
+  return kRecords[static_cast<std::size_t>(index)]->name;
+}
 
 }  // namespace
 
@@ -37,17 +41,17 @@ void Endpoint::onApply() {
 int Endpoint::applyAgain() {
   int result = 400;
   for (int attempt = 1; isOvertaken_ && attempt < kMostAttempts; ++attempt) {
-    cam_hold();
+    holdStore();
     isOvertaken_ = false;
-    writeResult_ = 0;
+    writeResult_ = StoreResult::kDone;
     refusal.clear();
     given_ = GivenParams{params_.rows};
     result = load();
     if (result == 200) result = apply();
   }
   // What an earlier attempt wrote may be all that there was to do.
-  if (result == 200 && inTransaction_) result = commit();
-  cam_release();
+  if (result == 200 && actions_.records != 0) result = commit();
+  releaseStore();
   return result;
 }
 
@@ -85,12 +89,12 @@ int Endpoint::fail(int code, std::string_view why) {
   return code;
 }
 
-const PIB* Endpoint::product() {
+const ProductInfo* Endpoint::product() {
   if (product_) return &*product_;
   try {
     product_.emplace().init();
     return &*product_;
-  } catch (const PIBError&) {
+  } catch (const ProductInfoError&) {
     product_.reset();
     fail(500, "product information: cannot be read");
     return nullptr;
@@ -98,7 +102,7 @@ const PIB* Endpoint::product() {
 }
 
 int Endpoint::require(Feature feature) {
-  const PIB* known = product();
+  const ProductInfo* known = product();
   if (known == nullptr) return 500;
   if (known->*feature == 1) return 200;
   const auto* name = std::find_if(std::begin(kFeatureNames), std::end(kFeatureNames),
@@ -107,9 +111,10 @@ int Endpoint::require(Feature feature) {
       404, std::string{"this camera has no "} + (name == std::end(kFeatureNames) ? "such part" : name->name));
 }
 
-bool Endpoint::noteRead(const char* record, int result) {
-  if (result != 0) fail(500, std::string{"settings: "} + record + " cannot be read");
-  return result == 0;
+bool Endpoint::readRecord(RecordIndex index, void* record) {
+  if (loadRecord(index, record) == StoreResult::kDone) return true;
+  fail(500, std::string{"settings: "} + nameOf(index) + " cannot be read");
+  return false;
 }
 
 int Endpoint::take(void* state) {
@@ -120,23 +125,20 @@ void Endpoint::show(const void* state) {
   params_.reply(*this, state);
 }
 
-void Endpoint::begin() {
-  if (!inTransaction_) cam_clean_actions(&actions_);
-  inTransaction_ = true;
-}
-
-void Endpoint::noteWrite(const char* record, int result) {
-  writeResult_ = result;
-  if (result == 0) return;
-  isOvertaken_ = result == 1 && cam_overtaken();
+void Endpoint::writeRecord(RecordIndex index, const void* record) {
+  if (writeResult_ != StoreResult::kDone) return;
+  writeResult_ = storeRecord(index, record, &actions_);
+  if (writeResult_ == StoreResult::kDone) return;
+  const bool isRefused = writeResult_ == StoreResult::kRefused;
+  isOvertaken_ = isRefused && isStoreOvertaken();
   refusal =
-      std::string{"settings: "} + record + (result == 1 ? " refused by the store" : " cannot be stored");
+      std::string{"settings: "} + nameOf(index) + (isRefused ? " refused by the store" : " cannot be stored");
 }
 
 int Endpoint::commit(int refused) {
-  if (writeResult_ != 0) return writeResult_ == 1 ? refused : 500;
-  if (inTransaction_) cam_work_actions(&actions_);
-  inTransaction_ = false;
+  if (writeResult_ != StoreResult::kDone) return writeResult_ == StoreResult::kRefused ? refused : 500;
+  if (actions_.records != 0) runActions(actions_);
+  actions_ = {};
   return 200;
 }
 

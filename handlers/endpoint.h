@@ -9,13 +9,13 @@
 
 #include "framework/cgilet.h"
 #include "framework/params.h"
-#include "platform/product/pib.h"
-#include "platform/store/cam.h"
+#include "platform/product/product_info.h"
+#include "platform/store/settings.h"
 
 namespace camera {
 
 // A field of the product information that is 1 where the camera has the part.
-using Feature = std::uint8_t PIB::*;
+using Feature = std::uint8_t ProductInfo::*;
 
 // Whether two records differ in any byte.
 template <class Record>
@@ -61,14 +61,14 @@ class Endpoint : public InfCgilet {
   virtual int reply() = 0;
 
   // The product information, read at the first call; null, with the failure said, when it cannot be read.
-  const PIB* product();
+  const ProductInfo* product();
   // 200 where the camera has the part, otherwise 404; 500 where the product information cannot be read.
   int require(Feature feature);
 
   // Fills the records in order, up to the first that cannot be read. 200 or 500.
   template <class... Records>
   int read(Records&... records) {
-    return (... && noteRead(RecordCalls<Records>::kName, RecordCalls<Records>::get(&records))) ? 200 : 500;
+    return (... && readRecord(kIndexOf<Records>, &records)) ? 200 : 500;
   }
 
   // Takes the request's parameters into the state, a copy and of the type that the table is for. 200 or 400.
@@ -81,33 +81,28 @@ class Endpoint : public InfCgilet {
   // a refused write, or what a refusal is instead; 500 after a failed one. What was written before a failure
   // stays.
   template <class Record>
-  void write(const Record& record, unsigned char flag) {
-    if (writeResult_ != 0) return;
-    begin();
-    noteWrite(RecordCalls<Record>::kName, RecordCalls<Record>::set(&record, &actions_, flag));
+  void write(const Record& record) {
+    writeRecord(kIndexOf<Record>, &record);
   }
   template <class Record>
-  void writeChanged(const Record& read, const Record& wanted, unsigned char flag) {
-    if (differ(read, wanted)) write(wanted, flag);
+  void writeChanged(const Record& read, const Record& wanted) {
+    if (differ(read, wanted)) write(wanted);
   }
-  // Begins a transaction that may stay empty.
-  void begin();
   int commit(int refused = 400);
 
  private:
-  bool noteRead(const char* record, int result);
-  void noteWrite(const char* record, int result);
+  bool readRecord(RecordIndex index, void* record);
+  void writeRecord(RecordIndex index, const void* record);
   int applyAgain();
   std::string missingParam() const;
 
   ParamList params_;
   Takes takes_;
   GivenParams given_;
-  std::optional<PIB> product_;
-  _cam_actions actions_;
-  bool inTransaction_ = false;
+  std::optional<ProductInfo> product_;
+  Actions actions_;
   bool isOvertaken_ = false;  // another client's change is why a write was refused
-  int writeResult_ = 0;
+  StoreResult writeResult_ = StoreResult::kDone;
 };
 
 // Reads and answers; takes no parameter.
@@ -150,7 +145,7 @@ class StateEndpoint : public Endpoint {
 };
 
 // One settings record that a table describes, maybe of a part that not every camera has.
-template <class Record, unsigned char kFlag>
+template <class Record>
 class RecordEndpoint : public StateEndpoint<Record> {
  protected:
   explicit RecordEndpoint(const ParamTable<Record>& params, Feature feature = nullptr)
@@ -162,7 +157,7 @@ class RecordEndpoint : public StateEndpoint<Record> {
   }
 
   int carryOut(Record& wanted) override {
-    this->writeChanged(this->state, wanted, kFlag);
+    this->writeChanged(this->state, wanted);
     return this->commit();
   }
 

@@ -6,16 +6,16 @@ namespace camera {
 namespace {
 
 constexpr auto kParams =
-    paramRows<_host_setting>(textParam<&_host_setting::name>("name", 1, 36, kNameText),
-                             textParam<&_host_setting::location>("location", 0, 60, kPrintableText));
+    paramRows<HostSettings>(textParam<&HostSettings::name>("name", 1, 36, kNameText),
+                            textParam<&HostSettings::location>("location", 0, 60, kPrintableText));
 
 }  // namespace
 
-class CameraInfoCgilet final : public RecordEndpoint<_host_setting, 0> {
+class CameraInfoEndpoint final : public RecordEndpoint<HostSettings> {
  public:
-  CameraInfoCgilet() : RecordEndpoint(kParams) {}
+  CameraInfoEndpoint() : RecordEndpoint(kParams) {}
 };
 
-template InfCgilet* create<CameraInfoCgilet>();
+template InfCgilet* create<CameraInfoEndpoint>();
 
 }  // namespace camera

@@ -23,9 +23,9 @@ constexpr const char* kOffsets[] = {"2:00", "1:30", "1:00", "0:30"};
 
 // The settings as the request would have them.
 struct Wanted {
-  _curtime_setting clock;
-  _ntp_setting ntp;
-  _tzone_setting zone;
+  ClockSettings clock;
+  NtpSettings ntp;
+  TimeZoneSettings zone;
   std::int32_t method = -1;
   bool hasDate = false;
   bool hasTime = false;
@@ -33,7 +33,7 @@ struct Wanted {
 
 bool takeDate(std::string_view value, Wanted& wanted) {
   Fields fields;
-  _curtime_setting& clock = wanted.clock;
+  ClockSettings& clock = wanted.clock;
   wanted.hasDate =
       BaseCgilet::DTFormat(value, fields, "-", 3, 4, 2, 2, true, ":") > 0 &&
       parseInteger(fields[0], 1969, 2037, &clock.year) && parseInteger(fields[1], 1, 12, &clock.month) &&
@@ -43,7 +43,7 @@ bool takeDate(std::string_view value, Wanted& wanted) {
 
 bool takeTime(std::string_view value, Wanted& wanted) {
   Fields fields;
-  _curtime_setting& clock = wanted.clock;
+  ClockSettings& clock = wanted.clock;
   wanted.hasTime = BaseCgilet::DTFormat(value, fields, ":", 3, 2, 2, 2, true) > 0 &&
                    parseInteger(fields[0], 0, 23, &clock.hour) &&
                    parseInteger(fields[1], 0, 59, &clock.minute) &&
@@ -77,7 +77,7 @@ bool isRule(std::string_view value) {
          parseInteger(day[2], 0, 6, nullptr);
 }
 
-template <char (_tzone_setting::*kField)[32]>
+template <char (TimeZoneSettings::*kField)[32]>
 bool takeRule(std::string_view value, Wanted& wanted) {
   if (!isRule(value)) return false;
   if (value.starts_with('0')) value.remove_prefix(1);
@@ -90,17 +90,17 @@ constexpr char kOffset[] = "0:30, 1:00, 1:30 or 2:00";
 constexpr char kRule[] = "month.week.weekday/HH:MM, such as 3.5.0/02:00";
 
 // In ascending order of the names, which is the order in which a request's parameters are looked at.
-constexpr auto kParams =
-    paramRows<Wanted>(ownParam<takeDate, Wanted>("date", kDate),
-                      choiceParam<&Wanted::zone, &_tzone_setting::dstauto>("dstauto", kNoYes),
-                      choiceParam<&Wanted::zone, &_tzone_setting::dstenable>("dstenable", kNoYes),
-                      integerParam<&Wanted::method>("method", kByHand, kSetNow),
-                      ownParam<takeOffset, Wanted>("offset", kOffset),
-                      ownParam<takeRule<&_tzone_setting::starttime>, Wanted>("starttime", kRule),
-                      ownParam<takeRule<&_tzone_setting::stoptime>, Wanted>("stoptime", kRule),
-                      ownParam<takeTime, Wanted>("time", kTime),
-                      textParam<&Wanted::ntp, &_ntp_setting::timeserver>("timeserver", 0, 60, kNameText),
-                      integerParam<&Wanted::zone, &_tzone_setting::timezone>("timezone", 1, kTimeZoneCount));
+constexpr auto kParams = paramRows<Wanted>(
+    ownParam<takeDate, Wanted>("date", kDate),
+    choiceParam<&Wanted::zone, &TimeZoneSettings::dstauto>("dstauto", kNoYes),
+    choiceParam<&Wanted::zone, &TimeZoneSettings::dstenable>("dstenable", kNoYes),
+    integerParam<&Wanted::method>("method", kByHand, kSetNow),
+    ownParam<takeOffset, Wanted>("offset", kOffset),
+    ownParam<takeRule<&TimeZoneSettings::starttime>, Wanted>("starttime", kRule),
+    ownParam<takeRule<&TimeZoneSettings::stoptime>, Wanted>("stoptime", kRule),
+    ownParam<takeTime, Wanted>("time", kTime),
+    textParam<&Wanted::ntp, &NtpSettings::timeserver>("timeserver", 0, 60, kNameText),
+    integerParam<&Wanted::zone, &TimeZoneSettings::timezone>("timezone", 1, kTimeZoneCount));
 
 // The reply forms; false for stored texts that cannot be split.
 bool formatOffset(const char* stored, std::string* text) {
@@ -131,13 +131,13 @@ std::string threeNumbers(const char* format, int first, int second, int third) {
 
 }  // namespace
 
-class DatetimeCgilet final : public Endpoint {
+class DatetimeEndpoint final : public Endpoint {
  public:
-  DatetimeCgilet() : Endpoint(ParamTable<Wanted>(kParams)) {}
+  DatetimeEndpoint() : Endpoint(ParamTable<Wanted>(kParams)) {}
 
  private:
   int load() override {
-    apply_timezone();
+    applyTimeZone();
     const int result = read(ntp_, tzone_, curtime_);
     if (result == 200) fillUtc();
     return result;
@@ -190,10 +190,9 @@ class DatetimeCgilet final : public Endpoint {
   int failOnRules() { return fail(500, "settings: the stored daylight saving rules are none"); }
 
   int store(const Wanted& wanted) {
-    begin();  // a transaction also where nothing changed
-    writeChanged(tzone_, wanted.zone, 0);
-    writeChanged(curtime_, wanted.clock, 0);
-    writeChanged(ntp_, wanted.ntp, 0);
+    writeChanged(tzone_, wanted.zone);
+    writeChanged(curtime_, wanted.clock);
+    writeChanged(ntp_, wanted.ntp);
     return commit();
   }
 
@@ -225,11 +224,11 @@ class DatetimeCgilet final : public Endpoint {
              threeNumbers("%02d:%02d:%02d", curtime_.utc_hour, curtime_.utc_minute, curtime_.utc_second));
   }
 
-  _ntp_setting ntp_;
-  _tzone_setting tzone_{};  // looked at for the reply even when it could not be read
-  _curtime_setting curtime_;
+  NtpSettings ntp_;
+  TimeZoneSettings tzone_{};  // looked at for the reply even when it could not be read
+  ClockSettings curtime_;
 };
 
-template InfCgilet* create<DatetimeCgilet>();
+template InfCgilet* create<DatetimeEndpoint>();
 
 }  // namespace camera

@@ -5,20 +5,20 @@
 namespace camera {
 namespace {
 
-constexpr auto kParams = paramRows<_ddns_setting>(
-    choiceParam<&_ddns_setting::enable>("ddns", kOffOn),
-    choiceParam<&_ddns_setting::provider>("provider", kDdnsProviders),
-    ddnsHostParam<&_ddns_setting::host>("host"), ddnsAccountParam<&_ddns_setting::user>("user"),
-    ddnsAccountParam<&_ddns_setting::password>("pass"));
+constexpr auto kParams = paramRows<DdnsSettings>(
+    choiceParam<&DdnsSettings::enable>("ddns", kOffOn),
+    choiceParam<&DdnsSettings::provider>("provider", kDdnsProviders),
+    ddnsHostParam<&DdnsSettings::host>("host"), ddnsAccountParam<&DdnsSettings::user>("user"),
+    ddnsAccountParam<&DdnsSettings::password>("pass"));
 
 }  // namespace
 
-class DDNSCgilet final : public RecordEndpoint<_ddns_setting, 1> {
+class DdnsEndpoint final : public RecordEndpoint<DdnsSettings> {
  public:
-  DDNSCgilet() : RecordEndpoint(kParams) {}
+  DdnsEndpoint() : RecordEndpoint(kParams) {}
 
  private:
-  int check(_ddns_setting& wanted) override {
+  int check(DdnsSettings& wanted) override {
     return canRun(*this, "ddns", wanted.enable != 0,
                   {{"provider", wanted.provider},
                    {"host", wanted.host},
@@ -27,6 +27,6 @@ class DDNSCgilet final : public RecordEndpoint<_ddns_setting, 1> {
   }
 };
 
-template InfCgilet* create<DDNSCgilet>();
+template InfCgilet* create<DdnsEndpoint>();
 
 }  // namespace camera

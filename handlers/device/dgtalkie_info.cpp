@@ -3,7 +3,7 @@
 
 namespace camera {
 
-class DgtalkieInfoCgilet final : public ReadOnlyEndpoint {
+class DgtalkieInfoEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
     pair("dgtalkie", "yes");
     pair("supports", "0x01,0x02,0x03,0x04,0x05,0x06");
@@ -11,6 +11,6 @@ class DgtalkieInfoCgilet final : public ReadOnlyEndpoint {
   }
 };
 
-template InfCgilet* create<DgtalkieInfoCgilet>();
+template InfCgilet* create<DgtalkieInfoEndpoint>();
 
 }  // namespace camera

@@ -8,23 +8,23 @@ namespace {
 
 // This one endpoint reads a port as atoi does: leading digits count, what follows them is dropped ("80-1" is
 // 80).
-bool takePort(std::string_view value, _httpsvr_setting& wanted) {
+bool takePort(std::string_view value, HttpServerSettings& wanted) {
   wanted.http_port = leadingInteger(value);
   return consistsOf(value, kDigits, "-") && wanted.http_port >= 1 && wanted.http_port <= 65535;
 }
 
 constexpr auto kParams =
-    paramRows<_httpsvr_setting>(ownParam<takePort, _httpsvr_setting>("httpport", "1 to 65535"));
+    paramRows<HttpServerSettings>(ownParam<takePort, HttpServerSettings>("httpport", "1 to 65535"));
 
 }  // namespace
 
-class HttpPortCgilet final : public RecordEndpoint<_httpsvr_setting, 1> {
+class HttpPortEndpoint final : public RecordEndpoint<HttpServerSettings> {
  public:
-  HttpPortCgilet() : RecordEndpoint(kParams) {}
+  HttpPortEndpoint() : RecordEndpoint(kParams) {}
 
  private:
-  int check(_httpsvr_setting& wanted) override {
-    _rtspsvr_setting rtspsvr;
+  int check(HttpServerSettings& wanted) override {
+    RtspServerSettings rtspsvr;
     if (const int result = read(rtspsvr); result != 200) return result;
     if (wanted.http_port == wanted.alt_port) return refuse("httpport", "taken by the server's second port");
     if (wanted.http_port == rtspsvr.rtsp_port) return refuse("httpport", "taken by the RTSP server");
@@ -37,6 +37,6 @@ class HttpPortCgilet final : public RecordEndpoint<_httpsvr_setting, 1> {
   }
 };
 
-template InfCgilet* create<HttpPortCgilet>();
+template InfCgilet* create<HttpPortEndpoint>();
 
 }  // namespace camera

@@ -19,12 +19,12 @@ constexpr std::string_view kVideoOutSensor = "vx1128";          // the sensor fa
 
 }  // namespace
 
-class InfoCgilet final : public ReadOnlyEndpoint {
+class InfoEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
     // Nothing of gpio is reported, but a camera whose store fails is not well.
-    _gpio_setting gpio;
+    GpioSettings gpio;
     if (read(system_, host_, gpio) != 200) return 500;
-    const PIB* known = product();
+    const ProductInfo* known = product();
     if (known == nullptr) return 500;
     if (!findInterface()) return fail(500, "no network interface is active");
     replyNames(*known);
@@ -37,7 +37,7 @@ class InfoCgilet final : public ReadOnlyEndpoint {
                        [this](const char* name) { return GetActiveIFInfo(name, &interface_); });
   }
 
-  void replyNames(const PIB& product) {
+  void replyNames(const ProductInfo& product) {
     pair("model", system_.model);
     pair("product", system_.product);
     pair("brand", system_.brand);
@@ -52,7 +52,7 @@ class InfoCgilet final : public ReadOnlyEndpoint {
     pair("gateway", inet_ntoa(interface_.gateway));
   }
 
-  void replyFeatures(const PIB& product) {
+  void replyFeatures(const ProductInfo& product) {
     replyFeature("wireless", product.probeWireless());
     if (product.has_pan_tilt == 1) pair("ptz", product.has_zoom != 0 ? "P,T,Z" : "P,T");
     pair("inputs", static_cast<std::uint8_t>(product.input_count));
@@ -67,11 +67,11 @@ class InfoCgilet final : public ReadOnlyEndpoint {
 
   void replyFeature(const char* name, bool present) { pair(name, kNoYes[present ? 1 : 0]); }
 
-  _system_setting system_;
-  _host_setting host_;
+  SystemSettings system_;
+  HostSettings host_;
   IF_INFO interface_{};
 };
 
-template InfCgilet* create<InfoCgilet>();
+template InfCgilet* create<InfoEndpoint>();
 
 }  // namespace camera

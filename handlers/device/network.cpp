@@ -11,12 +11,12 @@ namespace camera {
 namespace {
 
 struct Network {
-  _lan_setting lan;
-  _pppoe_setting pppoe;
-  _ddns_setting ddns;
-  _httpsvr_setting httpsvr;
-  _rtspsvr_setting rtspsvr;
-  _upnp_setting upnp;
+  LanSettings lan;
+  PppoeSettings pppoe;
+  DdnsSettings ddns;
+  HttpServerSettings httpsvr;
+  RtspServerSettings rtspsvr;
+  UpnpSettings upnp;
 };
 
 bool isAddress(std::string_view text) {
@@ -38,31 +38,31 @@ constexpr auto portParam(const char* name) {
 }
 
 constexpr auto kParams =
-    paramRows<Network>(choiceParam<&Network::lan, &_lan_setting::dhcp>("dhcp", kOffOn),
-                       addressParam<&Network::lan, &_lan_setting::ip>("ip", 1),
-                       maskParam<&Network::lan, &_lan_setting::netmask>("netmask"),
-                       addressParam<&Network::lan, &_lan_setting::gateway>("gateway", 1),
-                       addressParam<&Network::lan, &_lan_setting::dns1>("dns1", 0),
-                       addressParam<&Network::lan, &_lan_setting::dns2>("dns2", 0),
-                       choiceParam<&Network::pppoe, &_pppoe_setting::enable>("pppoe", kOffOn),
-                       pppoeUserParam<&Network::pppoe, &_pppoe_setting::user>("pppoeuser"),
-                       pppoePassParam<&Network::pppoe, &_pppoe_setting::password>("pppoepass"),
-                       choiceParam<&Network::ddns, &_ddns_setting::enable>("ddns", kOffOn),
-                       choiceParam<&Network::ddns, &_ddns_setting::provider>("ddnsprovider", kDdnsProviders),
-                       ddnsHostParam<&Network::ddns, &_ddns_setting::host>("ddnshost"),
-                       ddnsAccountParam<&Network::ddns, &_ddns_setting::user>("ddnsuser"),
-                       ddnsAccountParam<&Network::ddns, &_ddns_setting::password>("ddnspass"),
-                       choiceParam<&Network::upnp, &_upnp_setting::enable>("upnp", kOffOn),
-                       portParam<&Network::httpsvr, &_httpsvr_setting::http_port>("httpport"),
-                       portParam<&Network::upnp, &_upnp_setting::http_external_port>("httpexternalport"),
-                       portParam<&Network::rtspsvr, &_rtspsvr_setting::rtsp_port>("rtspport"),
-                       portParam<&Network::upnp, &_upnp_setting::rtsp_external_port>("rtspexternalport"));
+    paramRows<Network>(choiceParam<&Network::lan, &LanSettings::dhcp>("dhcp", kOffOn),
+                       addressParam<&Network::lan, &LanSettings::ip>("ip", 1),
+                       maskParam<&Network::lan, &LanSettings::netmask>("netmask"),
+                       addressParam<&Network::lan, &LanSettings::gateway>("gateway", 1),
+                       addressParam<&Network::lan, &LanSettings::dns1>("dns1", 0),
+                       addressParam<&Network::lan, &LanSettings::dns2>("dns2", 0),
+                       choiceParam<&Network::pppoe, &PppoeSettings::enable>("pppoe", kOffOn),
+                       pppoeUserParam<&Network::pppoe, &PppoeSettings::user>("pppoeuser"),
+                       pppoePassParam<&Network::pppoe, &PppoeSettings::password>("pppoepass"),
+                       choiceParam<&Network::ddns, &DdnsSettings::enable>("ddns", kOffOn),
+                       choiceParam<&Network::ddns, &DdnsSettings::provider>("ddnsprovider", kDdnsProviders),
+                       ddnsHostParam<&Network::ddns, &DdnsSettings::host>("ddnshost"),
+                       ddnsAccountParam<&Network::ddns, &DdnsSettings::user>("ddnsuser"),
+                       ddnsAccountParam<&Network::ddns, &DdnsSettings::password>("ddnspass"),
+                       choiceParam<&Network::upnp, &UpnpSettings::enable>("upnp", kOffOn),
+                       portParam<&Network::httpsvr, &HttpServerSettings::http_port>("httpport"),
+                       portParam<&Network::upnp, &UpnpSettings::http_external_port>("httpexternalport"),
+                       portParam<&Network::rtspsvr, &RtspServerSettings::rtsp_port>("rtspport"),
+                       portParam<&Network::upnp, &UpnpSettings::rtsp_external_port>("rtspexternalport"));
 
 }  // namespace
 
-class NetworkCgilet final : public StateEndpoint<Network> {
+class NetworkEndpoint final : public StateEndpoint<Network> {
  public:
-  NetworkCgilet() : StateEndpoint(kParams) {}
+  NetworkEndpoint() : StateEndpoint(kParams) {}
 
  private:
   int load() override {
@@ -96,17 +96,16 @@ class NetworkCgilet final : public StateEndpoint<Network> {
   }
 
   int carryOut(Network& wanted) override {
-    begin();  // a transaction also where nothing changed
-    writeChanged(state.lan, wanted.lan, 1);
-    writeChanged(state.pppoe, wanted.pppoe, 1);
-    writeChanged(state.ddns, wanted.ddns, 1);
-    writeChanged(state.upnp, wanted.upnp, 1);
-    writeChanged(state.httpsvr, wanted.httpsvr, 1);
-    writeChanged(state.rtspsvr, wanted.rtspsvr, 1);
+    writeChanged(state.lan, wanted.lan);
+    writeChanged(state.pppoe, wanted.pppoe);
+    writeChanged(state.ddns, wanted.ddns);
+    writeChanged(state.upnp, wanted.upnp);
+    writeChanged(state.httpsvr, wanted.httpsvr);
+    writeChanged(state.rtspsvr, wanted.rtspsvr);
     return commit();
   }
 };
 
-template InfCgilet* create<NetworkCgilet>();
+template InfCgilet* create<NetworkEndpoint>();
 
 }  // namespace camera

@@ -5,22 +5,22 @@
 namespace camera {
 namespace {
 
-constexpr auto kParams = paramRows<_pppoe_setting>(choiceParam<&_pppoe_setting::enable>("pppoe", kOffOn),
-                                                   pppoeUserParam<&_pppoe_setting::user>("user"),
-                                                   pppoePassParam<&_pppoe_setting::password>("pass"));
+constexpr auto kParams = paramRows<PppoeSettings>(choiceParam<&PppoeSettings::enable>("pppoe", kOffOn),
+                                                  pppoeUserParam<&PppoeSettings::user>("user"),
+                                                  pppoePassParam<&PppoeSettings::password>("pass"));
 
 }  // namespace
 
-class PPPoECgilet final : public RecordEndpoint<_pppoe_setting, 1> {
+class PppoeEndpoint final : public RecordEndpoint<PppoeSettings> {
  public:
-  PPPoECgilet() : RecordEndpoint(kParams) {}
+  PppoeEndpoint() : RecordEndpoint(kParams) {}
 
  private:
-  int check(_pppoe_setting& wanted) override {
+  int check(PppoeSettings& wanted) override {
     return canRun(*this, "pppoe", wanted.enable != 0, {{"user", wanted.user}});
   }
 };
 
-template InfCgilet* create<PPPoECgilet>();
+template InfCgilet* create<PppoeEndpoint>();
 
 }  // namespace camera

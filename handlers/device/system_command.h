@@ -18,7 +18,7 @@ class SystemCommandEndpoint : public StateEndpoint<Confirmation> {
   int carryOut(Confirmation& /*wanted*/) override { return 200; }
 
   int reply() override {
-    run_shell(command_);
+    runShell(command_);
     pair(parameters().front().name, "yes");
     return 200;
   }

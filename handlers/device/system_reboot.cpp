@@ -8,12 +8,12 @@ constexpr auto kParams = paramRows<Confirmation>(confirmationParam("reboot"));
 
 }  // namespace
 
-class SystemRebootCgilet final : public SystemCommandEndpoint {
+class SystemRebootEndpoint final : public SystemCommandEndpoint {
  public:
-  SystemRebootCgilet()
+  SystemRebootEndpoint()
       : SystemCommandEndpoint(kParams, "( sleep 5 && /sbin/reboot ) >/dev/null 2>/dev/null &") {}
 };
 
-template InfCgilet* create<SystemRebootCgilet>();
+template InfCgilet* create<SystemRebootEndpoint>();
 
 }  // namespace camera

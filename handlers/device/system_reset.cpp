@@ -8,13 +8,13 @@ constexpr auto kParams = paramRows<Confirmation>(confirmationParam("reset"));
 
 }  // namespace
 
-class SystemResetCgilet final : public SystemCommandEndpoint {
+class SystemResetEndpoint final : public SystemCommandEndpoint {
  public:
-  SystemResetCgilet()
+  SystemResetEndpoint()
       : SystemCommandEndpoint(kParams,
                               "( sleep 5 && factoryReset && /sbin/reboot ) >/dev/null 2>/dev/null &") {}
 };
 
-template InfCgilet* create<SystemResetCgilet>();
+template InfCgilet* create<SystemResetEndpoint>();
 
 }  // namespace camera

@@ -95,7 +95,7 @@ bool keysFit(const Combination& c) {
 
 // The record, and what of the request goes into it only under conditions.
 struct Wanted {
-  _wireless_setting record;
+  WirelessSettings record;
   std::int32_t channel = -1;  // -1: not given
   std::int32_t auth = -1;
   std::int32_t activeKey = 1;
@@ -107,12 +107,12 @@ constexpr char kWepKey[] = "5 or 13 printable ASCII characters, or 10 or 26 hexa
 constexpr char kWpaKey[] = "8 to 63 printable ASCII characters, or 64 hexadecimal digits";
 
 constexpr auto kParams = paramRows<Wanted>(
-    choiceParam<&Wanted::record, &_wireless_setting::enable>("enable", kOffOn),
-    choiceParam<&Wanted::record, &_wireless_setting::mode>("mode", kModeWords),
-    textParam<&Wanted::record, &_wireless_setting::essid>("essid", 1, 32, kPrintableText),
+    choiceParam<&Wanted::record, &WirelessSettings::enable>("enable", kOffOn),
+    choiceParam<&Wanted::record, &WirelessSettings::mode>("mode", kModeWords),
+    textParam<&Wanted::record, &WirelessSettings::essid>("essid", 1, 32, kPrintableText),
     integerParam<&Wanted::channel>("channel", 1, kMostChannels),
     choiceParam<&Wanted::auth>("auth", kAuthChoices),
-    choiceParam<&Wanted::record, &_wireless_setting::encryption>("encryption", kEncryptionWords),
+    choiceParam<&Wanted::record, &WirelessSettings::encryption>("encryption", kEncryptionWords),
     integerParam<&Wanted::activeKey>("activekey", 1, 1),  // clients know four keys, the camera has the first
     textParam<&Wanted::key1>("key1", 0, 26, kPrintableText).also(isWepKey, kWepKey),
     textParam<&Wanted::passphrase>("passphrase", 0, 64, kPrintableText).also(isWpaKey, kWpaKey),
@@ -121,13 +121,13 @@ constexpr auto kParams = paramRows<Wanted>(
 
 }  // namespace
 
-class WirelessCgilet final : public Endpoint {
+class WirelessEndpoint final : public Endpoint {
  public:
-  WirelessCgilet() : Endpoint(ParamTable<Wanted>(kParams)) {}
+  WirelessEndpoint() : Endpoint(ParamTable<Wanted>(kParams)) {}
 
  private:
   int load() override {
-    const PIB* known = product();
+    const ProductInfo* known = product();
     if (known == nullptr) return 500;
     channels_ = channelPattern(known->getRegion());
     return read(wireless_);
@@ -145,7 +145,7 @@ class WirelessCgilet final : public Endpoint {
     if (!keysFit(c))
       return refuse(c.encryption.effective() == kWep ? "key1" : "passphrase", "needed with this encryption");
     merge(c, &wanted);
-    writeChanged(wireless_, wanted.record, 1);
+    writeChanged(wireless_, wanted.record);
     const int result = commit();
     if (result == 200) wireless_ = wanted.record;
     return result;
@@ -188,7 +188,7 @@ class WirelessCgilet final : public Endpoint {
   }
 
   static void merge(const Combination& c, Wanted* wanted) {
-    _wireless_setting& record = wanted->record;
+    WirelessSettings& record = wanted->record;
     const int cipher = c.encryption.effective();
     if (c.auth.isGiven()) {
       record.auth =
@@ -209,10 +209,10 @@ class WirelessCgilet final : public Endpoint {
     pair("key1", wireless_.key);
   }
 
-  _wireless_setting wireless_;
+  WirelessSettings wireless_;
   std::string_view channels_;
 };
 
-template InfCgilet* create<WirelessCgilet>();
+template InfCgilet* create<WirelessEndpoint>();
 
 }  // namespace camera

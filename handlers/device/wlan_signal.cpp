@@ -3,13 +3,13 @@
 
 namespace camera {
 
-class WlanSignalCgilet final : public ReadOnlyEndpoint {
+class WlanSignalEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
-    pair("signal", cam_get_wireless_rssi());
+    pair("signal", wirelessRssi());
     return 200;
   }
 };
 
-template InfCgilet* create<WlanSignalCgilet>();
+template InfCgilet* create<WlanSignalEndpoint>();
 
 }  // namespace camera

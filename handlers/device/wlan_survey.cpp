@@ -51,9 +51,9 @@ int quality(int rssi) {
 
 }  // namespace
 
-class WlanSurveyCgilet final : public ReadOnlyEndpoint {
+class WlanSurveyEndpoint final : public ReadOnlyEndpoint {
   int load() override {
-    const PIB* known = product();
+    const ProductInfo* known = product();
     if (known == nullptr) return 500;
     return known->probeWireless() ? 200 : fail(404, "this camera has no wireless client");
   }
@@ -78,6 +78,6 @@ class WlanSurveyCgilet final : public ReadOnlyEndpoint {
   }
 };
 
-template InfCgilet* create<WlanSurveyCgilet>();
+template InfCgilet* create<WlanSurveyEndpoint>();
 
 }  // namespace camera

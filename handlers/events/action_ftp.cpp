@@ -8,8 +8,8 @@ namespace camera {
 namespace {
 
 struct Ftp {
-  _ftp_setting server;
-  _snapshot_setting snapshot;
+  FtpSettings server;
+  SnapshotSettings snapshot;
   char pass[kEncodedSize];
   std::int32_t seconds;  // between uploads
 };
@@ -17,21 +17,21 @@ struct Ftp {
 constexpr int kMillisecondsPerSecond = 1000;
 
 constexpr auto kParams =
-    paramRows<Ftp>(choiceParam<&Ftp::server, &_ftp_setting::enable>("enable", kNoYes),
-                   textParam<&Ftp::server, &_ftp_setting::host>("host", 1, 60, kNameText),
-                   integerParam<&Ftp::server, &_ftp_setting::port>("port", 1, 65535),
-                   textParam<&Ftp::server, &_ftp_setting::path>("path", 0, 30, kPathText),
-                   textParam<&Ftp::server, &_ftp_setting::prefix>("prefix", 0, 30, kFileNameText),
-                   textParam<&Ftp::server, &_ftp_setting::user>("user", 0, 30, kPunctuationText),
+    paramRows<Ftp>(choiceParam<&Ftp::server, &FtpSettings::enable>("enable", kNoYes),
+                   textParam<&Ftp::server, &FtpSettings::host>("host", 1, 60, kNameText),
+                   integerParam<&Ftp::server, &FtpSettings::port>("port", 1, 65535),
+                   textParam<&Ftp::server, &FtpSettings::path>("path", 0, 30, kPathText),
+                   textParam<&Ftp::server, &FtpSettings::prefix>("prefix", 0, 30, kFileNameText),
+                   textParam<&Ftp::server, &FtpSettings::user>("user", 0, 30, kPunctuationText),
                    encodedPasswordParam<&Ftp::pass>("pass"),
-                   choiceParam<&Ftp::server, &_ftp_setting::passive>("passive", kNoYes),
+                   choiceParam<&Ftp::server, &FtpSettings::passive>("passive", kNoYes),
                    integerParam<&Ftp::seconds>("interval", 10, 86400));
 
 }  // namespace
 
-class ActionFTPCgilet final : public StateEndpoint<Ftp> {
+class ActionFtpEndpoint final : public StateEndpoint<Ftp> {
  public:
-  ActionFTPCgilet() : StateEndpoint({kParams, UnknownNames::kIgnore}) {}
+  ActionFtpEndpoint() : StateEndpoint({kParams, UnknownNames::kIgnore}) {}
 
  private:
   int load() override {
@@ -52,11 +52,11 @@ class ActionFTPCgilet final : public StateEndpoint<Ftp> {
   int carryOut(Ftp& wanted) override {
     isSwitched_ = isSwitched_ || wanted.server.enable != state.server.enable;
     isPaced_ = isPaced_ || wanted.server.interval != state.server.interval;
-    writeChanged(state.server, wanted.server, 1);
+    writeChanged(state.server, wanted.server);
     const int result = commit();
     if (result != 200 || !(isSwitched_ || isPaced_)) return result;
     if (isSwitched_) wanted.snapshot.ftp_enable = wanted.server.enable;
-    write(wanted.snapshot, 1);
+    write(wanted.snapshot);
     return commit();
   }
 
@@ -65,6 +65,6 @@ class ActionFTPCgilet final : public StateEndpoint<Ftp> {
   bool isPaced_ = false;
 };
 
-template InfCgilet* create<ActionFTPCgilet>();
+template InfCgilet* create<ActionFtpEndpoint>();
 
 }  // namespace camera

@@ -7,7 +7,7 @@ namespace camera {
 namespace {
 
 struct Mail {
-  _smtp_setting account;
+  SmtpSettings account;
   char pass[kEncodedSize];
 };
 
@@ -25,19 +25,19 @@ constexpr auto addressParam(const char* name) {
 }
 
 constexpr auto kParams =
-    paramRows<Mail>(choiceParam<&Mail::account, &_smtp_setting::enable>("enable", kNoYes),
-                    addressParam<&Mail::account, &_smtp_setting::sender>("sender"),
-                    addressParam<&Mail::account, &_smtp_setting::to>("to"),
-                    textParam<&Mail::account, &_smtp_setting::host>("host", 1, 60, kNameText),
-                    integerParam<&Mail::account, &_smtp_setting::port>("port", 1, 65535),
-                    textParam<&Mail::account, &_smtp_setting::user>("user", 0, 30, kPunctuationText),
+    paramRows<Mail>(choiceParam<&Mail::account, &SmtpSettings::enable>("enable", kNoYes),
+                    addressParam<&Mail::account, &SmtpSettings::sender>("sender"),
+                    addressParam<&Mail::account, &SmtpSettings::to>("to"),
+                    textParam<&Mail::account, &SmtpSettings::host>("host", 1, 60, kNameText),
+                    integerParam<&Mail::account, &SmtpSettings::port>("port", 1, 65535),
+                    textParam<&Mail::account, &SmtpSettings::user>("user", 0, 30, kPunctuationText),
                     encodedPasswordParam<&Mail::pass>("pass"));
 
 }  // namespace
 
-class ActionMailCgilet final : public StateEndpoint<Mail> {
+class ActionMailEndpoint final : public StateEndpoint<Mail> {
  public:
-  ActionMailCgilet() : StateEndpoint({kParams, UnknownNames::kIgnore}) {}
+  ActionMailEndpoint() : StateEndpoint({kParams, UnknownNames::kIgnore}) {}
 
  private:
   int load() override {
@@ -52,11 +52,11 @@ class ActionMailCgilet final : public StateEndpoint<Mail> {
   }
 
   int carryOut(Mail& wanted) override {
-    writeChanged(state.account, wanted.account, 1);
+    writeChanged(state.account, wanted.account);
     return commit();
   }
 };
 
-template InfCgilet* create<ActionMailCgilet>();
+template InfCgilet* create<ActionMailEndpoint>();
 
 }  // namespace camera

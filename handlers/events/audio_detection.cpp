@@ -7,17 +7,17 @@ namespace {
 
 constexpr const char* kSensitivities[] = {"50", "55", "60", "65", "70", "75", "80", "85", "90"};
 
-constexpr auto kParams = paramRows<_audio_detection_setting>(
-    choiceParam<&_audio_detection_setting::enable>("enable", kNoYes),
-    choiceParam<&_audio_detection_setting::sensitivity>("sensitivity", kSensitivities).storingNumber());
+constexpr auto kParams = paramRows<AudioDetectionSettings>(
+    choiceParam<&AudioDetectionSettings::enable>("enable", kNoYes),
+    choiceParam<&AudioDetectionSettings::sensitivity>("sensitivity", kSensitivities).storingNumber());
 
 }  // namespace
 
-class AudioDetectionCgilet final : public RecordEndpoint<_audio_detection_setting, 0> {
+class AudioDetectionEndpoint final : public RecordEndpoint<AudioDetectionSettings> {
  public:
-  AudioDetectionCgilet() : RecordEndpoint(kParams) {}
+  AudioDetectionEndpoint() : RecordEndpoint(kParams) {}
 };
 
-template InfCgilet* create<AudioDetectionCgilet>();
+template InfCgilet* create<AudioDetectionEndpoint>();
 
 }  // namespace camera

@@ -12,9 +12,9 @@ namespace camera {
 namespace {
 
 struct Detections {
-  _audio_detection_setting sound;
-  _motiond_setting motion;
-  _gpio_setting gpio;
+  AudioDetectionSettings sound;
+  MotionSettings motion;
+  GpioSettings gpio;
   bool hasPir;
 };
 
@@ -50,40 +50,40 @@ constexpr auto leadingNumberParam(const char* name, const char* accepted) {
 }
 
 constexpr auto kParams = paramRows<Detections>(
-    choiceParam<&Detections::sound, &_audio_detection_setting::enable>("sound_enable", kNoYes),
-    leadingNumberParam<isSoundSensitivity, &Detections::sound, &_audio_detection_setting::sensitivity>(
+    choiceParam<&Detections::sound, &AudioDetectionSettings::enable>("sound_enable", kNoYes),
+    leadingNumberParam<isSoundSensitivity, &Detections::sound, &AudioDetectionSettings::sensitivity>(
         "sound_sensitivity", "50 to 90, a multiple of 5"),
-    choiceParam<&Detections::sound, &_audio_detection_setting::push>("sound_push", kNoYes),
-    choiceParam<&Detections::motion, &_motiond_setting::enable>("motion_enable", kNoYes),
-    leadingNumberParam<isMotionSensitivity, &Detections::motion, &_motiond_setting::sensitivity>(
+    choiceParam<&Detections::sound, &AudioDetectionSettings::push>("sound_push", kNoYes),
+    choiceParam<&Detections::motion, &MotionSettings::enable>("motion_enable", kNoYes),
+    leadingNumberParam<isMotionSensitivity, &Detections::motion, &MotionSettings::sensitivity>(
         "motion_sensitivity", "0 to 100"),
-    choiceParam<&Detections::motion, &_motiond_setting::push>("motion_push", kNoYes),
-    choiceParam<&Detections::gpio, &_gpio_setting::pir>("pir_enable", kNoYes).onlyIf<hasPir>(),
-    leadingNumberParam<isPirSensitivity, &Detections::motion, &_motiond_setting::pir_sensitivity>(
+    choiceParam<&Detections::motion, &MotionSettings::push>("motion_push", kNoYes),
+    choiceParam<&Detections::gpio, &GpioSettings::pir>("pir_enable", kNoYes).onlyIf<hasPir>(),
+    leadingNumberParam<isPirSensitivity, &Detections::motion, &MotionSettings::pir_sensitivity>(
         "pir_sensitivity", "0, 50 or 100")
         .onlyIf<hasPir>());
 
 // Watches the whole picture, in a mask of the length that it has.
-void watchAll(_motiond_setting* motion) {
+void watchAll(MotionSettings* motion) {
   char(&mask)[sizeof motion->mbmask] = motion->mbmask;
   setText(mask, std::string(std::min(strnlen(mask, sizeof mask), kWholePicture), 'F'));
 }
 
 }  // namespace
 
-class DetectionPushCgilet final : public StateEndpoint<Detections> {
+class DetectionPushEndpoint final : public StateEndpoint<Detections> {
  public:
-  DetectionPushCgilet() : StateEndpoint(kParams) {}
+  DetectionPushEndpoint() : StateEndpoint(kParams) {}
 
  private:
   int load() override {
     // Nothing of system is reported, but a camera whose store fails is not well. One record that cannot be
     // read keeps none of the others from being read.
-    _system_setting system;
+    SystemSettings system;
     int failures = 0;
     for (const int result : {read(state.sound), read(state.motion), read(state.gpio), read(system)})
       failures += result != 200 ? 1 : 0;
-    const PIB* known = product();
+    const ProductInfo* known = product();
     if (failures > 0 || known == nullptr) return 500;
     state.hasPir = known->has_pir != 0;
     return 200;
@@ -93,14 +93,13 @@ class DetectionPushCgilet final : public StateEndpoint<Detections> {
     // Switched on again, it is told to the motion detection again.
     const bool startsMotion = given("motion_enable") && wanted.motion.enable != 0;
     if (startsMotion) watchAll(&wanted.motion);
-    begin();  // a transaction also where nothing changed
-    writeChanged(state.sound, wanted.sound, 0);
-    if (startsMotion || differ(state.motion, wanted.motion)) write(wanted.motion, 1);
-    writeChanged(state.gpio, wanted.gpio, 1);
+    writeChanged(state.sound, wanted.sound);
+    if (startsMotion || differ(state.motion, wanted.motion)) write(wanted.motion);
+    writeChanged(state.gpio, wanted.gpio);
     return commit();
   }
 };
 
-template InfCgilet* create<DetectionPushCgilet>();
+template InfCgilet* create<DetectionPushEndpoint>();
 
 }  // namespace camera

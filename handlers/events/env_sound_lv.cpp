@@ -9,10 +9,10 @@ constexpr int kListeningSeconds = 2;
 
 }  // namespace
 
-class EnvSoundLevelCgilet final : public ReadOnlyEndpoint {
+class EnvSoundLevelEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
     std::uint8_t level = 0;
-    listen(kSoundLevelEvent, kListeningSeconds, [&level](const _MultiCastPackage_& package) {
+    listen(kSoundLevelEvent, kListeningSeconds, [&level](const StatusPackage& package) {
       level = lowByte(package.value);
       return false;
     });
@@ -21,6 +21,6 @@ class EnvSoundLevelCgilet final : public ReadOnlyEndpoint {
   }
 };
 
-template InfCgilet* create<EnvSoundLevelCgilet>();
+template InfCgilet* create<EnvSoundLevelEndpoint>();
 
 }  // namespace camera

@@ -20,15 +20,15 @@ struct List {
 
 }  // namespace
 
-class EventInfoCgilet final : public ReadOnlyEndpoint {
+class EventInfoEndpoint final : public ReadOnlyEndpoint {
  public:
-  EventInfoCgilet() : ReadOnlyEndpoint(Takes::kNothingIfLoaded) {}
+  EventInfoEndpoint() : ReadOnlyEndpoint(Takes::kNothingIfLoaded) {}
 
  private:
   int load() override { return product() == nullptr ? 500 : 200; }
 
   int reply() override {
-    const PIB& known = *product();
+    const ProductInfo& known = *product();
     handlers_.add({"cifs_rec"});
     if (known.has_sdcard != 0) handlers_.add({"sd1_rec"});
     handlers_.add({"mail_shot"});
@@ -60,6 +60,6 @@ class EventInfoCgilet final : public ReadOnlyEndpoint {
   List handlers_;
 };
 
-template InfCgilet* create<EventInfoCgilet>();
+template InfCgilet* create<EventInfoEndpoint>();
 
 }  // namespace camera

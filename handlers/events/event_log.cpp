@@ -31,20 +31,20 @@ constexpr std::array<ParamRow, 0> kNoParams{};
 
 }  // namespace
 
-class EventLogCgilet final : public Endpoint {
+class EventLogEndpoint final : public Endpoint {
  public:
-  EventLogCgilet() : Endpoint({kNoParams, UnknownNames::kIgnore}) {}
+  EventLogEndpoint() : Endpoint({kNoParams, UnknownNames::kIgnore}) {}
 
  private:
   // A log that cannot be had is an empty one.
   int load() override {
-    read_command(kPrintLog, keepDetection, &body);
+    readCommand(kPrintLog, keepDetection, &body);
     return 200;
   }
   int apply() override { return 200; }
   int reply() override { return 200; }
 };
 
-template InfCgilet* create<EventLogCgilet>();
+template InfCgilet* create<EventLogEndpoint>();
 
 }  // namespace camera

@@ -28,13 +28,13 @@ int handledLines(std::uint32_t count) {
 
 }  // namespace
 
-class IOCgilet final : public Endpoint {
+class IoEndpoint final : public Endpoint {
  public:
-  IOCgilet() : Endpoint(ParamTable<Switches>(kParams)) {}
+  IoEndpoint() : Endpoint(ParamTable<Switches>(kParams)) {}
 
  private:
   int load() override {
-    const PIB* known = product();
+    const ProductInfo* known = product();
     if (known == nullptr) return 500;
     inputs_ = handledLines(known->input_count);
     outputs_ = handledLines(known->output_count);
@@ -92,6 +92,6 @@ class IOCgilet final : public Endpoint {
   int outputs_ = 0;
 };
 
-template InfCgilet* create<IOCgilet>();
+template InfCgilet* create<IoEndpoint>();
 
 }  // namespace camera

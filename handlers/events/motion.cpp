@@ -10,8 +10,8 @@ namespace {
 constexpr int kBlindDisplaySystem = 1;  // in which motion cannot be detected
 
 struct Motion {
-  _motiond_setting motiond;
-  _gpio_setting gpio;
+  MotionSettings motiond;
+  GpioSettings gpio;
   bool hasPir;
 };
 
@@ -26,12 +26,12 @@ Bounds maskLength(const Motion& motion) {
 }
 
 constexpr auto kParams = paramRows<Motion>(
-    choiceParam<&Motion::motiond, &_motiond_setting::enable>("enable", kNoYes),
-    textParam<&Motion::motiond, &_motiond_setting::mbmask>("mbmask", 0, 511, "", kHexDigits)
+    choiceParam<&Motion::motiond, &MotionSettings::enable>("enable", kNoYes),
+    textParam<&Motion::motiond, &MotionSettings::mbmask>("mbmask", 0, 511, "", kHexDigits)
         .within<maskLength>("as many hexadecimal digits as the stored mask has"),
-    integerParam<&Motion::motiond, &_motiond_setting::sensitivity>("sensitivity", 0, 100),
-    choiceParam<&Motion::gpio, &_gpio_setting::pir>("pir", kNoYes).onlyIf<hasPir>(),
-    integerParam<&Motion::motiond, &_motiond_setting::pir_sensitivity>("pir_sensitivity", 0, 100)
+    integerParam<&Motion::motiond, &MotionSettings::sensitivity>("sensitivity", 0, 100),
+    choiceParam<&Motion::gpio, &GpioSettings::pir>("pir", kNoYes).onlyIf<hasPir>(),
+    integerParam<&Motion::motiond, &MotionSettings::pir_sensitivity>("pir_sensitivity", 0, 100)
         .saying("0, 50 or 100"));
 
 bool watchesNothing(std::string_view mask) {
@@ -40,14 +40,14 @@ bool watchesNothing(std::string_view mask) {
 
 }  // namespace
 
-class MotionCgilet final : public StateEndpoint<Motion> {
+class MotionEndpoint final : public StateEndpoint<Motion> {
  public:
-  MotionCgilet() : StateEndpoint(kParams) {}
+  MotionEndpoint() : StateEndpoint(kParams) {}
 
  private:
   int load() override {
     if (const int result = read(state.motiond, state.gpio); result != 200) return result;
-    const PIB* known = product();
+    const ProductInfo* known = product();
     if (known == nullptr) return 500;
     state.hasPir = known->has_pir != 0;
     return 200;
@@ -72,13 +72,13 @@ class MotionCgilet final : public StateEndpoint<Motion> {
 
   int carryOut(Motion& wanted) override {
     if (differ(state.motiond, wanted.motiond) || differ(state.gpio, wanted.gpio)) {
-      write(wanted.motiond, 1);
-      write(wanted.gpio, 1);
+      write(wanted.motiond);
+      write(wanted.gpio);
     }
     return commit();
   }
 };
 
-template InfCgilet* create<MotionCgilet>();
+template InfCgilet* create<MotionEndpoint>();
 
 }  // namespace camera

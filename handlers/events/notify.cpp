@@ -32,7 +32,7 @@ struct Status {
   std::uint8_t pir;
 };
 
-void foldStorage(const _MultiCastPackage_& package, Status* status) {
+void foldStorage(const StatusPackage& package, Status* status) {
   if ((package.event & kRecordingEvent) != 0) {
     status->recording = package.flags == 0 ? 1 : 0;
     if (package.flags == 0) status->storageFull = status->storageFailed = 0;
@@ -47,21 +47,21 @@ void foldStorage(const _MultiCastPackage_& package, Status* status) {
   }
 }
 
-void foldLines(const _MultiCastPackage_& package, Status* status) {
+void foldLines(const StatusPackage& package, Status* status) {
   for (int i = 0; i < kMostLines; ++i) {
     if ((package.event & kInputEvent << i) != 0) status->input[i] = 1;
     if ((package.event & kOutputEvent << i) != 0) status->output[i] = lowByte(package.value2);
   }
 }
 
-void foldSound(const _MultiCastPackage_& package, Status* status) {
+void foldSound(const StatusPackage& package, Status* status) {
   if ((package.event & kSoundEvent) != 0) status->soundDetected = 1;
   if ((package.event & (kSoundEvent | kSoundLevelEvent)) != 0) status->soundLevel = lowByte(package.value);
   if ((package.event & kSpeakerOccupiedEvent) != 0) status->speakerOccupied = 1;
   if ((package.event & kMicMutedEvent) != 0) status->micMuted = 1;
 }
 
-void fold(const _MultiCastPackage_& package, Status* status) {
+void fold(const StatusPackage& package, Status* status) {
   if ((package.event & kMotionEvent) != 0) {
     status->motion = 1;
     status->motionValue = package.value;
@@ -74,11 +74,11 @@ void fold(const _MultiCastPackage_& package, Status* status) {
 
 }  // namespace
 
-class NotifyCgilet final : public ReadOnlyEndpoint {
+class NotifyEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
-    const PIB* known = product();
+    const ProductInfo* known = product();
     if (known == nullptr) return 500;
-    listen(kEvents, kListeningSeconds, [this](const _MultiCastPackage_& package) {
+    listen(kEvents, kListeningSeconds, [this](const StatusPackage& package) {
       fold(package, &status_);
       return true;
     });
@@ -89,7 +89,7 @@ class NotifyCgilet final : public ReadOnlyEndpoint {
     pair("audio_detect_val", status_.soundLevel);
     if (known->has_speaker != 0) state("speaker_occupied", status_.speakerOccupied);
     state("mic_muted", status_.micMuted);
-    _host_setting host;
+    HostSettings host;
     if (read(host) == 200) pair("cameraname", host.name);
     return 200;
   }
@@ -104,7 +104,7 @@ class NotifyCgilet final : public ReadOnlyEndpoint {
   }
 
   // Lines beyond those that packages and commands can tell of count as off.
-  void replyLines(const PIB& product) {
+  void replyLines(const ProductInfo& product) {
     for (std::uint32_t i = 0; i < product.input_count; ++i) {
       state(numbered("input", std::int64_t{i} + 1), i < kMostLines ? status_.input[i] : 0);
     }
@@ -117,10 +117,10 @@ class NotifyCgilet final : public ReadOnlyEndpoint {
   }
 
   // What is switched by settings, no daemon tells.
-  int replyParts(const PIB& product) {
+  int replyParts(const ProductInfo& product) {
     state("vsignal", 1);
-    _audio_setting audio{};
-    _ir_setting ir{};
+    AudioSettings audio{};
+    IrSettings ir{};
     const bool hasSound = product.has_speaker != 0 || product.has_mic != 0;
     if (hasSound && read(audio) != 200) return 500;
     if (product.has_irled != 0 && read(ir) != 200) return 500;
@@ -146,6 +146,6 @@ class NotifyCgilet final : public ReadOnlyEndpoint {
   Status status_{};
 };
 
-template InfCgilet* create<NotifyCgilet>();
+template InfCgilet* create<NotifyEndpoint>();
 
 }  // namespace camera

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "platform/daemons/multi_receiver.h"
+#include "platform/daemons/status_receiver.h"
 
 namespace camera {
 
@@ -35,9 +35,9 @@ inline std::uint8_t lowByte(std::int32_t number) {
 // has begun is not cut short, so that it can take up to a second longer.
 template <class Take>
 void listen(std::uint32_t events, int seconds, Take take) {
-  MultiReceiver receiver;
+  StatusReceiver receiver;
   receiver.Init(0);
-  _MultiCastPackage_ package{};
+  StatusPackage package{};
   while (receiver.secondsSinceInit() < seconds) {
     if (receiver.Wait(events, &package, 1, 0) >= 0 && !take(package)) return;
   }

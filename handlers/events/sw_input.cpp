@@ -14,9 +14,9 @@ constexpr auto kParams =
 
 }  // namespace
 
-class SwInputCgilet final : public StateEndpoint<SoftwareInput> {
+class SwInputEndpoint final : public StateEndpoint<SoftwareInput> {
  public:
-  SwInputCgilet() : StateEndpoint(kParams, Takes::kCommand) {}
+  SwInputEndpoint() : StateEndpoint(kParams, Takes::kCommand) {}
 
  private:
   int carryOut(SoftwareInput& wanted) override {
@@ -28,6 +28,6 @@ class SwInputCgilet final : public StateEndpoint<SoftwareInput> {
   }
 };
 
-template InfCgilet* create<SwInputCgilet>();
+template InfCgilet* create<SwInputEndpoint>();
 
 }  // namespace camera

@@ -26,9 +26,9 @@ constexpr auto kParams =
 
 }  // namespace
 
-class AudioCgilet final : public StateEndpoint<AudioProfile> {
+class AudioEndpoint final : public StateEndpoint<AudioProfile> {
  public:
-  AudioCgilet() : StateEndpoint(kParams, Takes::kCommand) {}
+  AudioEndpoint() : StateEndpoint(kParams, Takes::kCommand) {}
 
  private:
   int check(AudioProfile& wanted) override {
@@ -42,6 +42,6 @@ class AudioCgilet final : public StateEndpoint<AudioProfile> {
   int carryOut(AudioProfile& /*wanted*/) override { return 200; }
 };
 
-template InfCgilet* create<AudioCgilet>();
+template InfCgilet* create<AudioEndpoint>();
 
 }  // namespace camera

@@ -8,17 +8,16 @@ namespace {
 constexpr const char* kModes[] = {"auto", "manual", "day", "night"};
 constexpr int kDay = 2;  // the first of the fixed modes, in which the LEDs follow the switch
 
-constexpr auto kParams =
-    paramRows<_ir_setting>(choiceParam<&_ir_setting::icr_mode>("mode", kModes).required());
+constexpr auto kParams = paramRows<IrSettings>(choiceParam<&IrSettings::icr_mode>("mode", kModes).required());
 
 }  // namespace
 
-class ICRCgilet final : public RecordEndpoint<_ir_setting, 0> {
+class IcrEndpoint final : public RecordEndpoint<IrSettings> {
  public:
-  ICRCgilet() : RecordEndpoint(kParams, &PIB::has_icr) {}
+  IcrEndpoint() : RecordEndpoint(kParams, &ProductInfo::has_icr) {}
 
  private:
-  int check(_ir_setting& wanted) override {
+  int check(IrSettings& wanted) override {
     const bool isSwitched = wanted.icr_mode != state.icr_mode;
     if (isSwitched && wanted.icr_mode >= kDay)
       wanted.ir_led = static_cast<std::uint8_t>(wanted.icr_mode - kDay);
@@ -26,6 +25,6 @@ class ICRCgilet final : public RecordEndpoint<_ir_setting, 0> {
   }
 };
 
-template InfCgilet* create<ICRCgilet>();
+template InfCgilet* create<IcrEndpoint>();
 
 }  // namespace camera

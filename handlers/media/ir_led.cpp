@@ -7,20 +7,20 @@ namespace {
 
 constexpr int kManual = 1;
 
-constexpr auto kParams = paramRows<_ir_setting>(choiceParam<&_ir_setting::ir_led>("mode", kOffOn).required());
+constexpr auto kParams = paramRows<IrSettings>(choiceParam<&IrSettings::ir_led>("mode", kOffOn).required());
 
 }  // namespace
 
-class IRLEDCgilet final : public RecordEndpoint<_ir_setting, 0> {
+class IrLedEndpoint final : public RecordEndpoint<IrSettings> {
  public:
-  IRLEDCgilet() : RecordEndpoint(kParams, &PIB::has_irled) {}
+  IrLedEndpoint() : RecordEndpoint(kParams, &ProductInfo::has_irled) {}
 
  private:
-  int check(_ir_setting& wanted) override {
+  int check(IrSettings& wanted) override {
     return wanted.icr_mode == kManual ? 200 : refuse("mode", "only while the day/night switch is manual");
   }
 };
 
-template InfCgilet* create<IRLEDCgilet>();
+template InfCgilet* create<IrLedEndpoint>();
 
 }  // namespace camera

@@ -3,13 +3,13 @@
 
 namespace camera {
 
-class MicCgilet final : public RecordEndpoint<_audio_setting, 0> {
+class MicEndpoint final : public RecordEndpoint<AudioSettings> {
  public:
-  MicCgilet()
-      : RecordEndpoint(kAudioSwitchParams<&_audio_setting::mic_enable, &_audio_setting::mic_volume>,
-                       &PIB::has_mic) {}
+  MicEndpoint()
+      : RecordEndpoint(kAudioSwitchParams<&AudioSettings::mic_enable, &AudioSettings::mic_volume>,
+                       &ProductInfo::has_mic) {}
 };
 
-template InfCgilet* create<MicCgilet>();
+template InfCgilet* create<MicEndpoint>();
 
 }  // namespace camera

@@ -5,17 +5,16 @@
 namespace camera {
 namespace {
 
-constexpr auto kParams =
-    paramRows<_privacy_setting>(choiceParam<&_privacy_setting::enable>("enable", kNoYes),
-                                choiceParam<&_privacy_setting::manual>("manual", kOffOn));
+constexpr auto kParams = paramRows<PrivacySettings>(choiceParam<&PrivacySettings::enable>("enable", kNoYes),
+                                                    choiceParam<&PrivacySettings::manual>("manual", kOffOn));
 
 }  // namespace
 
-class PrivacyCgilet final : public RecordEndpoint<_privacy_setting, 1> {
+class PrivacyEndpoint final : public RecordEndpoint<PrivacySettings> {
  public:
-  PrivacyCgilet() : RecordEndpoint(kParams, &PIB::has_privacy) {}
+  PrivacyEndpoint() : RecordEndpoint(kParams, &ProductInfo::has_privacy) {}
 };
 
-template InfCgilet* create<PrivacyCgilet>();
+template InfCgilet* create<PrivacyEndpoint>();
 
 }  // namespace camera

@@ -16,26 +16,26 @@ constexpr auto kParams =
 
 }  // namespace
 
-class RtspURLCgilet final : public StateEndpoint<StreamPath> {
+class RtspUrlEndpoint final : public StateEndpoint<StreamPath> {
  public:
-  RtspURLCgilet() : StateEndpoint(kParams, Takes::kCommand) {}
+  RtspUrlEndpoint() : StateEndpoint(kParams, Takes::kCommand) {}
 
  private:
   // The record is read only for a request that makes sense.
   int carryOut(StreamPath& wanted) override {
     if (const int result = read(rtspsvr_); result != 200) return result;
-    _rtspsvr_setting changed = rtspsvr_;
+    RtspServerSettings changed = rtspsvr_;
     char(&entry)[32] = changed.urlentry[wanted.profile - 1];
     if (given("urlentry")) setText(entry, wanted.path);
-    writeChanged(rtspsvr_, changed, 1);
+    writeChanged(rtspsvr_, changed);
     rtspsvr_ = changed;
     wanted.path = rtspsvr_.urlentry[wanted.profile - 1];
     return commit();
   }
 
-  _rtspsvr_setting rtspsvr_;
+  RtspServerSettings rtspsvr_;
 };
 
-template InfCgilet* create<RtspURLCgilet>();
+template InfCgilet* create<RtspUrlEndpoint>();
 
 }  // namespace camera

@@ -6,14 +6,14 @@
 
 namespace camera {
 
-class SensorCgilet final : public Endpoint {
+class SensorEndpoint final : public Endpoint {
  public:
   // Its parameters follow from the sensor; those that the sensor lacks are as unknown, and ignored.
-  SensorCgilet() : Endpoint({}) {}
+  SensorEndpoint() : Endpoint({}) {}
 
  private:
   int load() override {
-    const PIB* known = product();
+    const ProductInfo* known = product();
     if (known == nullptr) return 500;
     if (!sensor_.init(*known)) return fail(500, "product information: too long a list of capabilities");
     if (read(image_) != 200) return 500;
@@ -30,7 +30,7 @@ class SensorCgilet final : public Endpoint {
   }
 
   int apply() override {
-    _image_setting wanted = image_;
+    ImageSettings wanted = image_;
     for (const Capability& capability : capabilities()) {
       const auto query = queries.find(capability.parameter);
       if (query == queries.end() || !sensor_.has(capability)) continue;
@@ -39,7 +39,7 @@ class SensorCgilet final : public Endpoint {
       if (number < 0) return refuse(capability.parameter, values.listAccepted());
       wanted.*capability.field = static_cast<std::uint8_t>(number);
     }
-    writeChanged(image_, wanted, 0);
+    writeChanged(image_, wanted);
     const int result = commit();
     if (result == 200) image_ = wanted;
     return result;
@@ -63,9 +63,9 @@ class SensorCgilet final : public Endpoint {
   std::vector<std::string> exposureTimes_;
   std::vector<const char*> exposureNames_;
   ValueSet exposures_;
-  _image_setting image_;
+  ImageSettings image_;
 };
 
-template InfCgilet* create<SensorCgilet>();
+template InfCgilet* create<SensorEndpoint>();
 
 }  // namespace camera

@@ -28,9 +28,9 @@ bool listExposureTimes(std::string_view text, std::string* list) {
 
 }  // namespace
 
-class SensorInfoCgilet final : public ReadOnlyEndpoint {
+class SensorInfoEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
-    const PIB* known = product();
+    const ProductInfo* known = product();
     if (known == nullptr) return 500;
     int number = 0;
     int reserved = 0;
@@ -63,7 +63,7 @@ class SensorInfoCgilet final : public ReadOnlyEndpoint {
   }
 
   int replyCurrent(const Capability& capability) {
-    _image_setting image;
+    ImageSettings image;
     if (read(image) != 200) return 500;
     pair(capability.currentKey, sensor_.values(capability).nameOf(image.*capability.field));
     return 200;
@@ -72,6 +72,6 @@ class SensorInfoCgilet final : public ReadOnlyEndpoint {
   SensorCapabilities sensor_;
 };
 
-template InfCgilet* create<SensorInfoCgilet>();
+template InfCgilet* create<SensorInfoEndpoint>();
 
 }  // namespace camera

@@ -45,7 +45,7 @@ std::uint8_t adapted(std::uint8_t rate, const DisplayMode& display) {
 }
 
 // What the profiles become in that display system.
-void adapt(_profile_setting* profiles, int number, const DisplayMode& display) {
+void adapt(ProfileSettings* profiles, int number, const DisplayMode& display) {
   profiles->display_system = static_cast<std::uint8_t>(number);
   if (display.subtype != 0) profiles->display_subtype = display.subtype;
   for (int profile = 1; profile <= kProfiles; ++profile) {
@@ -59,9 +59,9 @@ void adapt(_profile_setting* profiles, int number, const DisplayMode& display) {
 
 }  // namespace
 
-class SensorOutputCgilet final : public StateEndpoint<Output> {
+class SensorOutputEndpoint final : public StateEndpoint<Output> {
  public:
-  SensorOutputCgilet() : StateEndpoint(kParams) {}
+  SensorOutputEndpoint() : StateEndpoint(kParams) {}
 
  private:
   int load() override {
@@ -83,30 +83,29 @@ class SensorOutputCgilet final : public StateEndpoint<Output> {
   int carryOut(Output& wanted) override {
     if (wanted.current == state.current) return 200;
     const DisplayMode& display = *displayMode(wanted.current);
-    _profile_setting profiles;
+    ProfileSettings profiles;
     if (read(profiles) != 200) return 500;
     adapt(&profiles, wanted.current, display);
-    begin();
     if (!display.detectsMotion && switchMotionOff() != 200) return 500;
     if (display.videoFormat != 0 && setVideoFormat(display.videoFormat) != 200) return 500;
-    write(profiles, 1);
+    write(profiles);
     return commit(500);
   }
 
   int switchMotionOff() {
-    _motiond_setting motion;
+    MotionSettings motion;
     if (read(motion) != 200) return 500;
     if (motion.enable != 1) return 200;
     motion.enable = 0;
-    write(motion, 1);
+    write(motion);
     return 200;
   }
 
   int setVideoFormat(std::uint8_t format) {
-    _image_setting image;
+    ImageSettings image;
     if (read(image) != 200) return 500;
     image.video_in_format = format;
-    write(image, 1);
+    write(image);
     return 200;
   }
 
@@ -117,6 +116,6 @@ class SensorOutputCgilet final : public StateEndpoint<Output> {
   }
 };
 
-template InfCgilet* create<SensorOutputCgilet>();
+template InfCgilet* create<SensorOutputEndpoint>();
 
 }  // namespace camera

@@ -1,7 +1,6 @@
 // sensor_reset.cgi: returns the image sensor's settings to the factory's.
 #include "handlers/confirmation.h"
 #include "handlers/endpoint.h"
-#include "platform/store/records/image.h"
 
 namespace camera {
 namespace {
@@ -10,15 +9,14 @@ constexpr auto kParams = paramRows<Confirmation>(confirmationParam("reset"));
 
 }  // namespace
 
-class SensorResetCgilet final : public StateEndpoint<Confirmation> {
+class SensorResetEndpoint final : public StateEndpoint<Confirmation> {
  public:
-  SensorResetCgilet() : StateEndpoint(kParams, Takes::kCommand) {}
+  SensorResetEndpoint() : StateEndpoint(kParams, Takes::kCommand) {}
 
  private:
   // A reset that fails is no failure of the request.
   int carryOut(Confirmation& /*wanted*/) override {
-    _image_setting image;
-    isDone_ = cam_reset_image(&image) == 0;
+    isDone_ = resetImage() == StoreResult::kDone;
     return 200;
   }
 
@@ -30,6 +28,6 @@ class SensorResetCgilet final : public StateEndpoint<Confirmation> {
   bool isDone_ = false;
 };
 
-template InfCgilet* create<SensorResetCgilet>();
+template InfCgilet* create<SensorResetEndpoint>();
 
 }  // namespace camera

@@ -146,32 +146,32 @@ constexpr ImageSensor kImageSensors[] = {
 };
 
 constexpr Capability kCapabilities[] = {
-    {"Brightness", "brightness", &_image_setting::brightness, &ImageSensor::brightness},
-    {"Contrast", "contrast", &_image_setting::contrast, &ImageSensor::contrast},
-    {"Saturation", "saturation", &_image_setting::saturation, &ImageSensor::saturation},
-    {"Hue", "hue", &_image_setting::hue, &ImageSensor::hue},
-    {"WhiteBalance", "whitebalance", &_image_setting::white_balance, &ImageSensor::whiteBalance},
-    {"Frequency", "flicker", &_image_setting::flicker, &ImageSensor::flicker},
-    {"AutoExposure", "autoexposure", &_image_setting::auto_exposure, &ImageSensor::autoExposure},
-    {"NightShot", "maxexposuretime", &_image_setting::max_exposure_time, nullptr},
-    {"BLCompensation", "backlightcomp", &_image_setting::backlight_level, &ImageSensor::backlightLevel},
-    {"BLControl", "backlightcomp", &_image_setting::backlight, &ImageSensor::backlight},
-    {"NoiseReduction", "noisereduction", &_image_setting::noise_reduction, &ImageSensor::noiseReduction},
-    {"Mirror", "mirror", &_image_setting::mirror, &ImageSensor::mirror},
-    {"Flip", "flip", &_image_setting::flip, &ImageSensor::flip},
-    {"AutoGain", "autogainctrl", &_image_setting::auto_gain, &ImageSensor::autoGain},
-    {"Color", "color", &_image_setting::color, &ImageSensor::color},
+    {"Brightness", "brightness", &ImageSettings::brightness, &ImageSensor::brightness},
+    {"Contrast", "contrast", &ImageSettings::contrast, &ImageSensor::contrast},
+    {"Saturation", "saturation", &ImageSettings::saturation, &ImageSensor::saturation},
+    {"Hue", "hue", &ImageSettings::hue, &ImageSensor::hue},
+    {"WhiteBalance", "whitebalance", &ImageSettings::white_balance, &ImageSensor::whiteBalance},
+    {"Frequency", "flicker", &ImageSettings::flicker, &ImageSensor::flicker},
+    {"AutoExposure", "autoexposure", &ImageSettings::auto_exposure, &ImageSensor::autoExposure},
+    {"NightShot", "maxexposuretime", &ImageSettings::max_exposure_time, nullptr},
+    {"BLCompensation", "backlightcomp", &ImageSettings::backlight_level, &ImageSensor::backlightLevel},
+    {"BLControl", "backlightcomp", &ImageSettings::backlight, &ImageSensor::backlight},
+    {"NoiseReduction", "noisereduction", &ImageSettings::noise_reduction, &ImageSensor::noiseReduction},
+    {"Mirror", "mirror", &ImageSettings::mirror, &ImageSensor::mirror},
+    {"Flip", "flip", &ImageSettings::flip, &ImageSensor::flip},
+    {"AutoGain", "autogainctrl", &ImageSettings::auto_gain, &ImageSensor::autoGain},
+    {"Color", "color", &ImageSettings::color, &ImageSensor::color},
     {.name = "BW",
      .parameter = "color",
-     .field = &_image_setting::black_white,
+     .field = &ImageSettings::black_white,
      .values = &ImageSensor::blackWhite,
      .sharesLine = true},
     {.name = "Source",
      .parameter = "videoinformat",
-     .field = &_image_setting::video_in_format,
+     .field = &ImageSettings::video_in_format,
      .values = &ImageSensor::videoInFormat,
      .currentKey = "videooutformat"},
-    {"Sharpness", "sharpness", &_image_setting::sharpness, &ImageSensor::sharpness},
+    {"Sharpness", "sharpness", &ImageSettings::sharpness, &ImageSensor::sharpness},
 };
 static_assert(std::size(kCapabilities) <= 32, "SensorCapabilities holds a bit for each");
 
@@ -362,7 +362,7 @@ std::span<const Capability> capabilities() {
   return kCapabilities;
 }
 
-bool SensorCapabilities::init(const PIB& product) {
+bool SensorCapabilities::init(const ProductInfo& product) {
   const ImageSensor* known = findModel<ImageSensor>(kImageSensors, product.getSensor());
   sensor_ = known != nullptr ? known : &kUnknownSensor;
   const std::string text = product.getSensorCaps();

@@ -13,11 +13,11 @@
 
 #include "framework/params.h"
 #include "framework/value_tables.h"
-#include "platform/product/pib.h"
-
-struct _image_setting;
+#include "platform/product/product_info.h"
 
 namespace camera {
+
+struct ImageSettings;
 
 // The words, separated by commas: "off,low,high".
 std::string listed(Words words);
@@ -51,7 +51,7 @@ struct ImageSensor;
 struct Capability {
   const char* name;
   const char* parameter;
-  std::uint8_t _image_setting::*field;
+  std::uint8_t ImageSettings::*field;
   const ValueSet* ImageSensor::*values;  // null: the product's exposure times
   // In sensor_info.cgi:
   const char* currentKey = nullptr;  // the stored value is shown, under this key, in place of the values
@@ -67,7 +67,7 @@ inline constexpr std::size_t kLongestName = 31;
 class SensorCapabilities {
  public:
   // False for a list of capabilities that is too long or has too long a name.
-  bool init(const PIB& product);
+  bool init(const ProductInfo& product);
 
   bool has(const Capability& capability) const;
   // Of a capability whose values are not null.

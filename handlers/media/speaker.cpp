@@ -3,13 +3,13 @@
 
 namespace camera {
 
-class SpeakerCgilet final : public RecordEndpoint<_audio_setting, 0> {
+class SpeakerEndpoint final : public RecordEndpoint<AudioSettings> {
  public:
-  SpeakerCgilet()
-      : RecordEndpoint(kAudioSwitchParams<&_audio_setting::speaker_enable, &_audio_setting::speaker_volume>,
-                       &PIB::has_speaker) {}
+  SpeakerEndpoint()
+      : RecordEndpoint(kAudioSwitchParams<&AudioSettings::speaker_enable, &AudioSettings::speaker_volume>,
+                       &ProductInfo::has_speaker) {}
 };
 
-template InfCgilet* create<SpeakerCgilet>();
+template InfCgilet* create<SpeakerEndpoint>();
 
 }  // namespace camera

@@ -6,24 +6,24 @@ namespace camera {
 namespace {
 
 constexpr auto kRows =
-    paramRows<_httpsvr_setting>(choiceParam<&_httpsvr_setting::livevideo>("livevideo", kOffOn),
-                                choiceParam<&_httpsvr_setting::snapshoturl>("snapshoturl", kOffOn));
-constexpr ParamTable<_httpsvr_setting> kParams{kRows, UnknownNames::kIgnore, 2};
+    paramRows<HttpServerSettings>(choiceParam<&HttpServerSettings::livevideo>("livevideo", kOffOn),
+                                  choiceParam<&HttpServerSettings::snapshoturl>("snapshoturl", kOffOn));
+constexpr ParamTable<HttpServerSettings> kParams{kRows, UnknownNames::kIgnore, 2};
 
 }  // namespace
 
-class StreamAuthCgilet final : public RecordEndpoint<_httpsvr_setting, 1> {
+class StreamAuthEndpoint final : public RecordEndpoint<HttpServerSettings> {
  public:
-  StreamAuthCgilet() : RecordEndpoint(kParams) {}
+  StreamAuthEndpoint() : RecordEndpoint(kParams) {}
 
  private:
   // Nothing that this endpoint takes can be a reason to refuse the record.
-  int carryOut(_httpsvr_setting& wanted) override {
-    writeChanged(state, wanted, 1);
+  int carryOut(HttpServerSettings& wanted) override {
+    writeChanged(state, wanted);
     return commit(500);
   }
 };
 
-template InfCgilet* create<StreamAuthCgilet>();
+template InfCgilet* create<StreamAuthEndpoint>();
 
 }  // namespace camera

@@ -20,9 +20,9 @@ constexpr struct {
 
 }  // namespace
 
-class StreamInfoCgilet final : public ReadOnlyEndpoint {
+class StreamInfoEndpoint final : public ReadOnlyEndpoint {
  public:
-  StreamInfoCgilet() : ReadOnlyEndpoint(Takes::kNothingIfLoaded) {}
+  StreamInfoEndpoint() : ReadOnlyEndpoint(Takes::kNothingIfLoaded) {}
 
  private:
   int load() override {
@@ -33,7 +33,7 @@ class StreamInfoCgilet final : public ReadOnlyEndpoint {
   }
 
   int reply() override {
-    const PIB* known = product();
+    const ProductInfo* known = product();
     if (known == nullptr) return 500;
     const StreamSensor* stream = streamSensor(known->getSensor());
     const VideoSensor* video = videoSensor(known->getSensor());
@@ -46,7 +46,7 @@ class StreamInfoCgilet final : public ReadOnlyEndpoint {
     bool hasModule = false;
     try {
       hasModule = check_extra_modules(kExtraModule) == 1;
-    } catch (const PIBError&) {
+    } catch (const ProductInfoError&) {
       return fail(500, "product information: cannot be read");
     }
     replyVideoProfiles(hasModule);
@@ -131,12 +131,12 @@ class StreamInfoCgilet final : public ReadOnlyEndpoint {
     }
   }
 
-  _profile_setting profiles_;
-  _audio_setting audio_;
+  ProfileSettings profiles_;
+  AudioSettings audio_;
   int displaySystem_ = 0;
   const DisplayMode* display_ = nullptr;
 };
 
-template InfCgilet* create<StreamInfoCgilet>();
+template InfCgilet* create<StreamInfoEndpoint>();
 
 }  // namespace camera

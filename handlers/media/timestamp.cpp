@@ -6,17 +6,17 @@ namespace camera {
 namespace {
 
 constexpr auto kParams =
-    paramRows<_osd_setting>(choiceParam<&_osd_setting::enable>("enable", kOffOn),
-                            choiceParam<&_osd_setting::showtime>("showtime", kOffOn),
-                            textParam<&_osd_setting::label>("label", 0, 30, "", kAnyBytes));
+    paramRows<OsdSettings>(choiceParam<&OsdSettings::enable>("enable", kOffOn),
+                           choiceParam<&OsdSettings::showtime>("showtime", kOffOn),
+                           textParam<&OsdSettings::label>("label", 0, 30, "", kAnyBytes));
 
 }  // namespace
 
-class TimeStampCgilet final : public RecordEndpoint<_osd_setting, 1> {
+class TimeStampEndpoint final : public RecordEndpoint<OsdSettings> {
  public:
-  TimeStampCgilet() : RecordEndpoint(kParams) {}
+  TimeStampEndpoint() : RecordEndpoint(kParams) {}
 };
 
-template InfCgilet* create<TimeStampCgilet>();
+template InfCgilet* create<TimeStampEndpoint>();
 
 }  // namespace camera

@@ -9,7 +9,7 @@ namespace {
 
 // The profiles, the one that the request names, and what they can be on this camera.
 struct Video {
-  _profile_setting profiles;
+  ProfileSettings profiles;
   std::int32_t id = 0;
   std::int32_t quality = 0;  // in percent
   const VideoSensor* sensor = nullptr;
@@ -48,12 +48,12 @@ constexpr char kByCamera[] = "one that the sensor and the display system have";
 
 constexpr auto kParams = paramRows<Video>(
     integerParam<&Video::id>("profileid", 1, kProfiles).required(),
-    profileChoice<&_profile_setting::codec>("codec").among<codecs>(kByCamera),
-    profileChoice<&_profile_setting::resolution>("resolution").among<resolutions>(kByCamera),
-    profileChoice<&_profile_setting::frame_rate>("framerate").among<frameRates>(kByCamera).storingNumber(),
-    profileChoice<&_profile_setting::quality_mode>("qualitymode", kQualityModes).onlyIf<hasQualityModes>(),
+    profileChoice<&ProfileSettings::codec>("codec").among<codecs>(kByCamera),
+    profileChoice<&ProfileSettings::resolution>("resolution").among<resolutions>(kByCamera),
+    profileChoice<&ProfileSettings::frame_rate>("framerate").among<frameRates>(kByCamera).storingNumber(),
+    profileChoice<&ProfileSettings::quality_mode>("qualitymode", kQualityModes).onlyIf<hasQualityModes>(),
     integerParam<&Video::quality>("quality", 0, 100),
-    profileChoice<&_profile_setting::bit_rate>("bitrate").among<bitRates>(kByCamera).storingNumber(),
+    profileChoice<&ProfileSettings::bit_rate>("bitrate").among<bitRates>(kByCamera).storingNumber(),
     ignoredParam("vprofileformat"));
 
 // A level stands for ten percent, of which 55 is in the lowest and 95 in the highest.
@@ -76,9 +76,9 @@ std::string codecsIn(Codecs set, bool hasH264) {
 
 }  // namespace
 
-class VideoCgilet final : public Endpoint {
+class VideoEndpoint final : public Endpoint {
  public:
-  VideoCgilet() : Endpoint(ParamTable<Video>(kParams), Takes::kCommand) {}
+  VideoEndpoint() : Endpoint(ParamTable<Video>(kParams), Takes::kCommand) {}
 
  private:
   // Nothing is read for a request that names no profile.
@@ -97,7 +97,7 @@ class VideoCgilet final : public Endpoint {
     video_.display = isKnown ? displayMode(number) : nullptr;
     if (video_.display == nullptr) return fail(500, "display system: cannot be read");
     if (read(video_.profiles) != 200) return 500;
-    const PIB* known = product();
+    const ProductInfo* known = product();
     if (known == nullptr) return 500;
     video_.hasH264 = known->has_h264 == 1;
     video_.sensor = videoSensor(known->getSensor());
@@ -116,7 +116,7 @@ class VideoCgilet final : public Endpoint {
     if (result == 200) result = checkQualityMode(wanted);
     if (result == 200) result = checkFrameRate(wanted);
     if (result != 200) return result;
-    if (isChanged) write(wanted.profiles, 0);
+    if (isChanged) write(wanted.profiles);
     result = commit();
     if (result == 200) video_ = wanted;
     return result;
@@ -168,7 +168,7 @@ class VideoCgilet final : public Endpoint {
   }
 
   int reply() override {
-    const _profile_setting& profiles = video_.profiles;
+    const ProfileSettings& profiles = video_.profiles;
     const std::int32_t id = video_.id;
     const std::uint8_t codec = profiles.codec[id];
     pair("vprofileformat", "0.9");
@@ -189,6 +189,6 @@ class VideoCgilet final : public Endpoint {
   Video video_{};
 };
 
-template InfCgilet* create<VideoCgilet>();
+template InfCgilet* create<VideoEndpoint>();
 
 }  // namespace camera

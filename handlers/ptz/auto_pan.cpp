@@ -3,11 +3,11 @@
 
 namespace camera {
 
-class AutoPanCgilet final : public SweepEndpoint {
+class AutoPanEndpoint final : public SweepEndpoint {
  public:
-  AutoPanCgilet() : SweepEndpoint(PtzCode::kStartAutoPan) {}
+  AutoPanEndpoint() : SweepEndpoint(PtzCode::kStartAutoPan) {}
 };
 
-template InfCgilet* create<AutoPanCgilet>();
+template InfCgilet* create<AutoPanEndpoint>();
 
 }  // namespace camera

@@ -3,11 +3,11 @@
 
 namespace camera {
 
-class AutoPatrolCgilet final : public SweepEndpoint {
+class AutoPatrolEndpoint final : public SweepEndpoint {
  public:
-  AutoPatrolCgilet() : SweepEndpoint(PtzCode::kStartPatrol) {}
+  AutoPatrolEndpoint() : SweepEndpoint(PtzCode::kStartPatrol) {}
 };
 
-template InfCgilet* create<AutoPatrolCgilet>();
+template InfCgilet* create<AutoPatrolEndpoint>();
 
 }  // namespace camera

@@ -1,31 +1,18 @@
 // config_auto_patrol.cgi: the route of auto_patrol.cgi, which is a list of presets.
 #include "handlers/ptz/preset_names.h"
 #include "handlers/ptz/ptz_endpoint.h"
-#include "platform/store/route.h"
+#include "platform/store/records/route.h"
 #include "platform/text.h"
 
 namespace camera {
 
-// The store has calls of its own for the route; here it is a record like any other.
-template <>
-struct RecordCalls<Route> {
-  static constexpr const char* kName = "route";
-  static int get(Route* route) {
-    *route = {};
-    return cam_get_route(route->stops, sizeof route->stops);
-  }
-  static int set(const Route* route, _cam_actions* /*actions*/, unsigned char /*flag*/) {
-    return cam_set_route(route->stops);
-  }
-};
-
 namespace {
 
 constexpr int kMostStops = 20;
-static_assert(kMostStops * sizeof("10") <= sizeof(Route::stops), "every route can be stored");
+static_assert(kMostStops * sizeof("10") <= sizeof(RouteSettings::stops), "every route can be stored");
 
 struct Patrol {
-  Route route;
+  RouteSettings route;
   std::string_view presets;  // as the request names them
 };
 
@@ -41,13 +28,13 @@ int stopAt(const PtzPresets& presets, std::string_view name) {
 
 }  // namespace
 
-class ConfigAutoPatrolCgilet final : public PtzEndpoint<StateEndpoint<Patrol>> {
+class ConfigAutoPatrolEndpoint final : public PtzEndpoint<StateEndpoint<Patrol>> {
  public:
-  ConfigAutoPatrolCgilet() : PtzEndpoint(kParams) {}
+  ConfigAutoPatrolEndpoint() : PtzEndpoint(kParams) {}
 
  private:
   int load() override {
-    int result = require(&PIB::has_pan_tilt);
+    int result = require(&ProductInfo::has_pan_tilt);
     if (result == 200) result = read(state.route);
     return result == 200 ? resultOf(ptzCommand(PtzCode::kReadPresets, &presets_)) : result;
   }
@@ -69,7 +56,7 @@ class ConfigAutoPatrolCgilet final : public PtzEndpoint<StateEndpoint<Patrol>> {
   }
 
   int carryOut(Patrol& wanted) override {
-    writeChanged(state.route, wanted.route, 0);
+    writeChanged(state.route, wanted.route);
     return commit();
   }
 
@@ -93,6 +80,6 @@ class ConfigAutoPatrolCgilet final : public PtzEndpoint<StateEndpoint<Patrol>> {
   PtzPresets presets_{};
 };
 
-template InfCgilet* create<ConfigAutoPatrolCgilet>();
+template InfCgilet* create<ConfigAutoPatrolEndpoint>();
 
 }  // namespace camera

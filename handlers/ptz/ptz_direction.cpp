@@ -21,9 +21,9 @@ constexpr auto kParams = paramRows<Order>(choiceParam<&Order::direction>("direct
 
 }  // namespace
 
-class PtzDirectionCgilet final : public PtzEndpoint<StateEndpoint<Order>> {
+class PtzDirectionEndpoint final : public PtzEndpoint<StateEndpoint<Order>> {
  public:
-  PtzDirectionCgilet() : PtzEndpoint(kParams, Takes::kCommand) {}
+  PtzDirectionEndpoint() : PtzEndpoint(kParams, Takes::kCommand) {}
 
  private:
   int carryOut(Order& wanted) override {
@@ -36,6 +36,6 @@ class PtzDirectionCgilet final : public PtzEndpoint<StateEndpoint<Order>> {
   }
 };
 
-template InfCgilet* create<PtzDirectionCgilet>();
+template InfCgilet* create<PtzDirectionEndpoint>();
 
 }  // namespace camera

@@ -13,7 +13,7 @@ class PtzEndpoint : public Base {
   using Base::Base;
 
   int load() override {
-    const int result = this->require(&PIB::has_pan_tilt);
+    const int result = this->require(&ProductInfo::has_pan_tilt);
     return result == 200 ? resultOf(ask()) : result;
   }
 

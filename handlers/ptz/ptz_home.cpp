@@ -17,9 +17,9 @@ constexpr auto kParams =
 
 }  // namespace
 
-class PtzHomeCgilet final : public PtzTargetEndpoint {
+class PtzHomeEndpoint final : public PtzTargetEndpoint {
  public:
-  PtzHomeCgilet() : PtzTargetEndpoint(kParams) {}
+  PtzHomeEndpoint() : PtzTargetEndpoint(kParams) {}
 
  private:
   int carryOut(PtzTarget& wanted) override {
@@ -50,6 +50,6 @@ class PtzHomeCgilet final : public PtzTargetEndpoint {
   }
 };
 
-template InfCgilet* create<PtzHomeCgilet>();
+template InfCgilet* create<PtzHomeEndpoint>();
 
 }  // namespace camera

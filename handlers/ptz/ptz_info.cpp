@@ -3,7 +3,7 @@
 
 namespace camera {
 
-class PtzInfoCgilet final : public PtzEndpoint<ReadOnlyEndpoint> {
+class PtzInfoEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   bool ask() override { return ptzCommand(PtzCode::kReadLimits, &limits_); }
 
   int reply() override {
@@ -18,6 +18,6 @@ class PtzInfoCgilet final : public PtzEndpoint<ReadOnlyEndpoint> {
   PtzLimits limits_{};
 };
 
-template InfCgilet* create<PtzInfoCgilet>();
+template InfCgilet* create<PtzInfoEndpoint>();
 
 }  // namespace camera

@@ -8,9 +8,9 @@ constexpr auto kParams = paramRows<PtzTarget>(kPanParam, kTiltParam, ignoredPara
 
 }  // namespace
 
-class PtzMovementCgilet final : public PtzTargetEndpoint {
+class PtzMoveEndpoint final : public PtzTargetEndpoint {
  public:
-  PtzMovementCgilet() : PtzTargetEndpoint(kParams) {}
+  PtzMoveEndpoint() : PtzTargetEndpoint(kParams) {}
 
  private:
   int carryOut(PtzTarget& wanted) override {
@@ -29,6 +29,6 @@ class PtzMovementCgilet final : public PtzTargetEndpoint {
   }
 };
 
-template InfCgilet* create<PtzMovementCgilet>();
+template InfCgilet* create<PtzMoveEndpoint>();
 
 }  // namespace camera

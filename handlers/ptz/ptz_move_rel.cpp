@@ -9,9 +9,9 @@ constexpr auto kParams = paramRows<PtzStep>(integerParam<&PtzStep::pan>("p", -32
 
 }  // namespace
 
-class PtzMoveRelCgilet final : public PtzEndpoint<StateEndpoint<PtzStep>> {
+class PtzMoveRelEndpoint final : public PtzEndpoint<StateEndpoint<PtzStep>> {
  public:
-  PtzMoveRelCgilet() : PtzEndpoint(kParams, Takes::kCommand) {}
+  PtzMoveRelEndpoint() : PtzEndpoint(kParams, Takes::kCommand) {}
 
  private:
   int carryOut(PtzStep& wanted) override {
@@ -26,6 +26,6 @@ class PtzMoveRelCgilet final : public PtzEndpoint<StateEndpoint<PtzStep>> {
   }
 };
 
-template InfCgilet* create<PtzMoveRelCgilet>();
+template InfCgilet* create<PtzMoveRelEndpoint>();
 
 }  // namespace camera

@@ -3,7 +3,7 @@
 
 namespace camera {
 
-class PtzPosCgilet final : public PtzEndpoint<ReadOnlyEndpoint> {
+class PtzPosEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   bool ask() override {
     return ptzCommand(PtzCode::kReadPosition, &position_) && ptzCommand(PtzCode::kReadLimits, &limits_);
   }
@@ -17,6 +17,6 @@ class PtzPosCgilet final : public PtzEndpoint<ReadOnlyEndpoint> {
   PtzLimits limits_{};
 };
 
-template InfCgilet* create<PtzPosCgilet>();
+template InfCgilet* create<PtzPosEndpoint>();
 
 }  // namespace camera

@@ -32,9 +32,9 @@ int slotFor(const Order& order, const PtzPresets& presets) {
 
 }  // namespace
 
-class PtzPresetCgilet final : public PtzEndpoint<StateEndpoint<Order>> {
+class PtzPresetEndpoint final : public PtzEndpoint<StateEndpoint<Order>> {
  public:
-  PtzPresetCgilet() : PtzEndpoint(kParams, Takes::kCommand) {}
+  PtzPresetEndpoint() : PtzEndpoint(kParams, Takes::kCommand) {}
 
  private:
   int carryOut(Order& wanted) override {
@@ -50,6 +50,6 @@ class PtzPresetCgilet final : public PtzEndpoint<StateEndpoint<Order>> {
   }
 };
 
-template InfCgilet* create<PtzPresetCgilet>();
+template InfCgilet* create<PtzPresetEndpoint>();
 
 }  // namespace camera

@@ -4,7 +4,7 @@
 
 namespace camera {
 
-class PtzPresetListCgilet final : public PtzEndpoint<ReadOnlyEndpoint> {
+class PtzPresetListEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   int reply() override {
     PtzPresets presets{};
     PtzLimits limits{};
@@ -30,6 +30,6 @@ class PtzPresetListCgilet final : public PtzEndpoint<ReadOnlyEndpoint> {
   }
 };
 
-template InfCgilet* create<PtzPresetListCgilet>();
+template InfCgilet* create<PtzPresetListEndpoint>();
 
 }  // namespace camera

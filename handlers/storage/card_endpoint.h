@@ -16,7 +16,7 @@ class CardEndpoint : public Base {
   using Base::Base;
 
   int load() override {
-    const int result = this->require(&PIB::has_sdcard);
+    const int result = this->require(&ProductInfo::has_sdcard);
     return result == 200 ? readCard() : result;
   }
 
@@ -28,7 +28,7 @@ class CardEndpoint : public Base {
       card.state = kFull;
       return 200;
     }
-    _record_setting recording;
+    RecordingSettings recording;
     if (this->read(recording) != 200) return 500;
     if (recording.enable == 1) card.state = kRecording;
     return 200;
@@ -48,7 +48,7 @@ class CardEndpoint : public Base {
     this->pair("free", card.free);
   }
 
-  _sd_setting card;
+  CardSettings card;
 };
 
 }  // namespace camera

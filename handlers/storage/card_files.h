@@ -66,7 +66,7 @@ class CardFilesEndpoint : public CardEndpoint<Endpoint> {
   }
 
  private:
-  _system_setting system_;
+  SystemSettings system_;
 };
 
 }  // namespace camera

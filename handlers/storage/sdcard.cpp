@@ -3,9 +3,9 @@
 
 namespace camera {
 
-class SdcardCgilet final : public CardEndpoint<ReadOnlyEndpoint> {
+class SdcardEndpoint final : public CardEndpoint<ReadOnlyEndpoint> {
  public:
-  SdcardCgilet() : CardEndpoint(Takes::kNothingIfLoaded) {}
+  SdcardEndpoint() : CardEndpoint(Takes::kNothingIfLoaded) {}
 
  private:
   int reply() override {
@@ -14,6 +14,6 @@ class SdcardCgilet final : public CardEndpoint<ReadOnlyEndpoint> {
   }
 };
 
-template InfCgilet* create<SdcardCgilet>();
+template InfCgilet* create<SdcardEndpoint>();
 
 }  // namespace camera

@@ -26,9 +26,9 @@ constexpr std::string_view kEndsOfName = ":|/";
 
 }  // namespace
 
-class SdcardDeleteCgilet final : public CardFilesEndpoint {
+class SdcardDeleteEndpoint final : public CardFilesEndpoint {
  public:
-  SdcardDeleteCgilet() : CardFilesEndpoint(ParamTable<Wanted>(kParams)) {}
+  SdcardDeleteEndpoint() : CardFilesEndpoint(ParamTable<Wanted>(kParams)) {}
 
  private:
   int apply() override { return take(&wanted_); }
@@ -107,7 +107,7 @@ class SdcardDeleteCgilet final : public CardFilesEndpoint {
   bool removeFolder(const std::string& entry) const {
     const std::string path = std::string{kCardFolder}.append(productFolder().model) + '/' + entry;
     const std::string command = "rm -rf '" + strongEncode(path) + "'";
-    return command.size() <= kMostOfCommand && run_shell(command.c_str()) == 0;
+    return command.size() <= kMostOfCommand && runShell(command.c_str()) == 0;
   }
 
   Wanted wanted_;
@@ -119,6 +119,6 @@ class SdcardDeleteCgilet final : public CardFilesEndpoint {
   std::int32_t deleted_ = 0;
 };
 
-template InfCgilet* create<SdcardDeleteCgilet>();
+template InfCgilet* create<SdcardDeleteEndpoint>();
 
 }  // namespace camera

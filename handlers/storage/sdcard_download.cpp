@@ -40,9 +40,9 @@ void redirect(std::string_view path) {
 
 }  // namespace
 
-class SdcardDownloadCgilet final : public CardFilesEndpoint {
+class SdcardDownloadEndpoint final : public CardFilesEndpoint {
  public:
-  SdcardDownloadCgilet() : CardFilesEndpoint(ParamTable<Wanted>(kParams), Takes::kCommand) {}
+  SdcardDownloadEndpoint() : CardFilesEndpoint(ParamTable<Wanted>(kParams), Takes::kCommand) {}
 
  private:
   int apply() override { return take(&wanted_); }
@@ -76,6 +76,6 @@ class SdcardDownloadCgilet final : public CardFilesEndpoint {
   Wanted wanted_;
 };
 
-template InfCgilet* create<SdcardDownloadCgilet>();
+template InfCgilet* create<SdcardDownloadEndpoint>();
 
 }  // namespace camera

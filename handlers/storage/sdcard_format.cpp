@@ -29,21 +29,21 @@ void makeProductFolder(std::string_view model) {
 
 }  // namespace
 
-class SdcardFormatCgilet final : public CardEndpoint<StateEndpoint<Confirmation>> {
+class SdcardFormatEndpoint final : public CardEndpoint<StateEndpoint<Confirmation>> {
  public:
-  SdcardFormatCgilet() : CardEndpoint(kParams, Takes::kCommand) {}
+  SdcardFormatEndpoint() : CardEndpoint(kParams, Takes::kCommand) {}
 
  private:
-  int load() override { return require(&PIB::has_sdcard); }
+  int load() override { return require(&ProductInfo::has_sdcard); }
 
   int carryOut(Confirmation& /*wanted*/) override {
     int result = readCard();
     if (result == 200) result = checkThatItMay();
     if (result != 200) return result;
-    if (WEXITSTATUS(run_shell(kFormat)) != 0) run_shell(kFormat);
+    if (WEXITSTATUS(runShell(kFormat)) != 0) runShell(kFormat);
     awaitMount();
     result = readCard();
-    _system_setting system;
+    SystemSettings system;
     if (result == 200) result = read(system);
     if (result == 200) makeProductFolder({system.model, strnlen(system.model, sizeof system.model)});
     return result;
@@ -52,7 +52,7 @@ class SdcardFormatCgilet final : public CardEndpoint<StateEndpoint<Confirmation>
   int checkThatItMay() {
     if (card.state == kProtected) return fail(409, "SD Card is in write protected");
     if (card.state == kFormatting) return fail(409, "SD Card is in formatting.");
-    _record_setting recording;
+    RecordingSettings recording;
     if (const int result = read(recording); result != 200) return result;
     if (recording.enable == 1 && recording.format_while_recording == 0)
       return fail(409, "SD Card is in recording.");
@@ -65,6 +65,6 @@ class SdcardFormatCgilet final : public CardEndpoint<StateEndpoint<Confirmation>
   }
 };
 
-template InfCgilet* create<SdcardFormatCgilet>();
+template InfCgilet* create<SdcardFormatEndpoint>();
 
 }  // namespace camera

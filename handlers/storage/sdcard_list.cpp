@@ -36,9 +36,9 @@ void addItem(std::string* items, std::string_view name, std::string_view type, s
 
 }  // namespace
 
-class SdcardListCgilet final : public CardFilesEndpoint {
+class SdcardListEndpoint final : public CardFilesEndpoint {
  public:
-  SdcardListCgilet() : CardFilesEndpoint(ParamTable<Wanted>(kParams)) {}
+  SdcardListEndpoint() : CardFilesEndpoint(ParamTable<Wanted>(kParams)) {}
 
  private:
   int apply() override { return take(&wanted_); }
@@ -116,6 +116,6 @@ class SdcardListCgilet final : public CardFilesEndpoint {
   std::string items_;
 };
 
-template InfCgilet* create<SdcardListCgilet>();
+template InfCgilet* create<SdcardListEndpoint>();
 
 }  // namespace camera

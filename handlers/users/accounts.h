@@ -17,7 +17,7 @@ inline constexpr char kAdminWord[] = "admin";
 inline constexpr char kAccountName[] = "1 to 30 letters, digits, _ - .";
 
 // The slot of the ordinary account of that name, -1 when there is none.
-inline int findUser(const _account_setting& account, std::string_view name) {
+inline int findUser(const AccountSettings& account, std::string_view name) {
   for (int slot = 1; slot <= account.user_count; ++slot) {
     if (name == account.user_name[slot]) return slot;
   }

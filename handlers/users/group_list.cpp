@@ -11,7 +11,7 @@ struct Selection {
 
 constexpr auto kParams = paramRows<Selection>(choiceParam<&Selection::group>("name", kGroups));
 
-std::string privileges(const PIB& product) {
+std::string privileges(const ProductInfo& product) {
   std::string text;
   if (product.has_pan_tilt == 1) text += product.has_zoom != 0 ? "ptz," : "pt,";
   if (product.output_count != 0) text += "outputs,";
@@ -22,9 +22,9 @@ std::string privileges(const PIB& product) {
 
 }  // namespace
 
-class GroupListCgilet final : public Endpoint {
+class GroupListEndpoint final : public Endpoint {
  public:
-  GroupListCgilet() : Endpoint(ParamTable<Selection>(kParams)) {}
+  GroupListEndpoint() : Endpoint(ParamTable<Selection>(kParams)) {}
 
  private:
   int load() override { return read(account_); }
@@ -38,7 +38,7 @@ class GroupListCgilet final : public Endpoint {
       pair(kGroups[kUsers], users());
       return 200;
     }
-    const PIB* known = product();
+    const ProductInfo* known = product();
     if (known == nullptr) return 500;
     pair("user", selection_.group == kAdministrator ? kAdminWord : users());
     pair("privilege", privileges(*known));
@@ -54,10 +54,10 @@ class GroupListCgilet final : public Endpoint {
     return names;
   }
 
-  _account_setting account_;
+  AccountSettings account_;
   Selection selection_{kNoGroup};
 };
 
-template InfCgilet* create<GroupListCgilet>();
+template InfCgilet* create<GroupListEndpoint>();
 
 }  // namespace camera

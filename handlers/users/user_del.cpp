@@ -13,13 +13,13 @@ constexpr auto kParams =
     paramRows<Wanted>(textParam<&Wanted::names>("name", 1, INT32_MAX, "", kAnyBytes)
                           .saying("names of ordinary accounts, each once, separated by commas"));
 
-void empty(_account_setting* account, int slot) {
+void empty(AccountSettings* account, int slot) {
   setText(account->user_name[slot], "");
   setText(account->user_password[slot], "");
 }
 
 // The accounts fill the first slots again, in their order.
-void closeGaps(_account_setting* account) {
+void closeGaps(AccountSettings* account) {
   int free = 1;
   for (int slot = 1; slot <= account->user_count; ++slot) {
     if (*account->user_name[slot] == '\0') continue;
@@ -34,9 +34,9 @@ void closeGaps(_account_setting* account) {
 
 }  // namespace
 
-class UserDelCgilet final : public Endpoint {
+class UserDelEndpoint final : public Endpoint {
  public:
-  UserDelCgilet() : Endpoint(ParamTable<Wanted>(kParams, UnknownNames::kIgnore, 1), Takes::kCommand) {}
+  UserDelEndpoint() : Endpoint(ParamTable<Wanted>(kParams, UnknownNames::kIgnore, 1), Takes::kCommand) {}
 
  private:
   int load() override { return read(account_); }
@@ -48,7 +48,7 @@ class UserDelCgilet final : public Endpoint {
     names_ = wanted.names;
     std::vector<std::string> pieces;
     split(names_, ",", pieces);
-    _account_setting changed = account_;
+    AccountSettings changed = account_;
     int deleted = 0;
     for (const std::string& name : pieces) {
       if (name.empty()) continue;
@@ -59,7 +59,7 @@ class UserDelCgilet final : public Endpoint {
     }
     if (deleted > 0) closeGaps(&changed);
     changed.user_count = static_cast<std::uint8_t>(changed.user_count - deleted);
-    writeChanged(account_, changed, 1);
+    writeChanged(account_, changed);
     return commit();
   }
 
@@ -68,10 +68,10 @@ class UserDelCgilet final : public Endpoint {
     return 200;
   }
 
-  _account_setting account_;
+  AccountSettings account_;
   std::string names_;
 };
 
-template InfCgilet* create<UserDelCgilet>();
+template InfCgilet* create<UserDelEndpoint>();
 
 }  // namespace camera

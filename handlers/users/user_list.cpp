@@ -14,9 +14,9 @@ constexpr auto kParams = paramRows<Selection>(textParam<&Selection::name>("name"
 
 }  // namespace
 
-class UserListCgilet final : public Endpoint {
+class UserListEndpoint final : public Endpoint {
  public:
-  UserListCgilet() : Endpoint(ParamTable<Selection>(kParams)) {}
+  UserListEndpoint() : Endpoint(ParamTable<Selection>(kParams)) {}
 
  private:
   int load() override { return read(account_); }
@@ -45,10 +45,10 @@ class UserListCgilet final : public Endpoint {
     return 200;
   }
 
-  _account_setting account_;
+  AccountSettings account_;
   Group group_ = kNoGroup;  // of the selected account
 };
 
-template InfCgilet* create<UserListCgilet>();
+template InfCgilet* create<UserListEndpoint>();
 
 }  // namespace camera

@@ -13,7 +13,7 @@ constexpr std::string_view kLarkmoor = "Larkmoor";  // whose passwords have rule
 constexpr char kLarkmoorText[] = "!#$%@";
 constexpr char kLongPasswordModule[] = "device1_2";
 
-constexpr int kMostUsers = static_cast<int>(std::extent_v<decltype(_account_setting::user_name)>) - 1;
+constexpr int kMostUsers = static_cast<int>(std::extent_v<decltype(AccountSettings::user_name)>) - 1;
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
@@ -57,9 +57,9 @@ constexpr auto kParams = paramRows<Wanted>(
 
 }  // namespace
 
-class UserModCgilet final : public Endpoint {
+class UserModEndpoint final : public Endpoint {
  public:
-  UserModCgilet() : Endpoint(ParamTable<Wanted>(kParams), Takes::kCommand) {}
+  UserModEndpoint() : Endpoint(ParamTable<Wanted>(kParams), Takes::kCommand) {}
 
  private:
   int load() override { return read(account_, system_); }
@@ -74,13 +74,13 @@ class UserModCgilet final : public Endpoint {
       return refuse("group", "not that of the account");
     Password password{};
     decode(wanted.encoded, &password);
-    _account_setting changed = account_;
+    AccountSettings changed = account_;
     int result = brand() == kLarkmoor && given("password") ? checkPassword(password.text) : 200;
     if (result == 200) result = isAdmin_ ? changeAdmin(wanted, &changed) : changeUser(wanted, &changed);
     if (result != 200) return result;
     if (given("password"))
       setText(isAdmin_ ? changed.admin_password : changed.user_password[slot_], password.text);
-    writeChanged(account_, changed, 1);
+    writeChanged(account_, changed);
     result = commit();
     if (result == 200) account_ = changed;
     return result;
@@ -90,7 +90,7 @@ class UserModCgilet final : public Endpoint {
 
   int checkPassword(std::string_view password) {
     if (isAdmin_) {
-      const PIB* known = product();
+      const ProductInfo* known = product();
       if (known == nullptr) return 500;
       if (known->hasModule(kLongPasswordModule) && lengthWithin(password, 8, 16) < 0)
         return refuse("password", "8 to 16 letters, digits, ! # $ % @, in base64");
@@ -100,14 +100,14 @@ class UserModCgilet final : public Endpoint {
                : refuse("password", "0 to 30 letters, digits, ! # $ % @, in base64");
   }
 
-  int changeAdmin(const Wanted& wanted, _account_setting* changed) {
+  int changeAdmin(const Wanted& wanted, AccountSettings* changed) {
     if (!given("newname")) return 200;
     if (findUser(account_, wanted.newName) > 0) return refuse("newname", "taken by another account");
     setText(changed->admin_name, wanted.newName);
     return 200;
   }
 
-  int changeUser(const Wanted& wanted, _account_setting* changed) {
+  int changeUser(const Wanted& wanted, AccountSettings* changed) {
     slot_ = findUser(account_, wanted.name);
     if (slot_ < 0) return addUser(wanted, changed);
     if (!given("newname")) return 200;
@@ -118,7 +118,7 @@ class UserModCgilet final : public Endpoint {
     return 200;
   }
 
-  int addUser(const Wanted& wanted, _account_setting* changed) {
+  int addUser(const Wanted& wanted, AccountSettings* changed) {
     if (given("newname")) return refuse("name", "no such account to rename");
     if (account_.user_count >= std::min<int>(account_.max_users, kMostUsers))
       return refuse("name", "there is no room for another account");
@@ -135,12 +135,12 @@ class UserModCgilet final : public Endpoint {
     return 200;
   }
 
-  _account_setting account_;
-  _system_setting system_;
+  AccountSettings account_;
+  SystemSettings system_;
   bool isAdmin_ = false;
   int slot_ = 0;  // of an ordinary account
 };
 
-template InfCgilet* create<UserModCgilet>();
+template InfCgilet* create<UserModEndpoint>();
 
 }  // namespace camera

@@ -17,7 +17,7 @@ constexpr std::int64_t kDay = 86400;
 // The zone that was applied last; UTC before that.
 LocalZone appliedZone{};
 
-std::int64_t offsetOf(const _curtime_setting& setting) {
+std::int64_t offsetOf(const ClockSettings& setting) {
   return setting.offset_days * kDay + setting.offset_seconds;
 }
 
@@ -36,7 +36,7 @@ std::int64_t instantOf(std::int64_t wall) {
 }  // namespace
 
 StoreResult applyTimeZone(SettingsStore& store) {
-  _tzone_setting zone{};
+  TimeZoneSettings zone{};
   zone.timezone = kUtcTimeZone;
   const StoreResult result = store.peek(tzoneRecord, &zone);
   appliedZone = localZone(zone);
@@ -44,13 +44,13 @@ StoreResult applyTimeZone(SettingsStore& store) {
 }
 
 std::int64_t cameraTime(SettingsStore& store, std::int64_t systemTime) {
-  _curtime_setting stored;
+  ClockSettings stored;
   const bool known = store.peek(curtimeRecord, &stored) == StoreResult::kDone;
   return systemTime + (known ? offsetOf(stored) : 0);
 }
 
-StoreResult readClock(SettingsStore& store, std::int64_t systemTime, _curtime_setting* record) {
-  _curtime_setting setting;
+StoreResult readClock(SettingsStore& store, std::int64_t systemTime, ClockSettings* record) {
+  ClockSettings setting;
   StoreResult result = store.peek(curtimeRecord, &setting);
   if (result == StoreResult::kDone) result = applyTimeZone(store);
   if (result != StoreResult::kDone) return result;
@@ -66,12 +66,12 @@ StoreResult readClock(SettingsStore& store, std::int64_t systemTime, _curtime_se
   return result;
 }
 
-StoreResult setClock(SettingsStore& store, std::int64_t systemTime, const _curtime_setting& record) {
+StoreResult setClock(SettingsStore& store, std::int64_t systemTime, const ClockSettings& record) {
   const CivilTime wall{record.year, record.month, record.day, record.hour, record.minute, record.second};
   if (!isCivilTime(wall)) return store.refuse(curtimeRecord, "no such date");
   if (const StoreResult result = applyTimeZone(store); result != StoreResult::kDone) return result;
   const std::int64_t offset = instantOf(secondsOf(wall)) - systemTime;
-  _curtime_setting setting{};
+  ClockSettings setting{};
   setting.offset_days = static_cast<std::int32_t>(offset / kDay);
   setting.offset_seconds = static_cast<std::int32_t>(offset % kDay);
   return store.write(curtimeRecord, &setting);

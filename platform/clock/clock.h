@@ -3,16 +3,15 @@
 
 #include <cstdint>
 
-struct _curtime_setting;
+namespace camera {
+
+struct ClockSettings;
+class SettingsStore;
+enum class StoreResult : int;
 
 // Makes the stored time zone, with the stored daylight saving rules, the one in which this process tells
 // local time. A zone that cannot be read leaves UTC.
-void apply_timezone();
-
-namespace camera {
-
-class SettingsStore;
-enum class StoreResult : int;
+void applyTimeZone();
 
 // Seconds since 1970-01-01 00:00:00 UTC on the camera's clock; 64 bits on every platform. Without a readable
 // offset it is the system's clock.
@@ -24,11 +23,11 @@ StoreResult applyTimeZone(SettingsStore& store);
 std::int64_t cameraTime(SettingsStore& store, std::int64_t systemTime);
 
 // Fills the record with the stored one and, in its local date and time, the present ones in the stored zone.
-StoreResult readClock(SettingsStore& store, std::int64_t systemTime, _curtime_setting* record);
+StoreResult readClock(SettingsStore& store, std::int64_t systemTime, ClockSettings* record);
 
 // Stores the offset with which the camera's clock shows the record's local date and time now. Of a time that
 // the zone has twice it is the first; one that it skips counts on from before the change. kRefused for a date
 // that no calendar has.
-StoreResult setClock(SettingsStore& store, std::int64_t systemTime, const _curtime_setting& record);
+StoreResult setClock(SettingsStore& store, std::int64_t systemTime, const ClockSettings& record);
 
 }  // namespace camera

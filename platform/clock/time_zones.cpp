@@ -186,7 +186,7 @@ static_assert(std::is_sorted(kTimeZones.begin(), kTimeZones.end(),
                              [](const TimeZone& a, const TimeZone& b) { return a.east < b.east; }));
 static_assert(kTimeZones[kUtcTimeZone - 1].east == 0 && kTimeZones[kUtcTimeZone - 1].daylight == nullptr);
 
-LocalZone localZone(const _tzone_setting& setting) {
+LocalZone localZone(const TimeZoneSettings& setting) {
   const TimeZone& zone = kTimeZones[static_cast<std::size_t>(setting.timezone - 1)];
   LocalZone local{.standard = zone.east * 60, .saving = 0, .daylight = {}};
   if (setting.dstenable == 0) return local;

@@ -4,9 +4,9 @@
 #include <array>
 #include <cstdint>
 
-struct _tzone_setting;
-
 namespace camera {
+
+struct TimeZoneSettings;
 
 inline constexpr int kTimeZoneCount = 87;
 inline constexpr int kUtcTimeZone = 34;  // without daylight saving
@@ -43,7 +43,7 @@ struct LocalZone {
 };
 
 // Stored daylight saving rules that are none, or an offset beyond two hours, leave standard time only.
-LocalZone localZone(const _tzone_setting& setting);
+LocalZone localZone(const TimeZoneSettings& setting);
 
 // Local time minus UTC at that instant, in seconds.
 std::int32_t offsetAt(const LocalZone& zone, std::int64_t instant);

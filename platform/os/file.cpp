@@ -22,7 +22,7 @@ int readFile(const char* path, std::string* text, int expected) {
   }
   if (error == 0) return 0;
   text->clear();
-  if (error != expected) dbg_log("%s: %s", path, std::strerror(error));
+  if (error != expected) logDebug("%s: %s", path, std::strerror(error));
   return error;
 }
 

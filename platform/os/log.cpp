@@ -26,7 +26,7 @@ void send(const std::string& line) {
 }  // namespace
 
 // NOLINTNEXTLINE(cert-dcl50-cpp): the shape of the platform's call; its callers are checked by gnu::format.
-std::string dbg_log(const char* format, ...) {
+std::string logDebug(const char* format, ...) {
   std::array<char, 1024> text{};
   va_list arguments;
   va_start(arguments, format);

@@ -33,13 +33,13 @@ bool readPiece(FILE* stream, std::array<char, kPieceSize>* piece) {
 
 }  // namespace
 
-int run_shell(const char* command) {
+int runShell(const char* command) {
   const camera::DefaultSignal pipe(SIGPIPE);
   const camera::DefaultSignal child(SIGCHLD);
   return std::system(command);
 }
 
-int read_command(const char* command, void (*take)(const char* piece, void* context), void* context) {
+int readCommand(const char* command, void (*take)(const char* piece, void* context), void* context) {
   const camera::DefaultSignal child(SIGCHLD);
   FILE* stream = start(command);
   if (stream == nullptr) return -1;

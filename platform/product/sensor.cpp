@@ -1,18 +1,18 @@
 // The image sensor, as the stored profiles and the product information tell of it.
 #include "platform/product/sensor.h"
 
-#include "platform/product/pib.h"
-#include "platform/store/cam.h"
+#include "platform/product/product_info.h"
 #include "platform/store/records/profile.h"
+#include "platform/store/settings.h"
 
 namespace {
 
 // False when the product information cannot be read.
-bool readProduct(PIB* product) {
+bool readProduct(ProductInfo* product) {
   try {
     product->init();
     return true;
-  } catch (const PIBError&) {
+  } catch (const ProductInfoError&) {
     return false;
   }
 }
@@ -20,8 +20,8 @@ bool readProduct(PIB* product) {
 }  // namespace
 
 int GetDS() {
-  _profile_setting profile;
-  return cam_get_profile(&profile) == 0 ? profile.display_system : -1;
+  camera::ProfileSettings profile;
+  return camera::loadRecord(&profile) == camera::StoreResult::kDone ? profile.display_system : -1;
 }
 
 bool sensor_get_status(int& displaySystem, int& reserved) {
@@ -33,7 +33,7 @@ bool sensor_get_status(int& displaySystem, int& reserved) {
 }
 
 std::string sensor_get_all_ds() {
-  PIB product;
+  ProductInfo product;
   if (!readProduct(&product)) return {};
   if (!product.displaySystems().empty()) return product.displaySystems();
   const int inUse = GetDS();
@@ -41,6 +41,6 @@ std::string sensor_get_all_ds() {
 }
 
 std::string sensor_get_all_max_exposure_time() {
-  PIB product;
+  ProductInfo product;
   return readProduct(&product) ? product.maxExposureTimes() : std::string{};
 }

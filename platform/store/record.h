@@ -13,6 +13,12 @@
 
 namespace camera {
 
+enum class StoreResult : int {
+  kDone = 0,
+  kRefused = 1,  // a text without an end, a value outside its bounds, or a decision on stale values
+  kFailed = 2,   // refused by the operating system, or the stored file is not what the store wrote
+};
+
 enum class FieldKind : std::uint8_t {
   kByte,      // unsigned 8-bit number
   kInteger,   // signed 32-bit number
@@ -48,7 +54,7 @@ struct RecordInfo {
 enum class RecordIndex : std::uint8_t { CAMERA_RECORDS(CAMERA_RECORD_INDEX) count };
 #undef CAMERA_RECORD_INDEX
 inline constexpr std::size_t kRecordCount = static_cast<std::size_t>(RecordIndex::count);
-static_assert(kRecordCount <= 64, "_cam_actions holds a bit per record");
+static_assert(kRecordCount <= 64, "Actions holds a bit per record");
 
 constexpr std::uint64_t recordBit(RecordIndex index) {
   return std::uint64_t{1} << static_cast<unsigned>(index);
@@ -123,10 +129,13 @@ struct Exceptions {
   std::uint64_t dependsOn = 0;
 };
 
+// What the member initializers of the record's struct say, and 0 or empty elsewhere.
+template <class Record>
+inline constexpr Record kFactory{};
+
 // A whole description; where the fields do not tile the record, it does not compile.
 template <class Record, std::size_t N>
-consteval RecordInfo record(const char* name, const Record& defaults, const Field (&fields)[N],
-                            Exceptions exceptions = {}) {
+consteval RecordInfo record(const char* name, const Field (&fields)[N], Exceptions exceptions = {}) {
   static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) <= 2000,
                 "the store reads a file at once");
   if (!tiles(fields, sizeof(Record)))
@@ -135,7 +144,7 @@ consteval RecordInfo record(const char* name, const Record& defaults, const Fiel
           .version = exceptions.version,
           .size = sizeof(Record),
           .fields = fields,
-          .defaults = &defaults,
+          .defaults = &kFactory<Record>,
           .indivisible = exceptions.indivisible,
           .dependsOn = exceptions.dependsOn};
 }

@@ -9,7 +9,6 @@
 #include "platform/descriptor.h"
 #include "platform/store/record_fields.h"
 #include "platform/store/record_text.h"
-#include "platform/store/route.h"
 #include "platform/text.h"
 
 namespace camera {
@@ -24,7 +23,6 @@ constexpr std::size_t kMaxBackup = 1 << 20;  // bytes
 // What the firmware says of itself: another firmware's word is not put into its mouth.
 constexpr std::string_view kFirmware = "system";
 
-constexpr char kRouteRule[] = "a route is at most 63 digits and commas";
 constexpr char kHelp[] =
     "\n"
     "A field is named as get shows it; of an array, name[i]. A number is decimal. A text stands as it is, "
@@ -87,12 +85,9 @@ class Command {
   StoreResult reset(Arguments arguments);
   StoreResult backup(Arguments arguments);
   StoreResult restore(Arguments arguments);
-  StoreResult route(Arguments arguments);
   StoreResult version(Arguments arguments);
 
  private:
-  // The records of the list, and the route, which only backup, restore and reset treat as one.
-  std::vector<const RecordInfo*> everything() const;
   std::vector<const RecordInfo*> restorable() const;
   static const RecordInfo* find(Arguments names, std::span<const RecordInfo* const> records);
   StoreResult restoreLine(std::string_view line, std::vector<Restored>* restored);
@@ -148,14 +143,15 @@ StoreResult Command::set(Arguments arguments) {
 
 // A record that cannot be reset does not keep the others from it.
 StoreResult Command::reset(Arguments arguments) {
-  std::vector<const RecordInfo*> records = everything();
+  std::span<const RecordInfo* const> records = store_.records();
+  const RecordInfo* info = nullptr;
   if (!arguments.empty()) {
-    const RecordInfo* info = find(arguments, records);
+    info = find(arguments, records);
     if (info == nullptr) return refuse("no record " + shown(arguments[0]));
-    records = {info};
+    records = {&info, 1};
   }
   StoreResult worst = StoreResult::kDone;
-  for (const RecordInfo* info : records) worst = std::max(worst, report(store_.reset(*info)));
+  for (const RecordInfo* each : records) worst = std::max(worst, report(store_.reset(*each)));
   return worst;
 }
 
@@ -208,26 +204,8 @@ StoreResult Command::restore(Arguments /*arguments*/) {
   return writeRestored(restored);
 }
 
-StoreResult Command::route(Arguments arguments) {
-  Route route{};
-  if (arguments.empty()) {
-    const StoreResult result = store_.read(kRouteRecord, &route);
-    if (result == StoreResult::kDone) streams_.output = std::string(route.stops) + "\n";
-    return report(result);
-  }
-  if (!isRoute(arguments[0])) return refuse(kRouteRule);
-  std::copy(arguments[0].begin(), arguments[0].end(), route.stops);
-  return report(store_.write(kRouteRecord, &route));
-}
-
-std::vector<const RecordInfo*> Command::everything() const {
-  std::vector<const RecordInfo*> all(store_.records().begin(), store_.records().end());
-  all.push_back(&kRouteRecord);
-  return all;
-}
-
 std::vector<const RecordInfo*> Command::restorable() const {
-  std::vector<const RecordInfo*> records = everything();
+  std::vector<const RecordInfo*> records(store_.records().begin(), store_.records().end());
   std::erase_if(records, [](const RecordInfo* info) { return info->name == kFirmware; });
   return records;
 }
@@ -261,7 +239,7 @@ StoreResult Command::restoreLine(std::string_view line, std::vector<Restored>* r
   if (!parseElement(*element->field, value, &target->record[element->offset])) {
     return refuse(accepted(*info, *element->field));
   }
-  return info == &kRouteRecord && !isRoute(value) ? refuse(kRouteRule) : StoreResult::kDone;
+  return StoreResult::kDone;
 }
 
 StoreResult Command::checkEnd(std::string_view line, std::size_t elements) {
@@ -308,7 +286,6 @@ constexpr Verb kVerbs[] = {
     {"reset", 0, 1, &Command::reset, " [RECORD]", "goes back to the factory defaults"},
     {"backup", 0, 0, &Command::backup, "", "all settings, on standard output"},
     {"restore", 0, 0, &Command::restore, "", "puts back a backup from standard input"},
-    {"route", 0, 1, &Command::route, " [TEXT]", "the patrol route: slot numbers joined by commas"},
     {"--version", 0, 0, &Command::version, "", "the version of this program and of camera-cgi"},
 };
 

@@ -1,5 +1,5 @@
-// The command line of the settings store: list, get, set, reset, backup, restore and route, which --help
-// explains.
+// The command line of the settings store: list, get, set, reset, backup and restore. --help explains
+// them.
 #pragma once
 
 #include <span>

@@ -277,7 +277,7 @@ StoreResult SettingsStore::refuseOvertaken(const RecordInfo& info) {
 
 StoreResult SettingsStore::fail(const char* name, const std::string& reason) {
   fault_ = files_.path(name) + ": " + reason;
-  dbg_log("settings: %s", fault_.c_str());
+  logDebug("settings: %s", fault_.c_str());
   return StoreResult::kFailed;
 }
 

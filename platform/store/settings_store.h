@@ -21,12 +21,6 @@
 
 namespace camera {
 
-enum class StoreResult : int {
-  kDone = 0,
-  kRefused = 1,  // a text without an end, a value outside its bounds, or a decision on stale values
-  kFailed = 2,   // refused by the operating system, or the stored file is not what the store wrote
-};
-
 // One per process and not thread-safe. Every record that is read is validated. A file that cannot be read is
 // never replaced but by overwrite and reset.
 class SettingsStore {

@@ -23,7 +23,7 @@ done; wait; }
 echo $(cksum a* | cut -d ' ' -f 1 | sort -u | wc -l) $(sort -n t* | sed -n '1p;$p'); cat a1)";
 
 void flood(const std::atomic<bool>& ends) {
-  const _MultiCastPackage_ packages[] = {package(0x1, 42), package(0x4), package(0x20), package(0x4000, 70)};
+  const StatusPackage packages[] = {package(0x1, 42), package(0x4), package(0x20), package(0x4000, 70)};
   constexpr std::size_t kNoPackage[] = {0, 95, 97, 65'507};
   const std::string junk(65'507, '\xFF');
   const Sender sender;

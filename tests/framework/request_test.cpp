@@ -8,7 +8,7 @@ namespace {
 using namespace std::string_literals;
 
 // Answers its parameters back, so that a reply shows what was read.
-class EchoCgilet final : public InfCgilet {
+class EchoEndpoint final : public InfCgilet {
  public:
   void onLoad() override { status = 200; }
   void onApply() override { applied = true; }
@@ -62,7 +62,7 @@ TEST(Request, ReadsABodyOnlyWhenItIsAFormOfTheLengthItSays) {
   for (const auto& [body, changes, reply] : rows) {
     CgiInput input = post(body);
     for (const auto& [name, value] : changes) input.environment[name] = value;
-    EchoCgilet cgilet;
+    EchoEndpoint cgilet;
     const std::string response = capture(input, [&] { serve(cgilet); });
     EXPECT_EQ(response.substr(response.find("\r\n\r\n") + 4), reply) << testing::PrintToString(changes);
     EXPECT_EQ(cgilet.applied, reply.starts_with("a=")) << testing::PrintToString(changes);
@@ -72,14 +72,14 @@ TEST(Request, ReadsABodyOnlyWhenItIsAFormOfTheLengthItSays) {
 constexpr char kType[] = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
 
 TEST(Reply, IsTheseBytes) {
-  EchoCgilet cgilet;
+  EchoEndpoint cgilet;
   EXPECT_EQ(capture(get("b=2&a=x%0d%0ainjected%7f%01%c3%a9&c%0ad=%25"), [&] { serve(cgilet); }),
             "Status: 200 OK"s + kType + "38\r\n\r\na=x%0D%0Ainjected%7F%01\xC3\xA9\nb=2\nc%0Ad=%\n");
 }
 
 TEST(Reply, FailureSendsItsCodeAndNoPairAfterTheHandlersOwnHeaderLines) {
   const std::string response = capture(get(""), [] {
-    EchoCgilet cgilet;
+    EchoEndpoint cgilet;
     std::puts("Pragma: no-cache\r");
     cgilet.pair("left", "out");
     cgilet.infFail(409, "a\nb");

@@ -5,7 +5,7 @@
 // One file, one Endpoint, and for every group of rules one TEST that is named after them:
 //
 //   const Endpoint kPppoe{"pppoe.cgi", "pppoe.enable=0 pppoe.user=me pppoe.password=secret",
-//                         "pppoe=off&user=me&pass=secret", "set pppoe 1"};
+//                         "pppoe=off&user=me&pass=secret", "set pppoe"};
 //
 //   TEST(PPPoE, IsNeverOnWithoutAUser) {
 //     kPppoe.accepts({{"user=&pppoe=off", "pppoe.enable=1"},
@@ -71,7 +71,7 @@ struct Endpoint {
   std::string cgi;
   std::string state{};   // of every test
   std::string reply{};   // to the plain read of that state; empty when that is refused
-  std::string writes{};  // "set pppoe 1"
+  std::string writes{};  // "set pppoe"
   std::string key{};  // "profileid=1": what the plain read sends, with the query's own value where it has one
   bool readsBack = true;  // a plain read afterwards gives the reply again
 

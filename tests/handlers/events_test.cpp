@@ -129,11 +129,11 @@ TEST(EventLog, KeepsTheLinesOfDetectionsAndMarksTheirKind) {
 
 const Endpoint kFtp{
     "action_ftp.cgi", "ftp.enable=0 ftp.host=h ftp.pass=secret ftp.interval=10500 snapshot.ftp_enable=0",
-    "enable=no&host=h&port=21&path=&prefix=&user=&pass=c2VjcmV0&passive=yes&interval=10", "set ftp 1"};
+    "enable=no&host=h&port=21&path=&prefix=&user=&pass=c2VjcmV0&passive=yes&interval=10", "set ftp"};
 const Endpoint kMail{"action_mail.cgi",
                      "smtp.enable=0 smtp.sender=a@b.c smtp.to=d@e.f smtp.host=h smtp.pass=secret",
-                     "enable=no&sender=a@b.c&to=d@e.f&host=h&port=25&user=&pass=c2VjcmV0", "set smtp 1"};
-constexpr char kBoth[] = "set ftp 1 set snapshot 1";
+                     "enable=no&sender=a@b.c&to=d@e.f&host=h&port=25&user=&pass=c2VjcmV0", "set smtp"};
+constexpr char kBoth[] = "set ftp set snapshot";
 
 const std::string kSixty(60, 'h');
 const std::string kThirty(30, '~');
@@ -149,7 +149,7 @@ TEST(ActionFtp, TellsTheSnapshotsWhenItIsSwitchedOrPaced) {
   EXPECT_EQ(scripted().stored("snapshot.ftp_enable"), "0");
   kFtp.accepts("enable=no&interval=10", "ftp.enable=1", kBoth);
   EXPECT_EQ(scripted().stored("snapshot.ftp_enable") + scripted().stored("ftp.interval"), "010000");
-  scripted().results = {{"set snapshot 1", kOvertaken}};
+  scripted().results = {{"set snapshot", kOvertaken}};
   EXPECT_EQ(request("action_ftp.cgi", "enable=yes").status, 200);
   EXPECT_EQ(scripted().stored("snapshot.ftp_enable"), "1") << "forgotten when the request was applied again";
 }
@@ -189,7 +189,7 @@ TEST(ActionMail, TakesAddressesWithADotAfterTheAt) {
 
 const Endpoint kMotion{"motion.cgi", "motiond.mbmask=0f00 motiond.sensitivity=50 motiond.pir_sensitivity=50",
                        "enable=no&mbmask=0f00&sensitivity=50&pir=no&pir_sensitivity=50",
-                       "set motiond 1 set gpio 1"};
+                       "set motiond set gpio"};
 
 TEST(Motion, TakesItsFiveParameters) {
   kMotion.accepts(
@@ -223,7 +223,7 @@ TEST(Motion, WithoutASensorPirIsKnownAndIgnored) {
 TEST(AudioDetection, TakesOnlyItsWords) {
   const Endpoint sound{"audio_detection.cgi",
                        "audiodetection.enable=0 audiodetection.sensitivity=70 audiodetection.push=1",
-                       "enable=no&sensitivity=70", "set audiodetection 0"};
+                       "enable=no&sensitivity=70", "set audiodetection"};
   sound.accepts("enable=yes&sensitivity=90 enable=no&sensitivity=70");
   EXPECT_EQ(scripted().stored("audiodetection.push"), "1");
   sound.refuses("enable=YES enable=on enable= sensitivity=52 sensitivity=95 sensitivity=055 !push=no");
@@ -233,13 +233,13 @@ const Endpoint kPush{"detection_push.cgi",
                      "motiond.mbmask=00f0 motiond.sensitivity=40 gpio.pir=0 audiodetection.push=0",
                      "sound_enable=no&sound_sensitivity=70&sound_push=no&motion_enable=no&motion_sensitivity="
                      "40&motion_push=no&pir_enable=no&pir_sensitivity=50"};
-constexpr char kSoundWritten[] = "set audiodetection 0";
-constexpr char kMotionWritten[] = "set motiond 1";
+constexpr char kSoundWritten[] = "set audiodetection";
+constexpr char kMotionWritten[] = "set motiond";
 
 TEST(DetectionPush, WritesOnlyWhatItChanged) {
   kPush.accepts("sound_enable=yes&motion_enable=no", "", kSoundWritten);
   kPush.accepts("sound_sensitivity=50&motion_push=yes&pir_enable=yes&pir_sensitivity=100", "",
-                "set audiodetection 0 set motiond 1 set gpio 1");
+                "set audiodetection set motiond set gpio");
   kPush.accepts({{"sound_sensitivity=55abc", "", "sound_sensitivity=55", kSoundWritten},
                  {"motion_sensitivity=abc", "", "motion_sensitivity=0", kMotionWritten},
                  {"pir_sensitivity=+50", "", "pir_sensitivity=0", kMotionWritten},

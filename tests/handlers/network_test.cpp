@@ -20,19 +20,19 @@ const Endpoint kNetwork{
     "dhcp=off&ip=10.0.0.2&netmask=255.0.0.0&gateway=10.0.0.1&dns1=10.0.0.3&dns2=10.0.0.4&pppoe=off&pppoeuser="
     "pu&pppoepass=pp&ddns=off&ddnsprovider=dyndns&ddnshost=dh&ddnsuser=du&ddnspass=dp&upnp=off&httpport=80&"
     "httpexternalport=8080&rtspport=554&rtspexternalport=8554",
-    "set lan 1"};
-const Endpoint kPppoe{"pppoe.cgi", kState, "pppoe=off&user=pu&pass=pp", "set pppoe 1"};
-const Endpoint kDdns{"ddns.cgi", kState, "ddns=off&provider=dyndns&host=dh&user=du&pass=dp", "set ddns 1"};
+    "set lan"};
+const Endpoint kPppoe{"pppoe.cgi", kState, "pppoe=off&user=pu&pass=pp", "set pppoe"};
+const Endpoint kDdns{"ddns.cgi", kState, "ddns=off&provider=dyndns&host=dh&user=du&pass=dp", "set ddns"};
 
 TEST(Network, ChangesWhatIsNamedAndNothingElse) {
   kNetwork.accepts(
       "httpport=80&dhcp=off&pppoeuser=pu dhcp=on&ip=10.1.0.2&netmask=255.255.0.0 "
       "gateway=10.0.0.9&dns1=&dns2=");
-  kNetwork.accepts("upnp=on&httpexternalport=1&rtspexternalport=65535", "", "set upnp 1");
-  kNetwork.accepts("httpport=443", "", "set httpsvr 1");  // the second port as well
-  kNetwork.accepts("rtspport=80&httpport=554", "", "set httpsvr 1 set rtspsvr 1");
+  kNetwork.accepts("upnp=on&httpexternalport=1&rtspexternalport=65535", "", "set upnp");
+  kNetwork.accepts("httpport=443", "", "set httpsvr");  // the second port as well
+  kNetwork.accepts("rtspport=80&httpport=554", "", "set httpsvr set rtspsvr");
   // What was stored in a clash or incomplete stays as it is until the request names it.
-  kNetwork.accepts("upnp=on", "httpsvr.http_port=554 upnp.http_external_port=8554", "set upnp 1");
+  kNetwork.accepts("upnp=on", "httpsvr.http_port=554 upnp.http_external_port=8554", "set upnp");
   kNetwork.accepts("dhcp=on", "ddns.enable=1 ddns.host= pppoe.enable=1 pppoe.user=");
 }
 
@@ -46,10 +46,10 @@ TEST(Network, RefusesWhatCannotBe) {
 }
 
 TEST(Network, HoldsTheClientsToTheRulesOfTheirOwnEndpoints) {
-  kNetwork.accepts("pppoe=on&pppoepass=", "", "set pppoe 1");
-  kNetwork.accepts("pppoe=off&pppoeuser=", "pppoe.enable=1", "set pppoe 1");
-  kNetwork.accepts("ddns=on&ddnsprovider=velkorddns", "", "set ddns 1");
-  kNetwork.accepts("ddns=off&ddnshost=&ddnsuser=&ddnspass=", "ddns.enable=1", "set ddns 1");
+  kNetwork.accepts("pppoe=on&pppoepass=", "", "set pppoe");
+  kNetwork.accepts("pppoe=off&pppoeuser=", "pppoe.enable=1", "set pppoe");
+  kNetwork.accepts("ddns=on&ddnsprovider=velkorddns", "", "set ddns");
+  kNetwork.accepts("ddns=off&ddnshost=&ddnsuser=&ddnspass=", "ddns.enable=1", "set ddns");
   kNetwork.refuses("pppoeuser= !pppoe=on&!pppoeuser=", "pppoe.enable=1");
   kNetwork.refuses("ddnshost= ddnsuser= ddnspass= ddnsprovider=", "ddns.enable=1");
   kNetwork.refuses("!ddns=on&!ddnshost !ddns=on&!ddnshost&ddnsprovider=dyndns", "ddns.host=");
@@ -90,7 +90,7 @@ const Endpoint kWireless{
     "product.region=0 wireless.enable=1 wireless.mode=0 wireless.auth=0 wireless.encryption=0 "
     "wireless.essid=Net wireless.channel=1 wireless.key=",
     "enable=on&mode=managed&essid=Net&chpatterns=11111111111&channel=1&auth=open&encryption=none",
-    "set wireless 1"};
+    "set wireless"};
 
 TEST(Wireless, ChecksEachValue) {
   const std::string hex64 = "0123456789abcdefABCDEF0123456789abcdefABCDEF0123456789abcdefABCD";
@@ -207,9 +207,9 @@ struct Combination {
   }
 };
 
-_wireless_setting record(int mode, int auth, int cipher, const std::string& key) {
+WirelessSettings record(int mode, int auth, int cipher, const std::string& key) {
   const auto byte = [](int number) { return static_cast<std::uint8_t>(number); };
-  _wireless_setting wireless{1, byte(mode), byte(auth), byte(cipher), 5, "Net", ""};
+  WirelessSettings wireless{1, byte(mode), byte(auth), byte(cipher), 5, "Net", ""};
   key.copy(wireless.key, sizeof wireless.key - 1);
   return wireless;
 }
@@ -217,11 +217,11 @@ _wireless_setting record(int mode, int auth, int cipher, const std::string& key)
 // Whether the endpoint does as the rules say.
 testing::AssertionResult agrees(const Combination& c) {
   std::vector<std::uint8_t>& store = scripted().records[static_cast<std::size_t>(RecordIndex::wireless)];
-  const _wireless_setting before = record(c.storedMode, c.storedAuth, c.storedCipher, c.storedKey);
+  const WirelessSettings before = record(c.storedMode, c.storedAuth, c.storedCipher, c.storedKey);
   std::memcpy(store.data(), &before, sizeof before);
   const char* refusal = c.refusal();
   const Reply reply = request("wireless.cgi", c.query());
-  const _wireless_setting after =
+  const WirelessSettings after =
       refusal == nullptr ? record(c.mode(), c.authLeft(), c.cipher(), c.keyLeft()) : before;
   if (reply.status == (refusal == nullptr ? 200 : 400) &&
       std::memcmp(store.data(), &after, sizeof after) == 0 &&

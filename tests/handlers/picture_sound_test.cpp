@@ -18,9 +18,9 @@ TEST(Audio, AnswersAProfileAndTakesNothingThatIsNotItsOwn) {
 }
 
 const Endpoint kMic{"mic.cgi", "audio.mic_enable=0 audio.mic_volume=5 audio.speaker_volume=1",
-                    "enable=no&volume=50", "set audio 0"};
+                    "enable=no&volume=50", "set audio"};
 const Endpoint kSpeaker{"speaker.cgi", "audio.speaker_enable=1 audio.speaker_volume=10 audio.mic_volume=1",
-                        "enable=yes&volume=100", "set audio 0"};
+                        "enable=yes&volume=100", "set audio"};
 
 TEST(AudioSwitch, TakesASwitchAndAVolumeInTens) {
   kMic.accepts("enable=yes volume=0 enable=no");
@@ -33,7 +33,7 @@ TEST(AudioSwitch, TakesASwitchAndAVolumeInTens) {
 
 const Endpoint kRtspUrl{"rtspurl.cgi",
                         "rtspsvr.urlentry[0]=one rtspsvr.urlentry[1]=two rtspsvr.urlentry[3]=four",
-                        "profileid=2&urlentry=two", "set rtspsvr 1", "profileid=2"};
+                        "profileid=2&urlentry=two", "set rtspsvr", "profileid=2"};
 
 TEST(RtspUrl, ChangesThePathOfTheProfileThatItNames) {
   kRtspUrl.accepts("profileid=2 profileid=1&urlentry=a profileid=2&urlentry=live_2-x.mp4.ab");
@@ -44,7 +44,7 @@ TEST(RtspUrl, ChangesThePathOfTheProfileThatItNames) {
 }
 
 const Endpoint kStreamAuth{"stream_auth.cgi", "httpsvr.livevideo=0 httpsvr.snapshoturl=1",
-                           "livevideo=off&snapshoturl=on", "set httpsvr 1"};
+                           "livevideo=off&snapshoturl=on", "set httpsvr"};
 
 TEST(StreamAuth, PassesOverUnknownNamesUpToTwoParameters) {
   kStreamAuth.accepts({{"livevideo=on"},
@@ -54,8 +54,8 @@ TEST(StreamAuth, PassesOverUnknownNamesUpToTwoParameters) {
   kStreamAuth.refuses("snapshoturl=yes livevideo=on&!colour=red&snapshoturl=off !a=1&b=2&c=3");
 }
 
-const Endpoint kIcr{"icr.cgi", "ir.icr_mode=0 ir.ir_led=1", "mode=auto", "set ir 0"};
-const Endpoint kLed{"irled.cgi", "ir.icr_mode=1 ir.ir_led=0", "mode=off", "set ir 0"};
+const Endpoint kIcr{"icr.cgi", "ir.icr_mode=0 ir.ir_led=1", "mode=auto", "set ir"};
+const Endpoint kLed{"irled.cgi", "ir.icr_mode=1 ir.ir_led=0", "mode=off", "set ir"};
 
 TEST(DayNight, TheLedsFollowAFixedMode) {
   const std::pair<const char*, const char*> rows[] = {
@@ -77,9 +77,8 @@ TEST(DayNight, TheLedsAreSetByHandWhileTheSwitchIsManual) {
   kLed.refuses("! mode=on", "product.has_irled=0", 404);
 }
 
-const Endpoint kPrivacy{"privacy.cgi", "", "enable=no&manual=off", "set privacy 1"};
-const Endpoint kTimeStamp{"timestamp.cgi", "osd.label=door", "enable=off&showtime=off&label=door",
-                          "set osd 1"};
+const Endpoint kPrivacy{"privacy.cgi", "", "enable=no&manual=off", "set privacy"};
+const Endpoint kTimeStamp{"timestamp.cgi", "osd.label=door", "enable=off&showtime=off&label=door", "set osd"};
 
 TEST(Picture, PrivacyTakesTwoSwitchesWithWordsOfTheirOwn) {
   kPrivacy.accepts("manual=on enable=yes enable=yes&manual=on enable=no&manual=off");

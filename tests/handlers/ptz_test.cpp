@@ -21,10 +21,10 @@ const Endpoint kPreset{"ptz_preset.cgi"};
 const Endpoint kPresets{"ptz_preset_list.cgi", "ptd.preset0=-170,5,low ptd.preset4=130,-3,Top",
                         "presets=low,Top&low=130,5&Top=-170,-3"};
 const Endpoint kAutoPan{"auto_pan.cgi"};
-const Endpoint kAutoPatrol{"auto_patrol.cgi", "route=1 ptd.preset0=1,2,a"};
+const Endpoint kAutoPatrol{"auto_patrol.cgi", "route.stops=1 ptd.preset0=1,2,a"};
 const Endpoint kRoute{
     "config_auto_patrol.cgi",
-    "route=4,1,4 ptd.preset0=1,1,a ptd.preset1=2,2,b ptd.preset3=3,3,d-_. ptd.preset5=4,4,a",
+    "route.stops=4,1,4 ptd.preset0=1,1,a ptd.preset1=2,2,b ptd.preset3=3,3,d-_. ptd.preset5=4,4,a",
     "presets=d-_.,a,d-_.", "set route"};
 const Endpoint* const kAll[] = {&kMove,   &kMoveRel, &kDirection, &kPos,        &kInfo, &kHome,
                                 &kPreset, &kPresets, &kAutoPan,   &kAutoPatrol, &kRoute};
@@ -148,14 +148,14 @@ TEST(PtzRoute, IsToldByNamesAndStoredByNumbers) {
   kRoute.accepts({{"presets=,b,,a,", "", "presets=b,a"},
                   {twenty + repeated(5, ",a"), "", twenty},
                   {twenty + ",nobody", "", twenty},
-                  {"", "route=0,11,-1,3,x,,99999999999,2", "presets=b"},
-                  {"", "route=" + repeated(20, "2"), "presets=" + repeated(20, "b")}});
+                  {"", "route.stops=0,11,-1,3,x,,99999999999,2", "presets=b"},
+                  {"", "route.stops=" + repeated(20, "2"), "presets=" + repeated(20, "b")}});
   kRoute.refuses("presets=nobody presets=a,B presets=a+b presets=a;b presets=" + repeated(240, "a") +
                  ",a presets=a&!q=1");
-  kRoute.refuses("!", "route=" + repeated(21, "1"), 500);
-  scripted().reset(kRoute.state + " route=");
+  kRoute.refuses("!", "route.stops=" + repeated(21, "1"), 500);
+  scripted().reset(kRoute.state + " route.stops=");
   request(kRoute.cgi, "presets=d-_.,a,b");
-  EXPECT_EQ(scripted().route, "4,1,2");
+  EXPECT_EQ(scripted().stored("route.stops"), "4,1,2");
 }
 
 // Zeros, but for what lies at some offsets.

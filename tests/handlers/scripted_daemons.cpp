@@ -93,7 +93,7 @@ ScriptedDaemons& daemons() {
 
 ScriptedDaemons::ScriptedDaemons() {
   store("ptd.limits", "130,-170,90,-30");
-  camera.route = [] { return scripted().route; };
+  camera.route = [] { return scripted().stored("route.stops"); };
 }
 
 void ScriptedDaemons::place(Position at) {
@@ -126,7 +126,7 @@ bool ScriptedDaemons::store(const std::string& name, const std::string& value) {
   } else if (name == "io.outputs") {
     std::copy_n(numbers.begin(), 4, camera.outputs.begin());
   } else if (name == "package") {
-    _MultiCastPackage_ package{};
+    StatusPackage package{};
     package.event = static_cast<std::uint32_t>(numbers[1]);
     package.flags = static_cast<std::uint32_t>(numbers[2]);
     package.value = numbers[3];
@@ -160,16 +160,16 @@ int IpcClient::send_cmd(const char* path, const void* request, std::size_t lengt
   return -1;
 }
 
-MultiReceiver::~MultiReceiver() = default;
+StatusReceiver::~StatusReceiver() = default;
 
-int MultiReceiver::Init(int /*reserved*/) {
+int StatusReceiver::Init(int /*reserved*/) {
   daemons().began = daemons().clock;
   daemons().heard = 0;
   return 0;
 }
 
 // The clock goes on to the package that was waited for, or to the end.
-int MultiReceiver::Wait(std::uint32_t events, _MultiCastPackage_* package, int seconds, int microseconds) {
+int StatusReceiver::Wait(std::uint32_t events, StatusPackage* package, int seconds, int microseconds) {
   auto& all = daemons();
   all.mask = events;
   const std::int64_t end = all.clock + seconds * 1000 + microseconds / 1000;
@@ -184,6 +184,6 @@ int MultiReceiver::Wait(std::uint32_t events, _MultiCastPackage_* package, int s
   return -1;
 }
 
-int MultiReceiver::secondsSinceInit() const {
+int StatusReceiver::secondsSinceInit() const {
   return static_cast<int>((daemons().clock - daemons().began) / 1000);
 }

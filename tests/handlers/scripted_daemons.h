@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/daemons/ipc_client.h"
-#include "platform/daemons/multi_receiver.h"
+#include "platform/daemons/status_receiver.h"
 #include "virtual-camera/simulator/camera_state.h"
 
 namespace camera::test {
@@ -27,7 +27,7 @@ struct ScriptedDaemons {
   std::map<std::string, std::string> answers;  // bytes that a call gets instead: short ones, too many, none
 
   // What arrives while a request listens, so many milliseconds after it began to, in order.
-  std::vector<std::pair<int, _MultiCastPackage_>> packages;
+  std::vector<std::pair<int, StatusPackage>> packages;
   std::uint32_t mask = 0;  // what it listened for
   std::int64_t clock = 0;  // milliseconds; nothing but listening takes time
   std::int64_t began = 0;

@@ -15,12 +15,11 @@
 #include "platform/card/fresh_card.h"
 #include "platform/clock/clock.h"
 #include "platform/log.h"
-#include "platform/product/pib.h"
+#include "platform/product/product_info.h"
 #include "platform/shell.h"
-#include "platform/store/cam.h"
 #include "platform/store/record_fields.h"
 #include "platform/store/record_text.h"
-#include "platform/store/route.h"
+#include "platform/store/settings.h"
 #include "tests/handlers/scripted_daemons.h"
 
 namespace camera::test {
@@ -59,37 +58,6 @@ IF_INFO interfaceAt(const std::string& address) {
 
 int answer(const std::string& call) {
   return scripted().answer(call);
-}
-
-int readRecord(RecordIndex index, void* record) {
-  const auto i = static_cast<std::size_t>(index);
-  const int result = answer(std::string{"get "} + kRecords[i]->name);
-  if (result == 0) std::memcpy(record, scripted().records[i].data(), kRecords[i]->size);
-  return result;
-}
-
-int answerWrite(const std::string& call) {
-  const int result = answer(call);
-  scripted().isContested = scripted().isContested || result == kOvertaken;
-  scripted().wasOvertaken = scripted().isContested && (result == 0 || result == kOvertaken);
-  return scripted().wasOvertaken ? 1 : result;
-}
-
-int writeRecord(RecordIndex index, const void* record, _cam_actions* actions, unsigned char flag) {
-  const auto i = static_cast<std::size_t>(index);
-  const int result = answerWrite(std::string{"set "} + kRecords[i]->name + " " + std::to_string(flag));
-  EXPECT_EQ(actions, scripted().cleaned) << "its actions were not cleaned";
-  EXPECT_EQ(firstInvalid(*kRecords[i], record), "") << "of " << kRecords[i]->name << " is out of bounds";
-  forEachElement(*kRecords[i], [&](const Field& field, unsigned /*index*/, std::size_t offset) {
-    const void* stored = scripted().records[i].data() + offset;
-    const bool kept = std::memcmp(static_cast<const char*>(record) + offset, stored, field.width) == 0;
-    EXPECT_TRUE(kept || field.kind != FieldKind::kReserved) << kRecords[i]->name << "." << field.name;
-  });
-  if (result != 0) return result;
-  std::memcpy(scripted().records[i].data(), record, kRecords[i]->size);
-  actions->records |= recordBit(index);
-  scripted().unfinished |= recordBit(index);
-  return 0;
 }
 
 }  // namespace
@@ -136,8 +104,6 @@ void ScriptedPlatform::store(const std::string& state) {
       sites += value + "\n";
     else if (name == "line")
       printed.push_back(value + "\n");
-    else if (name == "route")
-      route = value;
     else if (name == "card")
       card[value.substr(0, value.rfind(','))] = value.substr(value.rfind(',') + 1);
     else if (name == "rssi")
@@ -159,7 +125,6 @@ std::string ScriptedPlatform::stored(const std::string& name) const {
 void ScriptedPlatform::beginRequest() {
   calls.clear();
   times_.clear();
-  cleaned = nullptr;
   unfinished = 0;
 }
 
@@ -185,77 +150,76 @@ std::string ScriptedPlatform::history(const std::vector<std::string>& verbs) con
 using camera::test::answer;
 using camera::test::scripted;
 
-std::string dbg_log(const char* format, ...) {
+std::string logDebug(const char* format, ...) {
   return format;
 }
 
-void cam_clean_actions(_cam_actions* actions) {
-  answer("clean");
-  scripted().cleaned = actions;
-  actions->records = 0;
+namespace camera {
+
+StoreResult loadRecord(RecordIndex index, void* record) {
+  const auto i = static_cast<std::size_t>(index);
+  const int result = answer(std::string{"get "} + kRecords[i]->name);
+  if (result == 0) std::memcpy(record, scripted().records[i].data(), kRecords[i]->size);
+  return static_cast<StoreResult>(result);
 }
 
-int cam_work_actions(_cam_actions* actions) {
-  EXPECT_EQ(actions->records, scripted().unfinished) << "are not the actions of what was written";
-  scripted().unfinished = 0;
-  std::string call = "work";
-  for (std::size_t i = 0; i < camera::kRecordCount; ++i) {
-    if ((actions->records >> i & 1) != 0)
-      call += std::string{call == "work" ? " " : ","} + camera::kRecords[i]->name;
-  }
-  return answer(call);
+StoreResult storeRecord(RecordIndex index, const void* record, Actions* actions) {
+  const auto i = static_cast<std::size_t>(index);
+  int result = answer(std::string{"set "} + kRecords[i]->name);
+  scripted().isContested = scripted().isContested || result == test::kOvertaken;
+  scripted().wasOvertaken = scripted().isContested && (result == 0 || result == test::kOvertaken);
+  EXPECT_EQ(firstInvalid(*kRecords[i], record), "") << "of " << kRecords[i]->name << " is out of bounds";
+  forEachElement(*kRecords[i], [&](const Field& field, unsigned /*index*/, std::size_t offset) {
+    const void* stored = scripted().records[i].data() + offset;
+    const bool kept = std::memcmp(static_cast<const char*>(record) + offset, stored, field.width) == 0;
+    EXPECT_TRUE(kept || field.kind != FieldKind::kReserved) << kRecords[i]->name << "." << field.name;
+  });
+  if (scripted().wasOvertaken) return StoreResult::kRefused;
+  if (result != 0) return static_cast<StoreResult>(result);
+  std::memcpy(scripted().records[i].data(), record, kRecords[i]->size);
+  actions->records |= recordBit(index);
+  scripted().unfinished |= recordBit(index);
+  return StoreResult::kDone;
 }
 
-#define CAMERA_SCRIPT_RECORD(name, type)                                                \
-  int cam_get_##name(type* record) {                                                    \
-    return camera::test::readRecord(camera::RecordIndex::name, record);                 \
-  }                                                                                     \
-  int cam_set_##name(const type* record, _cam_actions* actions, unsigned char flag) {   \
-    return camera::test::writeRecord(camera::RecordIndex::name, record, actions, flag); \
-  }
-CAMERA_RECORDS(CAMERA_SCRIPT_RECORD)
-
-bool cam_overtaken() {
+bool isStoreOvertaken() {
   return scripted().wasOvertaken;
 }
 
-void cam_hold() {
+void holdStore() {
   scripted().isContested = false;
 }
 
-void cam_release() {}
+void releaseStore() {}
 
-void apply_timezone() {
+void runActions(const Actions& actions) {
+  EXPECT_EQ(actions.records, scripted().unfinished) << "are not the actions of what was written";
+  scripted().unfinished = 0;
+  std::string call = "work";
+  for (std::size_t i = 0; i < kRecordCount; ++i) {
+    if ((actions.records >> i & 1) != 0) call += std::string{call == "work" ? " " : ","} + kRecords[i]->name;
+  }
+  answer(call);
+}
+
+StoreResult resetImage() {
+  const int result = answer("set image to factory");
+  return static_cast<StoreResult>(result == test::kOvertaken ? 0 : result);  // whatever others wrote
+}
+
+void applyTimeZone() {
   answer("ask zone");
 }
 
-std::int64_t camera::cameraTime() {
+std::int64_t cameraTime() {
   return answer("time") == 0 ? scripted().time : -1;
 }
 
-int cam_reset_image(_image_setting* record) {
-  const int set = answer("set image to factory");
-  const int result = set == camera::test::kOvertaken ? 0 : set;  // whatever others wrote
-  if (result == 0) std::memcpy(record, camera::imageRecord.defaults, camera::imageRecord.size);
-  return result;
-}
-
-int cam_get_route(char* route, std::size_t size) {
-  const int result = answer("get route");
-  EXPECT_TRUE(result != 0 || camera::copyText(route, size, scripted().route));
-  return result;
-}
-
-int cam_set_route(const char* route) {
-  const int result = camera::test::answerWrite("set route");
-  EXPECT_TRUE(camera::isRoute(route)) << route;
-  if (result == 0) scripted().route = route;
-  return result;
-}
-
-int cam_get_wireless_rssi() {
+int wirelessRssi() {
   return answer("ask rssi") == 0 ? scripted().rssi : 0;
 }
+
+}  // namespace camera
 
 bool GetActiveIFInfo(const char* name, IF_INFO* info) {
   const auto found = scripted().interfaces.find(name);
@@ -271,8 +235,8 @@ sitelist* dumpSites(sitelist* list) {
   return camera::parseSites(sites, list);
 }
 
-int PIB::init() {
-  if (answer("get product") != 0) throw PIBError();
+int ProductInfo::init() {
+  if (answer("get product") != 0) throw ProductInfoError();
   std::string text;
   for (const auto& [key, value] : scripted().product) text.append(key).append("=").append(value).append("\n");
   parse(text);
@@ -280,12 +244,12 @@ int PIB::init() {
 }
 
 int check_extra_modules(const char* name) {
-  PIB product;
+  ProductInfo product;
   product.init();
   return product.hasModule(name) ? 1 : 0;
 }
 
-int run_shell(const char* command) {
+int runShell(const char* command) {
   return answer(std::string{"run "} + command);
 }
 
@@ -297,7 +261,7 @@ void camera::makeCardFolder(const char* path) {
   answer(std::string{"run mkdir "} + path);
 }
 
-int read_command(const char* command, void (*take)(const char* piece, void* context), void* context) {
+int readCommand(const char* command, void (*take)(const char* piece, void* context), void* context) {
   const int status = answer(std::string{"get "} + command);
   for (const std::string& piece : scripted().printed)
     if (status == 0) take(piece.c_str(), context);

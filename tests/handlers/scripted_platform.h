@@ -8,7 +8,6 @@
 
 #include "platform/network/if_info.h"
 #include "platform/network/site_survey.h"
-#include "platform/store/cam.h"
 #include "platform/store/record.h"
 
 namespace camera::test {
@@ -19,33 +18,28 @@ namespace camera::test {
 //   ask            reads what cannot fail; a result other than 0 means that there is nothing to be had
 //   time           reads the clock
 //   set, send, run writes to the store, tells a daemon to act, runs a command
-//   clean, work    the frame of a transaction
 struct ScriptedPlatform {
-  std::vector<std::string> calls;  // of the last request, in order: "get lan", "set lan 1", "work lan,ddns";
+  std::vector<std::string> calls;  // of the last request, in order: "get lan", "set lan", "work lan,ddns";
                                    // the second of a text is "get lan#2"
-  std::map<std::string, int> results;  // what the call of that name gives instead of 0, e.g. {"set lan 1", 2}
+  std::map<std::string, int> results;  // what the call of that name gives instead of 0, e.g. {"set lan", 2}
   std::vector<std::vector<std::uint8_t>> records;  // what the store holds, by index
   bool isContested = false;   // another process comes first at every write, until the store is held
   bool wasOvertaken = false;  // the last one was
 
-  std::string route;  // of the patrol
-
   std::map<std::string, std::string> product;  // the lines of product.conf
   std::map<std::string, IF_INFO> interfaces;   // the active ones, by the camera's name
   std::string sites;                           // lines of the survey's file, with commas for tabs
-  std::vector<std::string> printed;            // what read_command hands over, in pieces
+  std::vector<std::string> printed;            // what readCommand hands over, in pieces
   std::map<std::string, std::string> card;     // entries of the product's folder, by path
   int rssi = 0;
   std::int64_t time = 0;  // of the camera's clock; the local time of curtime is what the record holds
 
-  const _cam_actions* cleaned = nullptr;  // that of the request's transaction
-  std::uint64_t unfinished = 0;           // records written whose actions did not run
+  std::uint64_t unfinished = 0;  // records written whose actions did not run
 
   // A camera of the fully equipped product with factory settings, in that state.
   void reset(const std::string& state = "");
   // Changes the state by words of these forms, in which a + is a space:
   //   lan.dhcp=1        a setting, in the text form of camera-settings
-  //   route=1,4,2       the patrol's route
   //   product=          no line in product.conf
   //   product.has_mic=0 this line; a key that nobody knows makes the file unreadable
   //   eth0=10.0.0.2     this interface is active (empty: not), behind 192.168.0.1

@@ -114,7 +114,7 @@ const Endpoint kSensor{
     "product.sensor=ov7725 "
     "product.sensor_caps=Brightness+BLControl+NightShot+NoiseReduction+AutoGain+BW+Shutter",
     "brightness=50&maxexposuretime=30&backlightcomp=no&noisereduction=low&autogainctrl=yes&color=yes",
-    "set image 0"};
+    "set image"};
 
 TEST(Sensor, IgnoresWhatTheSensorLacksAndRefusesWhatDoesNotFit) {
   kSensor.accepts("brightness=55&color=no&hue=x&backlightcomp=yes maxexposuretime=8");
@@ -231,7 +231,7 @@ TEST(SensorOutput, ASwitchMakesTheSettingsFitTheNewDisplaySystem) {
   std::string fast, odd, resolutions, codec, subtype, format, writes;
   for (int to = 0; to < kDisplaySystemCount; ++to) {
     switches >> fast >> odd >> resolutions >> codec >> subtype >> format >> writes;
-    writes = (writes == "none" ? "" : "set " + writes + " 1 ") + "set profile 1";
+    writes = (writes == "none" ? "" : "set " + writes + " ") + "set profile";
     const std::string others = fourProfiles("resolution", resolutions) + " profile.codec[1]=" + codec +
                                " profile.display_system=" + std::to_string(to) +
                                " profile.display_subtype=" + subtype + " image.video_in_format=" + format +
@@ -251,10 +251,10 @@ TEST(SensorOutput, ASwitchMakesTheSettingsFitTheNewDisplaySystem) {
 TEST(SensorOutput, ChangesOnlyWhatHasToChange) {
   const Endpoint output{
       "sensor_output.cgi", "product.display_systems=VGA-640x480-60Hz+SXGA-1280x1024+NTSC-704x480",
-      "supports=VGA-640x480-60Hz,SXGA-1280x1024,NTSC-704x480&current=VGA-640x480-60Hz", "set profile 1"};
+      "supports=VGA-640x480-60Hz,SXGA-1280x1024,NTSC-704x480&current=VGA-640x480-60Hz", "set profile"};
   output.accepts("current=VGA-640x480-60Hz current=SXGA-1280x1024");
   output.accepts({{"", "product= profile.display_system=3", "supports=PAL-704x576&current=PAL-704x576"},
-                  {"current=NTSC-704x480", "image.video_in_format=1", {}, "set image 1 set profile 1"}});
+                  {"current=NTSC-704x480", "image.video_in_format=1", {}, "set image set profile"}});
   output.refuses(
       "current= current=PAL-704x576 current=VGA-640x480-60Hz,SXGA-1280x1024 current=vga-640x480-60hz "
       "current=SXGA-1280x1024&!colour=red");

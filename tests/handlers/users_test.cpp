@@ -3,6 +3,7 @@
 #include <random>
 
 #include "platform/store/records/account.h"
+#include "platform/store/settings.h"
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {
@@ -15,8 +16,8 @@ constexpr char kAccounts[] =
     "account.user_password[4]=4";
 constexpr char kLarkmoor[] = "system.brand=Larkmoor product.modules=x,device1_2";
 
-const Endpoint kUserMod{.cgi = "user_mod.cgi", .state = kAccounts, .writes = "set account 1"};
-const Endpoint kUserDel{.cgi = "user_del.cgi", .state = kAccounts, .writes = "set account 1"};
+const Endpoint kUserMod{.cgi = "user_mod.cgi", .state = kAccounts, .writes = "set account"};
+const Endpoint kUserDel{.cgi = "user_del.cgi", .state = kAccounts, .writes = "set account"};
 
 TEST(UserList, NamesTheAdministratorByOneWordAlone) {
   const Endpoint list{.cgi = "user_list.cgi",
@@ -113,8 +114,8 @@ struct Model {
     return isWhole;
   }
   void expectStored() const {
-    _account_setting record;
-    cam_get_account(&record);
+    AccountSettings record;
+    loadRecord(&record);
     EXPECT_EQ(User(record.admin_name, record.admin_password), accounts[0]);
     EXPECT_EQ(record.user_count, accounts.size() - 1);
     for (std::size_t slot = 1; slot <= 20; ++slot)

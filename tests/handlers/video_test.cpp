@@ -13,7 +13,7 @@ namespace {
 const Endpoint kVideo{
     "video.cgi", "product.sensor=ov7740",
     "vprofileformat=0.9&profileid=1&codec=MPEG4&resolution=640x480&framerate=15&qualitymode=CBR&bitrate=1024",
-    "set profile 0", "profileid=1"};
+    "set profile", "profileid=1"};
 
 TEST(Video, ShowsAndChangesTheProfileThatIsNamed) {
   const char* kFixed = "profile.quality_mode[1]=1";
@@ -96,7 +96,7 @@ bool hasRate(const Asked& q) {
   return isOne({1, 2, 3, 5, 6, 10, 15}) || (q.f == 30 && (q.isLarge() || (q.ds != 7 && q.ds != 8)));
 }
 
-bool fitsCodec(const Asked& q, const _profile_setting& stored) {
+bool fitsCodec(const Asked& q, const ProfileSettings& stored) {
   const bool isMjpeg = q.c == 0;
   if (q.ds == 1 && q.r < 0 && q.p == 1 && !isMjpeg && stored.resolution[1] == 0) return false;
   if (!isMjpeg) return q.p != 3 && (q.hasModes() || q.p != 4 || q.c == 1);
@@ -116,8 +116,8 @@ bool fitsResolution(const Asked& q) {
 }
 
 // Whether it is accepted; the record is then what is stored.
-bool judge(const Asked& q, _profile_setting* record) {
-  const _profile_setting stored = *record;
+bool judge(const Asked& q, ProfileSettings* record) {
+  const ProfileSettings stored = *record;
   if (q.f >= 0 && !hasRate(q)) return false;
   if (q.c >= 0 && !fitsCodec(q, stored)) return false;
   if (q.r >= 0 && !fitsResolution(q)) return false;
@@ -149,7 +149,7 @@ std::string queryOf(const Asked& q) {
 // The record is left as each request makes it, so that they meet one another's values.
 void ask(const Asked& q) {
   std::vector<std::uint8_t>& bytes = scripted().records[static_cast<std::size_t>(RecordIndex::profile)];
-  _profile_setting expected;
+  ProfileSettings expected;
   std::memcpy(&expected, bytes.data(), sizeof expected);
   Asked judged = q;
   if (!q.hasModes()) judged.qm = -1;

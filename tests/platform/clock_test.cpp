@@ -18,19 +18,19 @@ namespace {
 constexpr std::int64_t kSystemTime = 1'700'000'000;  // 2023-11-14 22:13:20 UTC
 constexpr std::int64_t kHalfYear = 15'778'800;
 constexpr int kLondon = 35;
-constexpr _tzone_setting kLondonByItsRules{kLondon, 1, 1, "", "", ""};
+constexpr TimeZoneSettings kLondonByItsRules{kLondon, 1, 1, "", "", ""};
 
 class Clock : public testing::Test {
  protected:
   static StoreResult set(SettingsStore& store, const char* wall) {
-    _curtime_setting at{};
+    ClockSettings at{};
     EXPECT_EQ(6, std::sscanf(wall, "%d-%d-%d %d:%d:%d", &at.year, &at.month, &at.day, &at.hour, &at.minute,
                              &at.second));
     return setClock(store, kSystemTime, at);
   }
 
   std::string wall(std::int64_t systemTime) {
-    _curtime_setting at;
+    ClockSettings at;
     if (readClock(store_, systemTime, &at) != StoreResult::kDone) return "unreadable";
     char text[80];
     std::snprintf(text, sizeof text, "%d-%02d-%02d %02d:%02d:%02d", at.year, at.month, at.day, at.hour,
@@ -47,7 +47,7 @@ TEST_F(Clock, EveryZoneIsItsDeclaredOffsetAndShowsWhatItWasSetTo) {
     const TimeZone& zone = kTimeZones[static_cast<std::size_t>(number - 1)];
     for (const bool daylight : {false, true}) {
       SCOPED_TRACE("zone " + std::to_string(number) + (daylight ? " with daylight saving" : ""));
-      const _tzone_setting setting{static_cast<std::uint8_t>(number), daylight, 1, "", "", ""};
+      const TimeZoneSettings setting{static_cast<std::uint8_t>(number), daylight, 1, "", "", ""};
       ASSERT_EQ(store_.write(tzoneRecord, &setting), StoreResult::kDone);
       const LocalZone local = localZone(setting);
       const auto [standard, saving] =
@@ -63,11 +63,11 @@ TEST_F(Clock, EveryZoneIsItsDeclaredOffsetAndShowsWhatItWasSetTo) {
 }
 
 TEST_F(Clock, ReadsInstantsByTheStoredZone) {
-  constexpr _tzone_setting kPacific{7, 1, 1, "", "", ""};
-  constexpr _tzone_setting kLordHowe{80, 1, 1, "", "", ""};
-  constexpr _tzone_setting kKathmandu{66, 1, 0, "1:00", "M3.2.0/02:00", "M11.1.0/02:00"};
-  constexpr _tzone_setting kBackwards{kLondon, 1, 0, "-0:30", "M3.2.0/02:00:30", "M11.1.0/02:00"};
-  const std::tuple<_tzone_setting, std::int64_t, const char*> rows[] = {
+  constexpr TimeZoneSettings kPacific{7, 1, 1, "", "", ""};
+  constexpr TimeZoneSettings kLordHowe{80, 1, 1, "", "", ""};
+  constexpr TimeZoneSettings kKathmandu{66, 1, 0, "1:00", "M3.2.0/02:00", "M11.1.0/02:00"};
+  constexpr TimeZoneSettings kBackwards{kLondon, 1, 0, "-0:30", "M3.2.0/02:00:30", "M11.1.0/02:00"};
+  const std::tuple<TimeZoneSettings, std::int64_t, const char*> rows[] = {
       {{kUtcTimeZone, 1, 1, "", "", ""}, 4'118'083'200, "2100-07-01 00:00:00"},
       {kPacific, 1'710'064'799, "2024-03-10 01:59:59"},
       {kPacific, 1'710'064'800, "2024-03-10 03:00:00"},
@@ -118,7 +118,7 @@ TEST_F(Clock, KeepsTheLaterOfTwoSettingsWhole) {
 
 // A change of the zone that another process made must not look like one of this process.
 TEST_F(Clock, LeavesTheLastReadOfTheZoneAlone) {
-  _tzone_setting zone;
+  TimeZoneSettings zone;
   ASSERT_EQ(store_.read(tzoneRecord, &zone), StoreResult::kDone);
   ASSERT_EQ(SettingsStore(disk_, kRecords).write(tzoneRecord, &kLondonByItsRules), StoreResult::kDone);
   EXPECT_EQ(wall(kSystemTime), "2023-11-14 22:13:20");

@@ -138,10 +138,10 @@ TEST(DomainSocket, ReachesOnlyWhoListens) {
 
 constexpr std::uint32_t kAny = 0xFFFFFFFF;
 
-TEST(MultiReceiver, TakesWholePackagesOfThisMachineThatMatch) {
+TEST(StatusReceiver, TakesWholePackagesOfThisMachineThatMatch) {
   expectInOwnNetwork([] {
-    MultiReceiver receiver;
-    MultiReceiver other;
+    StatusReceiver receiver;
+    StatusReceiver other;
     ASSERT_EQ(receiver.Init(0), 0);
     ASSERT_EQ(other.Init(0), 0);
     const Sender local;
@@ -153,7 +153,7 @@ TEST(MultiReceiver, TakesWholePackagesOfThisMachineThatMatch) {
     local.send(package(0x800001, 3));
     local.send(large.data(), 96);
 
-    _MultiCastPackage_ taken{};
+    StatusPackage taken{};
     EXPECT_EQ(receiver.Wait(0x1, &taken, 1, 0), 0);
     EXPECT_EQ(taken.event, 0x800001U);
     EXPECT_EQ(taken.value, 3);
@@ -175,15 +175,15 @@ double cpuSeconds() {
   return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
-TEST(MultiReceiver, SleepsWhileNothingMatches) {
+TEST(StatusReceiver, SleepsWhileNothingMatches) {
   expectInOwnNetwork([] {
-    MultiReceiver silent;
-    MultiReceiver busy;
+    StatusReceiver silent;
+    StatusReceiver busy;
     ASSERT_EQ(busy.Init(0), 0);
     const Sender local;
-    for (MultiReceiver* receiver : {&silent, &busy}) {
+    for (StatusReceiver* receiver : {&silent, &busy}) {
       for (int i = 0; i < 20; ++i) local.send(package(0x2));
-      _MultiCastPackage_ ignored;
+      StatusPackage ignored;
       const auto start = Clock::now();
       EXPECT_EQ(receiver->Wait(0x1, &ignored, 0, 300'000), -1);
       EXPECT_GE(Clock::now() - start, milliseconds(300));

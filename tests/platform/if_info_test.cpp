@@ -8,7 +8,7 @@
 #include <bit>
 
 #include "platform/network/site_survey.h"
-#include "platform/product/pib.h"
+#include "platform/product/product_info.h"
 #include "tests/support/own_network.h"
 
 namespace {
@@ -90,7 +90,7 @@ TEST(Signal, IsOneInteger) {
 }  // namespace
 
 // Takes the place of the one that reads the camera's file.
-int PIB::init() {
+int ProductInfo::init() {
   parse(product);
   return 0;
 }

@@ -84,7 +84,7 @@ TEST_F(Actions, StartCleanWhateverTheProgramInherited) {
 }
 
 TEST(Log, ReturnsTheTextItFormattedUpTo1023Bytes) {
-  EXPECT_EQ(dbg_log("%d%%%s", 7, std::string(2000, 'x').c_str()), "7%" + std::string(1021, 'x'));
+  EXPECT_EQ(logDebug("%d%%%s", 7, std::string(2000, 'x').c_str()), "7%" + std::string(1021, 'x'));
 }
 
 std::vector<std::string> pieces(const char* command) {
@@ -92,7 +92,7 @@ std::vector<std::string> pieces(const char* command) {
   const auto take = [](const char* piece, void* context) {
     static_cast<std::vector<std::string>*>(context)->emplace_back(piece);
   };
-  all.push_back("status " + std::to_string(read_command(command, take, &all)));
+  all.push_back("status " + std::to_string(readCommand(command, take, &all)));
   return all;
 }
 
@@ -102,7 +102,7 @@ TEST(Shell, InheritsNothingIgnored) {
   const auto runFromAWebServer = [&] {
     signal(SIGPIPE, SIG_IGN);
     signal(SIGCHLD, SIG_IGN);
-    EXPECT_EQ(run_shell(kCheck), 3 << 8);
+    EXPECT_EQ(runShell(kCheck), 3 << 8);
     EXPECT_EQ(pieces(kCheck), std::vector<std::string>{"status 768"});
     EXPECT_EQ(signal(SIGPIPE, SIG_DFL), SIG_IGN);
     EXPECT_EQ(signal(SIGCHLD, SIG_DFL), SIG_IGN);

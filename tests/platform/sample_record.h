@@ -6,16 +6,15 @@
 namespace camera::test {
 
 struct Sample {
-  std::int32_t number;
-  std::uint8_t flag;
+  std::int32_t number = -7;
+  std::uint8_t flag = 1;
   std::uint8_t spare[3];
-  char text[8];
-  char names[2][6];
-  std::uint8_t levels[4];  // version 1 ended before them
+  char text[8] = "abc";
+  char names[2][6] = {"one", "two"};
+  std::uint8_t levels[4] = {1, 2, 3, 4};  // version 1 ended before them
 };
 
-inline constexpr Sample kSampleDefaults{
-    .number = -7, .flag = 1, .spare = {}, .text = "abc", .names = {"one", "two"}, .levels = {1, 2, 3, 4}};
+inline constexpr Sample kSampleDefaults{};
 
 inline constexpr Field kSampleFields[] = {
     CAMERA_BOUNDED(Sample, number, -100, 1000),
@@ -26,12 +25,11 @@ inline constexpr Field kSampleFields[] = {
     CAMERA_FIELD(Sample, levels),
 };
 
-inline constexpr RecordInfo kSample =
-    describe::record("sample", kSampleDefaults, kSampleFields, {.version = 2});
+inline constexpr RecordInfo kSample = describe::record<Sample>("sample", kSampleFields, {.version = 2});
 inline constexpr RecordInfo kIndivisible =
-    describe::record("whole", kSampleDefaults, kSampleFields, {.version = 2, .indivisible = true});
+    describe::record<Sample>("whole", kSampleFields, {.version = 2, .indivisible = true});
 inline constexpr RecordInfo kDependent =
-    describe::record("linked", kSampleDefaults, kSampleFields, {.version = 2, .dependsOn = 1});
+    describe::record<Sample>("linked", kSampleFields, {.version = 2, .dependsOn = 1});
 inline constexpr const RecordInfo* kSampleRecords[] = {&kSample, &kIndivisible, &kDependent};
 
 }  // namespace camera::test

@@ -49,18 +49,14 @@ TEST_F(SettingsCommand, PrintsAndRefusesByItsArguments) {
   EXPECT_EQ(output({"get", "sample"}), kDefaults);
   EXPECT_EQ(output({"get", "sample", "names[1]"}), "names[1]=two\n");
   EXPECT_EQ(output({"get", "sample", "names"}), "names[0]=one\nnames[1]=two\n");
-  EXPECT_EQ(output({"route"}), "\n");
-  const std::string tooLong(64, '1');
   for (const Arguments& wrong :
        {Arguments{}, Arguments{"get", "sample", "names[2]"}, Arguments{"get", "sample", "number[0]"},
-        Arguments{"get", "route"}, Arguments{"route", "1;2"}, Arguments{"route", tooLong}, Arguments{"get"},
-        Arguments{"set", "sample"}, Arguments{"reset", "nothing"}, Arguments{"list", "more"},
-        Arguments{"--version", "more"}, Arguments{"format"}, Arguments{"get", "a\nb"}}) {
+        Arguments{"get"}, Arguments{"set", "sample"}, Arguments{"reset", "nothing"},
+        Arguments{"list", "more"}, Arguments{"--version", "more"}, Arguments{"format"},
+        Arguments{"get", "a\nb"}}) {
     EXPECT_EQ(run(wrong), 1) << testing::PrintToString(wrong);
     EXPECT_EQ(streams.output, "") << testing::PrintToString(wrong);
   }
-  for (const std::string& route : {tooLong.substr(1), std::string()})
-    EXPECT_TRUE(run({"route", route}) == 0 && output({"route"}) == route + "\n") << route;
   EXPECT_NE(output({"--help"}).find("restore "), std::string::npos);
 }
 
@@ -93,11 +89,10 @@ TEST_F(SettingsCommand, RestoresExactlyWhatItBackedUp) {
   ASSERT_EQ(
       run({"set", "sample", "text=\\\\\\n\\x1b\xC3\xA4=", "names[0]==", "spare=0102ff", "levels[3]=255"}), 0);
   ASSERT_EQ(run({"set", "whole", "number=-100"}), 0);
-  ASSERT_EQ(run({"route", "1,4,2"}), 0);
   const std::string backup = output({"backup"});
   const std::string sample = disk.content("sample");
   ASSERT_EQ(run({"reset"}), 0);
-  EXPECT_FALSE(disk.has("sample") || disk.has("whole") || disk.has("route"));
+  EXPECT_FALSE(disk.has("sample") || disk.has("whole"));
   ASSERT_EQ(run({"restore"}, backup), 0) << streams.error;
   EXPECT_EQ(disk.content("sample"), sample);
   EXPECT_EQ(output({"backup"}), backup);
@@ -105,23 +100,22 @@ TEST_F(SettingsCommand, RestoresExactlyWhatItBackedUp) {
 
 TEST_F(SettingsCommand, RestoreWritesAllOfABackupOrNothing) {
   const std::string title = "camera-settings backup 2\n";
-  const std::string good = title + "sample.number=9\nroute.stops=1\n";
+  const std::string good = title + "sample.number=9\nlinked.number=1\n";
   std::vector<std::pair<std::string, std::string>> rows{{"sample.number=9\n", "line 1: "},
                                                         {"camera-settings backup 1\nend 0\n", "line 1: "},
                                                         {"/dev/urandom", "line 1: "},
                                                         {good + "end 1\n", "line 4: "},
                                                         {good + "sample.flag=0\nend 2\n", "line 5: "},
                                                         {good + "end 2\n\n", "line 5: "}};
-  for (const char* line :
-       {"sample.number=8", "route.stops=1", "", "other.flag=0", "sample.other=0", "sample=0", "sample.flag",
-        "sample.flag=0\r", "sample.flag=2", "sample.text=a\r", "route.stops=1;2"})
+  for (const char* line : {"sample.number=8", "linked.number=1", "", "other.flag=0", "sample.other=0",
+                           "sample=0", "sample.flag", "sample.flag=0\r", "sample.flag=2", "sample.text=a\r"})
     rows.emplace_back(good + line + "\nend 3\n", "line 4: ");
   for (std::size_t length = 0; length < good.size() + 6; ++length)
     rows.emplace_back((good + "end 2\n").substr(0, length), "line ");
   for (const auto& [wrong, place] : rows) {
     EXPECT_EQ(run({"restore"}, wrong), 1) << wrong;
     EXPECT_TRUE(streams.error.starts_with(place)) << wrong << streams.error;
-    EXPECT_EQ(output({"get", "sample"}) + output({"route"}), std::string(kDefaults) + "\n") << wrong;
+    EXPECT_EQ(output({"get", "sample"}), kDefaults) << wrong;
   }
   // Of a record that it holds, the other fields go back to their defaults.
   for (const char* record : {"sample", "whole"}) ASSERT_EQ(run({"set", record, "number=5", "flag=0"}), 0);
@@ -138,8 +132,8 @@ TEST_F(SettingsCommand, NamesTheFileThatCannotBeReadOrWritten) {
     EXPECT_EQ(streams.error + streams.output, "disk/sample: wrong size") << arguments[0];
   }
   disk.failing = "sync";
-  EXPECT_EQ(run({"route", "1"}), 2);
-  EXPECT_EQ(streams.error, std::string("disk/route: ") + std::strerror(EIO));
+  EXPECT_EQ(run({"set", "linked", "number=1"}), 2);
+  EXPECT_EQ(streams.error, std::string("disk/linked: ") + std::strerror(EIO));
   disk.failing.clear();
   EXPECT_EQ(run({"reset"}), 0);
   EXPECT_EQ(output({"get", "sample"}), kDefaults);

@@ -67,7 +67,7 @@ TEST(StoreFile, WithoutAFolderReadsTheDefaults) {
 TEST(StoreFile, HasTheseBytesThisModeAndNothingBesideIt) {
   const TemporaryFolder folder;
   PosixStoreFiles files(folder.path());
-  const _httpsvr_setting record{0, 1, 0, 0, 8080, 443};
+  const HttpServerSettings record{0, 1, 0, 0, 8080, 443};
   folder.put(".new", "left by a killed process");
   ASSERT_EQ(SettingsStore(files, kRecords).write(httpsvrRecord, &record), kDone);
   const char expected[] = "CSET\1\0\1\0\14\0\0\0\xD5\xE2\xFC\xCF\0\1\0\0\x90\x1F\0\0\xBB\1\0";

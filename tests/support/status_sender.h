@@ -7,12 +7,12 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "platform/daemons/multi_receiver.h"
+#include "platform/daemons/status_receiver.h"
 
 namespace camera::test {
 
-inline _MultiCastPackage_ package(std::uint32_t event, std::int32_t value = 0) {
-  _MultiCastPackage_ result{};
+inline StatusPackage package(std::uint32_t event, std::int32_t value = 0) {
+  StatusPackage result{};
   result.event = event;
   result.value = value;
   return result;
@@ -38,7 +38,7 @@ class Sender {
     EXPECT_EQ(sendto(socket_, data, size, 0, reinterpret_cast<const sockaddr*>(&address), sizeof address),
               static_cast<ssize_t>(size));
   }
-  void send(const _MultiCastPackage_& what) const { send(&what, sizeof what); }
+  void send(const StatusPackage& what) const { send(&what, sizeof what); }
 
  private:
   int socket_ = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);

@@ -137,7 +137,7 @@ TEST(Control, IsTrueOfTheNextPackages) {
       card over_capacity -> quiet| log  a \x00\\ -> quiet)"};
   const auto shown = [&] {
     std::ostringstream out;
-    for (const _MultiCastPackage_& p : statusPackages(camera))
+    for (const StatusPackage& p : statusPackages(camera))
       out << std::hex << p.event << ":" << p.flags << ":" << std::dec << p.value << ":" << p.value2 << " ";
     const std::string all = out.str();
     return all.starts_with(kQuiet) ? "quiet " + all.substr(kQuiet.size()) : all;

@@ -18,10 +18,11 @@
 #include "platform/daemons/little_endian.h"
 #include "platform/descriptor.h"
 #include "platform/file.h"
-#include "platform/product/pib.h"
+#include "platform/product/product_info.h"
 #include "platform/shell.h"
-#include "platform/store/cam.h"
 #include "platform/store/records/curtime.h"
+#include "platform/store/records/route.h"
+#include "platform/store/settings.h"
 #include "platform/text.h"
 #include "virtual-camera/simulator/card.h"
 #include "virtual-camera/simulator/client.h"
@@ -50,8 +51,8 @@ int complain(const std::string& about, const std::string& problem) {
 }
 
 std::string localTime() {
-  _curtime_setting time{};
-  if (cam_get_curtime(&time) != 0) return "-";
+  ClockSettings time{};
+  if (camera::loadRecord(&time) != camera::StoreResult::kDone) return "-";
   std::array<char, 64> text;
   (void)std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", time.year, time.month,
                       time.day, time.hour, time.minute, time.second);
@@ -59,8 +60,8 @@ std::string localTime() {
 }
 
 std::string storedRoute() {
-  std::array<char, 64> route{};
-  return cam_get_route(route.data(), route.size()) == 0 ? route.data() : "";
+  camera::RouteSettings route;
+  return camera::loadRecord(&route) == camera::StoreResult::kDone ? route.stops : "";
 }
 
 void save(const Head& head) {
@@ -80,7 +81,7 @@ ControlReply setCard(std::size_t state) {
                               " 2>&1 && camera-settings set record enable=" + (isRecordedTo ? "1" : "0") +
                               " 2>&1";
   std::string printed;
-  const int status = read_command(
+  const int status = readCommand(
       command.c_str(), [](const char* piece, void* text) { static_cast<std::string*>(text)->append(piece); },
       &printed);
   return {status == 0, printed};
@@ -94,12 +95,12 @@ void equip(CameraState* camera) {
   if ((error != 0 && error != ENOENT) || !readHeadDesign(text, &design)) complain(kDesign, "is no head");
   camera->head = Head{design};
   if (readFile(kMemory, &text, ENOENT) == 0) camera->head.remember(text);
-  PIB product;
+  ProductInfo product;
   try {
     product.init();
     camera->inputCount = std::min<std::size_t>(product.input_count, CameraState::kLines);
     camera->outputCount = std::min<std::size_t>(product.output_count, CameraState::kLines);
-  } catch (const PIBError& problem) {
+  } catch (const ProductInfoError& problem) {
     complain("camera-simulator", problem.what());
   }
   camera->route = storedRoute;
@@ -142,7 +143,7 @@ int serve() {
     server.serveUntil(next);
     camera.passTo(secondsSince(start));
     if (!camera.sendsStatus) continue;
-    for (const _MultiCastPackage_& package : statusPackages(camera)) sender.send(package);
+    for (const StatusPackage& package : statusPackages(camera)) sender.send(package);
   }
 }
 

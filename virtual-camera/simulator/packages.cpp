@@ -38,8 +38,8 @@ std::uint32_t recordingFlags(const CameraState& camera) {
   return camera.recording ? kRuns : kStopped;
 }
 
-_MultiCastPackage_ package(std::uint32_t event, std::uint32_t flags, int value = 0, int value2 = 0) {
-  _MultiCastPackage_ result{};
+StatusPackage package(std::uint32_t event, std::uint32_t flags, int value = 0, int value2 = 0) {
+  StatusPackage result{};
   result.event = event;
   result.flags = flags;
   result.value = value;
@@ -49,8 +49,8 @@ _MultiCastPackage_ package(std::uint32_t event, std::uint32_t flags, int value =
 
 }  // namespace
 
-std::vector<_MultiCastPackage_> statusPackages(const CameraState& camera) {
-  std::vector<_MultiCastPackage_> all{package(kRecording, recordingFlags(camera))};
+std::vector<StatusPackage> statusPackages(const CameraState& camera) {
+  std::vector<StatusPackage> all{package(kRecording, recordingFlags(camera))};
   const bool loud = camera.isNoticed(camera.sound);
   all.push_back(loud ? package(kSoundDetected, 0, camera.sound.value)
                      : package(kSoundLevel, 0, camera.soundLevel));
@@ -81,12 +81,12 @@ PackageSender::~PackageSender() {
 }
 
 // Nobody may be listening, and nothing can be done about a package that is lost.
-void PackageSender::send(const _MultiCastPackage_& package) const {
+void PackageSender::send(const StatusPackage& package) const {
   unsigned char bytes[sizeof package] = {};
   storeLittle(bytes, package.event);
-  storeLittle(bytes + offsetof(_MultiCastPackage_, flags), package.flags);
-  storeLittle(bytes + offsetof(_MultiCastPackage_, value), package.value);
-  storeLittle(bytes + offsetof(_MultiCastPackage_, value2), package.value2);
+  storeLittle(bytes + offsetof(StatusPackage, flags), package.flags);
+  storeLittle(bytes + offsetof(StatusPackage, value), package.value);
+  storeLittle(bytes + offsetof(StatusPackage, value2), package.value2);
   const sockaddr_in group{AF_INET, htons(kStatusPort), {inet_addr(kStatusGroup)}, {}};
   sendto(descriptor_, bytes, sizeof bytes, MSG_DONTWAIT, reinterpret_cast<const sockaddr*>(&group),
          sizeof group);

@@ -3,13 +3,13 @@
 
 #include <vector>
 
-#include "platform/daemons/multi_receiver.h"
+#include "platform/daemons/status_receiver.h"
 #include "virtual-camera/simulator/camera_state.h"
 
 namespace camera::simulator {
 
 // One package for each condition that holds, and the two that are always reported: sound level and recording.
-std::vector<_MultiCastPackage_> statusPackages(const CameraState& camera);
+std::vector<StatusPackage> statusPackages(const CameraState& camera);
 
 // Sends over the loopback interface, and no farther.
 class PackageSender {
@@ -20,7 +20,7 @@ class PackageSender {
   PackageSender& operator=(const PackageSender&) = delete;
 
   bool isReady() const { return descriptor_ >= 0; }
-  void send(const _MultiCastPackage_& package) const;
+  void send(const StatusPackage& package) const;
 
  private:
   int descriptor_;

@@ -16,7 +16,7 @@ void awaitMount() {
 }
 
 void makeCardFolder(const char* path) {
-  if (mkdir(path, 0777) != 0 && errno != EEXIST) dbg_log("%s: %s", path, std::strerror(errno));
+  if (mkdir(path, 0777) != 0 && errno != EEXIST) logDebug("%s: %s", path, std::strerror(errno));
 }
 
 }  // namespace camera

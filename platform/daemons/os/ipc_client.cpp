@@ -53,7 +53,7 @@ int IpcClient::send_cmd(const char* path, const void* request, std::size_t lengt
   const bool answered = open(path) == 0 &&
                         send(descriptor_, request, length, MSG_NOSIGNAL) == static_cast<ssize_t>(length) &&
                         receive(descriptor_, deadline, static_cast<char*>(reply), capacity);
-  if (!answered) dbg_log("daemon %s: %s", path, std::strerror(errno));
+  if (!answered) logDebug("daemon %s: %s", path, std::strerror(errno));
   close();
   limit_ -= static_cast<std::int32_t>(std::chrono::floor<std::chrono::seconds>(Clock::now() - begin).count());
   return answered ? 0 : -1;

@@ -12,7 +12,7 @@
 
 #include "platform/file.h"
 #include "platform/log.h"
-#include "platform/product/pib.h"
+#include "platform/product/product_info.h"
 #include "platform/text.h"
 
 namespace {
@@ -50,7 +50,7 @@ bool readDefaultRoute(std::string_view line, std::string_view systemName, Route*
 class KernelInterface {
  public:
   explicit KernelInterface(std::string_view name) : socket_(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
-    if (socket_ < 0) dbg_log("interfaces: %s", std::strerror(errno));
+    if (socket_ < 0) logDebug("interfaces: %s", std::strerror(errno));
     if (name.size() < sizeof request_.ifr_name) name.copy(request_.ifr_name, name.size());
   }
   ~KernelInterface() {
@@ -115,10 +115,10 @@ in_addr defaultGateway(std::string_view routes, std::string_view systemName) {
 }  // namespace camera
 
 bool GetActiveIFInfo(const char* name, IF_INFO* info) {
-  PIB product;
+  ProductInfo product;
   try {
     product.init();
-  } catch (const PIBError&) {
+  } catch (const ProductInfoError&) {
     return false;
   }
   return camera::activeInterface(product.interfaceName(name), info);

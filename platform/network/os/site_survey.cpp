@@ -4,7 +4,7 @@
 
 #include "platform/file.h"
 #include "platform/network/site_survey.h"
-#include "platform/store/cam.h"
+#include "platform/store/settings.h"
 
 namespace {
 
@@ -24,6 +24,6 @@ sitelist* dumpSites(sitelist* list) {
   return camera::parseSites(contentOf(kSitesFile), list);
 }
 
-int cam_get_wireless_rssi() {
+int camera::wirelessRssi() {
   return camera::parseRssi(contentOf(kRssiFile));
 }

@@ -88,14 +88,14 @@ bool waitFor(pid_t child, std::chrono::milliseconds time, int* status) {
 bool runAction(const std::string& program, int waitMilliseconds) {
   pid_t child = -1;
   if (const int error = start(program, &child); error != 0) {
-    dbg_log("action %s: %s", program.c_str(), std::strerror(error));
+    logDebug("action %s: %s", program.c_str(), std::strerror(error));
     return false;
   }
   int status = 0;
   if (!waitFor(child, std::chrono::milliseconds(waitMilliseconds), &status)) {
-    dbg_log("action %s: still running", program.c_str());
+    logDebug("action %s: still running", program.c_str());
   } else if (status != 0) {
-    dbg_log("action %s: wait status 0x%x", program.c_str(), static_cast<unsigned>(status));
+    logDebug("action %s: wait status 0x%x", program.c_str(), static_cast<unsigned>(status));
   }
   return true;
 }

@@ -6,24 +6,17 @@
 namespace camera {
 namespace {
 
-constexpr _audio_setting kDefaults{.mic_enable = 1,
-                                   .mic_volume = 5,
-                                   .reserved0 = {},
-                                   .speaker_enable = 1,
-                                   .speaker_volume = 5,
-                                   .reserved1 = {}};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_audio_setting, mic_enable, 0, 1),
-    CAMERA_BOUNDED(_audio_setting, mic_volume, 0, 10),
-    CAMERA_RESERVED(_audio_setting, reserved0),
-    CAMERA_BOUNDED(_audio_setting, speaker_enable, 0, 1),
-    CAMERA_BOUNDED(_audio_setting, speaker_volume, 0, 10),
-    CAMERA_RESERVED(_audio_setting, reserved1),
+    CAMERA_BOUNDED(AudioSettings, mic_enable, 0, 1),
+    CAMERA_BOUNDED(AudioSettings, mic_volume, 0, 10),
+    CAMERA_RESERVED(AudioSettings, reserved0),
+    CAMERA_BOUNDED(AudioSettings, speaker_enable, 0, 1),
+    CAMERA_BOUNDED(AudioSettings, speaker_volume, 0, 10),
+    CAMERA_RESERVED(AudioSettings, reserved1),
 };
 
 }  // namespace
 
-constexpr RecordInfo audioRecord = describe::record("audio", kDefaults, kFields);
+constexpr RecordInfo audioRecord = describe::record<AudioSettings>("audio", kFields);
 
 }  // namespace camera

@@ -6,16 +6,15 @@
 namespace camera {
 namespace {
 
-constexpr _audio_detection_setting kDefaults{.enable = 0, .sensitivity = 70, .push = 0};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_audio_detection_setting, enable, 0, 1),
-    CAMERA_BOUNDED(_audio_detection_setting, sensitivity, 50, 90),
-    CAMERA_BOUNDED(_audio_detection_setting, push, 0, 1),
+    CAMERA_BOUNDED(AudioDetectionSettings, enable, 0, 1),
+    CAMERA_BOUNDED(AudioDetectionSettings, sensitivity, 50, 90),
+    CAMERA_BOUNDED(AudioDetectionSettings, push, 0, 1),
 };
 
 }  // namespace
 
-constexpr RecordInfo audiodetectionRecord = describe::record("audiodetection", kDefaults, kFields);
+constexpr RecordInfo audiodetectionRecord =
+    describe::record<AudioDetectionSettings>("audiodetection", kFields);
 
 }  // namespace camera

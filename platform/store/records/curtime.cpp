@@ -6,32 +6,30 @@
 namespace camera {
 namespace {
 
-constexpr _curtime_setting kDefaults{};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_curtime_setting, offset_days, -100000, 100000),
-    CAMERA_BOUNDED(_curtime_setting, offset_seconds, -86399, 86399),
-    CAMERA_RESERVED(_curtime_setting, reserved0),
-    CAMERA_FIELD(_curtime_setting, year),
-    CAMERA_FIELD(_curtime_setting, month),
-    CAMERA_FIELD(_curtime_setting, day),
-    CAMERA_FIELD(_curtime_setting, hour),
-    CAMERA_FIELD(_curtime_setting, minute),
-    CAMERA_FIELD(_curtime_setting, second),
-    CAMERA_FIELD(_curtime_setting, utc_date_text),
-    CAMERA_FIELD(_curtime_setting, utc_time_text),
-    CAMERA_FIELD(_curtime_setting, utc_valid),
-    CAMERA_RESERVED(_curtime_setting, reserved1),
-    CAMERA_FIELD(_curtime_setting, utc_year),
-    CAMERA_FIELD(_curtime_setting, utc_month),
-    CAMERA_FIELD(_curtime_setting, utc_day),
-    CAMERA_FIELD(_curtime_setting, utc_hour),
-    CAMERA_FIELD(_curtime_setting, utc_minute),
-    CAMERA_FIELD(_curtime_setting, utc_second),
+    CAMERA_BOUNDED(ClockSettings, offset_days, -100000, 100000),
+    CAMERA_BOUNDED(ClockSettings, offset_seconds, -86399, 86399),
+    CAMERA_RESERVED(ClockSettings, reserved0),
+    CAMERA_FIELD(ClockSettings, year),
+    CAMERA_FIELD(ClockSettings, month),
+    CAMERA_FIELD(ClockSettings, day),
+    CAMERA_FIELD(ClockSettings, hour),
+    CAMERA_FIELD(ClockSettings, minute),
+    CAMERA_FIELD(ClockSettings, second),
+    CAMERA_FIELD(ClockSettings, utc_date_text),
+    CAMERA_FIELD(ClockSettings, utc_time_text),
+    CAMERA_FIELD(ClockSettings, utc_valid),
+    CAMERA_RESERVED(ClockSettings, reserved1),
+    CAMERA_FIELD(ClockSettings, utc_year),
+    CAMERA_FIELD(ClockSettings, utc_month),
+    CAMERA_FIELD(ClockSettings, utc_day),
+    CAMERA_FIELD(ClockSettings, utc_hour),
+    CAMERA_FIELD(ClockSettings, utc_minute),
+    CAMERA_FIELD(ClockSettings, utc_second),
 };
 
 }  // namespace
 
-constexpr RecordInfo curtimeRecord = describe::record("curtime", kDefaults, kFields);
+constexpr RecordInfo curtimeRecord = describe::record<ClockSettings>("curtime", kFields);
 
 }  // namespace camera

@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <type_traits>
 
-struct _curtime_setting {
+namespace camera {
+
+struct ClockSettings {
   // The camera's clock is the system's plus this many days and seconds; the rest of the record is derived
   // from it.
   std::int32_t offset_days;
@@ -28,10 +30,12 @@ struct _curtime_setting {
   std::int32_t utc_minute;
   std::int32_t utc_second;
 };
-static_assert(sizeof(_curtime_setting) == 104 && std::is_trivially_copyable_v<_curtime_setting>);
-static_assert(offsetof(_curtime_setting, year) == 28);
-static_assert(offsetof(_curtime_setting, second) == 48);
-static_assert(offsetof(_curtime_setting, utc_date_text) == 52);
-static_assert(offsetof(_curtime_setting, utc_time_text) == 68);
-static_assert(offsetof(_curtime_setting, utc_valid) == 78);
-static_assert(offsetof(_curtime_setting, utc_year) == 80);
+static_assert(sizeof(ClockSettings) == 104 && std::is_trivially_copyable_v<ClockSettings>);
+static_assert(offsetof(ClockSettings, year) == 28);
+static_assert(offsetof(ClockSettings, second) == 48);
+static_assert(offsetof(ClockSettings, utc_date_text) == 52);
+static_assert(offsetof(ClockSettings, utc_time_text) == 68);
+static_assert(offsetof(ClockSettings, utc_valid) == 78);
+static_assert(offsetof(ClockSettings, utc_year) == 80);
+
+}  // namespace camera

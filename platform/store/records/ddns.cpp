@@ -6,17 +6,14 @@
 namespace camera {
 namespace {
 
-constexpr _ddns_setting kDefaults{
-    .enable = 0, .provider = "velkorddns", .host = "", .user = "", .password = "", .reserved = {}};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_ddns_setting, enable, 0, 1),    CAMERA_BOUNDED(_ddns_setting, provider, 0, 10),
-    CAMERA_BOUNDED(_ddns_setting, host, 0, 36),     CAMERA_BOUNDED(_ddns_setting, user, 0, 30),
-    CAMERA_BOUNDED(_ddns_setting, password, 0, 30), CAMERA_RESERVED(_ddns_setting, reserved),
+    CAMERA_BOUNDED(DdnsSettings, enable, 0, 1),    CAMERA_BOUNDED(DdnsSettings, provider, 0, 10),
+    CAMERA_BOUNDED(DdnsSettings, host, 0, 36),     CAMERA_BOUNDED(DdnsSettings, user, 0, 30),
+    CAMERA_BOUNDED(DdnsSettings, password, 0, 30), CAMERA_RESERVED(DdnsSettings, reserved),
 };
 
 }  // namespace
 
-constexpr RecordInfo ddnsRecord = describe::record("ddns", kDefaults, kFields, {.indivisible = true});
+constexpr RecordInfo ddnsRecord = describe::record<DdnsSettings>("ddns", kFields, {.indivisible = true});
 
 }  // namespace camera

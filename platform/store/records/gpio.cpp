@@ -6,15 +6,13 @@
 namespace camera {
 namespace {
 
-constexpr _gpio_setting kDefaults{.pir = 0, .reserved = {}};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_gpio_setting, pir, 0, 1),
-    CAMERA_RESERVED(_gpio_setting, reserved),
+    CAMERA_BOUNDED(GpioSettings, pir, 0, 1),
+    CAMERA_RESERVED(GpioSettings, reserved),
 };
 
 }  // namespace
 
-constexpr RecordInfo gpioRecord = describe::record("gpio", kDefaults, kFields);
+constexpr RecordInfo gpioRecord = describe::record<GpioSettings>("gpio", kFields);
 
 }  // namespace camera

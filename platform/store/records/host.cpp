@@ -6,15 +6,13 @@
 namespace camera {
 namespace {
 
-constexpr _host_setting kDefaults{.name = "Camera", .location = ""};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_host_setting, name, 1, 36),
-    CAMERA_BOUNDED(_host_setting, location, 0, 60),
+    CAMERA_BOUNDED(HostSettings, name, 1, 36),
+    CAMERA_BOUNDED(HostSettings, location, 0, 60),
 };
 
 }  // namespace
 
-constexpr RecordInfo hostRecord = describe::record("host", kDefaults, kFields);
+constexpr RecordInfo hostRecord = describe::record<HostSettings>("host", kFields);
 
 }  // namespace camera

@@ -6,16 +6,14 @@
 namespace camera {
 namespace {
 
-constexpr _ir_setting kDefaults{};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_ir_setting, icr_mode, 0, 3),
-    CAMERA_BOUNDED(_ir_setting, ir_led, 0, 1),
-    CAMERA_RESERVED(_ir_setting, reserved),
+    CAMERA_BOUNDED(IrSettings, icr_mode, 0, 3),
+    CAMERA_BOUNDED(IrSettings, ir_led, 0, 1),
+    CAMERA_RESERVED(IrSettings, reserved),
 };
 
 }  // namespace
 
-constexpr RecordInfo irRecord = describe::record("ir", kDefaults, kFields, {.indivisible = true});
+constexpr RecordInfo irRecord = describe::record<IrSettings>("ir", kFields, {.indivisible = true});
 
 }  // namespace camera

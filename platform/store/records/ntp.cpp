@@ -6,16 +6,14 @@
 namespace camera {
 namespace {
 
-constexpr _ntp_setting kDefaults{.method = 0, .reserved = 0, .timeserver = ""};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_ntp_setting, method, 0, 1),
-    CAMERA_RESERVED(_ntp_setting, reserved),
-    CAMERA_BOUNDED(_ntp_setting, timeserver, 0, 60),
+    CAMERA_BOUNDED(NtpSettings, method, 0, 1),
+    CAMERA_RESERVED(NtpSettings, reserved),
+    CAMERA_BOUNDED(NtpSettings, timeserver, 0, 60),
 };
 
 }  // namespace
 
-constexpr RecordInfo ntpRecord = describe::record("ntp", kDefaults, kFields, {.indivisible = true});
+constexpr RecordInfo ntpRecord = describe::record<NtpSettings>("ntp", kFields, {.indivisible = true});
 
 }  // namespace camera

@@ -5,10 +5,14 @@
 #include <cstdint>
 #include <type_traits>
 
-struct _ntp_setting {
+namespace camera {
+
+struct NtpSettings {
   std::uint8_t method;  // 0 the clock is set by hand, 1 from the server
   std::uint8_t reserved;
   char timeserver[64];
 };
-static_assert(sizeof(_ntp_setting) == 66 && std::is_trivially_copyable_v<_ntp_setting>);
-static_assert(offsetof(_ntp_setting, timeserver) == 2);
+static_assert(sizeof(NtpSettings) == 66 && std::is_trivially_copyable_v<NtpSettings>);
+static_assert(offsetof(NtpSettings, timeserver) == 2);
+
+}  // namespace camera

@@ -6,16 +6,14 @@
 namespace camera {
 namespace {
 
-constexpr _osd_setting kDefaults{.enable = 0, .showtime = 0, .label = ""};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_osd_setting, enable, 0, 1),
-    CAMERA_BOUNDED(_osd_setting, showtime, 0, 1),
-    CAMERA_BOUNDED(_osd_setting, label, 0, 30),
+    CAMERA_BOUNDED(OsdSettings, enable, 0, 1),
+    CAMERA_BOUNDED(OsdSettings, showtime, 0, 1),
+    CAMERA_BOUNDED(OsdSettings, label, 0, 30),
 };
 
 }  // namespace
 
-constexpr RecordInfo osdRecord = describe::record("osd", kDefaults, kFields);
+constexpr RecordInfo osdRecord = describe::record<OsdSettings>("osd", kFields);
 
 }  // namespace camera

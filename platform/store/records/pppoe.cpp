@@ -6,16 +6,14 @@
 namespace camera {
 namespace {
 
-constexpr _pppoe_setting kDefaults{.enable = 0, .user = "", .password = ""};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_pppoe_setting, enable, 0, 1),
-    CAMERA_BOUNDED(_pppoe_setting, user, 0, 32),
-    CAMERA_BOUNDED(_pppoe_setting, password, 0, 60),
+    CAMERA_BOUNDED(PppoeSettings, enable, 0, 1),
+    CAMERA_BOUNDED(PppoeSettings, user, 0, 32),
+    CAMERA_BOUNDED(PppoeSettings, password, 0, 60),
 };
 
 }  // namespace
 
-constexpr RecordInfo pppoeRecord = describe::record("pppoe", kDefaults, kFields, {.indivisible = true});
+constexpr RecordInfo pppoeRecord = describe::record<PppoeSettings>("pppoe", kFields, {.indivisible = true});
 
 }  // namespace camera

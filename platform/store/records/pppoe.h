@@ -5,11 +5,15 @@
 #include <cstdint>
 #include <type_traits>
 
-struct _pppoe_setting {
+namespace camera {
+
+struct PppoeSettings {
   std::uint8_t enable;  // 0 off, 1 on
   char user[64];
   char password[64];
 };
-static_assert(sizeof(_pppoe_setting) == 129 && std::is_trivially_copyable_v<_pppoe_setting>);
-static_assert(offsetof(_pppoe_setting, user) == 1);
-static_assert(offsetof(_pppoe_setting, password) == 65);
+static_assert(sizeof(PppoeSettings) == 129 && std::is_trivially_copyable_v<PppoeSettings>);
+static_assert(offsetof(PppoeSettings, user) == 1);
+static_assert(offsetof(PppoeSettings, password) == 65);
+
+}  // namespace camera

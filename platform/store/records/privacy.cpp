@@ -6,17 +6,15 @@
 namespace camera {
 namespace {
 
-constexpr _privacy_setting kDefaults{};
-
 constexpr Field kFields[] = {
-    CAMERA_RESERVED(_privacy_setting, reserved0),
-    CAMERA_BOUNDED(_privacy_setting, enable, 0, 1),
-    CAMERA_BOUNDED(_privacy_setting, manual, 0, 1),
-    CAMERA_RESERVED(_privacy_setting, reserved1),
+    CAMERA_RESERVED(PrivacySettings, reserved0),
+    CAMERA_BOUNDED(PrivacySettings, enable, 0, 1),
+    CAMERA_BOUNDED(PrivacySettings, manual, 0, 1),
+    CAMERA_RESERVED(PrivacySettings, reserved1),
 };
 
 }  // namespace
 
-constexpr RecordInfo privacyRecord = describe::record("privacy", kDefaults, kFields);
+constexpr RecordInfo privacyRecord = describe::record<PrivacySettings>("privacy", kFields);
 
 }  // namespace camera

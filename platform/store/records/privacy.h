@@ -5,10 +5,14 @@
 #include <cstdint>
 #include <type_traits>
 
-struct _privacy_setting {
+namespace camera {
+
+struct PrivacySettings {
   std::uint8_t reserved0;
   std::uint8_t enable;  // 0 no, 1 yes
   std::uint8_t manual;  // switched on by hand: 0 off, 1 on
   std::uint8_t reserved1;
 };
-static_assert(sizeof(_privacy_setting) == 4 && std::is_trivially_copyable_v<_privacy_setting>);
+static_assert(sizeof(PrivacySettings) == 4 && std::is_trivially_copyable_v<PrivacySettings>);
+
+}  // namespace camera

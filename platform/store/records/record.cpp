@@ -6,17 +6,15 @@
 namespace camera {
 namespace {
 
-constexpr _record_setting kDefaults{};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_record_setting, enable, 0, 1),
-    CAMERA_RESERVED(_record_setting, reserved0),
-    CAMERA_FIELD(_record_setting, format_while_recording),
-    CAMERA_RESERVED(_record_setting, reserved1),
+    CAMERA_BOUNDED(RecordingSettings, enable, 0, 1),
+    CAMERA_RESERVED(RecordingSettings, reserved0),
+    CAMERA_FIELD(RecordingSettings, format_while_recording),
+    CAMERA_RESERVED(RecordingSettings, reserved1),
 };
 
 }  // namespace
 
-constexpr RecordInfo recordRecord = describe::record("record", kDefaults, kFields);
+constexpr RecordInfo recordRecord = describe::record<RecordingSettings>("record", kFields);
 
 }  // namespace camera

@@ -6,16 +6,14 @@
 namespace camera {
 namespace {
 
-constexpr _sd_setting kDefaults{};
-
 constexpr Field kFields[] = {
-    CAMERA_FIELD(_sd_setting, full_threshold), CAMERA_FIELD(_sd_setting, state),
-    CAMERA_RESERVED(_sd_setting, reserved),    CAMERA_FIELD(_sd_setting, total),
-    CAMERA_FIELD(_sd_setting, free),           CAMERA_FIELD(_sd_setting, used),
+    CAMERA_FIELD(CardSettings, full_threshold), CAMERA_FIELD(CardSettings, state),
+    CAMERA_RESERVED(CardSettings, reserved),    CAMERA_FIELD(CardSettings, total),
+    CAMERA_FIELD(CardSettings, free),           CAMERA_FIELD(CardSettings, used),
 };
 
 }  // namespace
 
-constexpr RecordInfo sdRecord = describe::record("sd", kDefaults, kFields);
+constexpr RecordInfo sdRecord = describe::record<CardSettings>("sd", kFields);
 
 }  // namespace camera

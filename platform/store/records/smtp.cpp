@@ -6,26 +6,16 @@
 namespace camera {
 namespace {
 
-constexpr _smtp_setting kDefaults{.enable = 0,
-                                  .reserved0 = {},
-                                  .port = 25,
-                                  .host = "",
-                                  .user = "",
-                                  .pass = "",
-                                  .sender = "",
-                                  .to = "",
-                                  .reserved1 = {}};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_smtp_setting, enable, 0, 1),   CAMERA_RESERVED(_smtp_setting, reserved0),
-    CAMERA_BOUNDED(_smtp_setting, port, 1, 65535), CAMERA_BOUNDED(_smtp_setting, host, 0, 60),
-    CAMERA_BOUNDED(_smtp_setting, user, 0, 30),    CAMERA_BOUNDED(_smtp_setting, pass, 0, 30),
-    CAMERA_BOUNDED(_smtp_setting, sender, 0, 60),  CAMERA_BOUNDED(_smtp_setting, to, 0, 60),
-    CAMERA_RESERVED(_smtp_setting, reserved1),
+    CAMERA_BOUNDED(SmtpSettings, enable, 0, 1),   CAMERA_RESERVED(SmtpSettings, reserved0),
+    CAMERA_BOUNDED(SmtpSettings, port, 1, 65535), CAMERA_BOUNDED(SmtpSettings, host, 0, 60),
+    CAMERA_BOUNDED(SmtpSettings, user, 0, 30),    CAMERA_BOUNDED(SmtpSettings, pass, 0, 30),
+    CAMERA_BOUNDED(SmtpSettings, sender, 0, 60),  CAMERA_BOUNDED(SmtpSettings, to, 0, 60),
+    CAMERA_RESERVED(SmtpSettings, reserved1),
 };
 
 }  // namespace
 
-constexpr RecordInfo smtpRecord = describe::record("smtp", kDefaults, kFields);
+constexpr RecordInfo smtpRecord = describe::record<SmtpSettings>("smtp", kFields);
 
 }  // namespace camera

@@ -6,16 +6,14 @@
 namespace camera {
 namespace {
 
-constexpr _snapshot_setting kDefaults{};
-
 constexpr Field kFields[] = {
-    CAMERA_RESERVED(_snapshot_setting, reserved0),
-    CAMERA_BOUNDED(_snapshot_setting, ftp_enable, 0, 1),
-    CAMERA_RESERVED(_snapshot_setting, reserved1),
+    CAMERA_RESERVED(SnapshotSettings, reserved0),
+    CAMERA_BOUNDED(SnapshotSettings, ftp_enable, 0, 1),
+    CAMERA_RESERVED(SnapshotSettings, reserved1),
 };
 
 }  // namespace
 
-constexpr RecordInfo snapshotRecord = describe::record("snapshot", kDefaults, kFields);
+constexpr RecordInfo snapshotRecord = describe::record<SnapshotSettings>("snapshot", kFields);
 
 }  // namespace camera

@@ -6,21 +6,14 @@
 namespace camera {
 namespace {
 
-constexpr _system_setting kDefaults{.reserved = {},
-                                    .version = "1.0.0",
-                                    .model = "IPCAM",
-                                    .brand = "Camera",
-                                    .product = "Network Camera",
-                                    .build = "1"};
-
 constexpr Field kFields[] = {
-    CAMERA_RESERVED(_system_setting, reserved), CAMERA_FIELD(_system_setting, version),
-    CAMERA_FIELD(_system_setting, model),       CAMERA_FIELD(_system_setting, brand),
-    CAMERA_FIELD(_system_setting, product),     CAMERA_FIELD(_system_setting, build),
+    CAMERA_RESERVED(SystemSettings, reserved), CAMERA_FIELD(SystemSettings, version),
+    CAMERA_FIELD(SystemSettings, model),       CAMERA_FIELD(SystemSettings, brand),
+    CAMERA_FIELD(SystemSettings, product),     CAMERA_FIELD(SystemSettings, build),
 };
 
 }  // namespace
 
-constexpr RecordInfo systemRecord = describe::record("system", kDefaults, kFields);
+constexpr RecordInfo systemRecord = describe::record<SystemSettings>("system", kFields);
 
 }  // namespace camera

@@ -5,17 +5,21 @@
 #include <cstdint>
 #include <type_traits>
 
-struct _system_setting {
+namespace camera {
+
+struct SystemSettings {
   std::uint8_t reserved[32];
-  char version[32];
-  char model[160];
-  char brand[128];
-  char product[160];
-  char build[40];
+  char version[32] = "1.0.0";
+  char model[160] = "IPCAM";
+  char brand[128] = "Camera";
+  char product[160] = "Network Camera";
+  char build[40] = "1";
 };
-static_assert(sizeof(_system_setting) == 552 && std::is_trivially_copyable_v<_system_setting>);
-static_assert(offsetof(_system_setting, version) == 32);
-static_assert(offsetof(_system_setting, model) == 64);
-static_assert(offsetof(_system_setting, brand) == 224);
-static_assert(offsetof(_system_setting, product) == 352);
-static_assert(offsetof(_system_setting, build) == 512);
+static_assert(sizeof(SystemSettings) == 552 && std::is_trivially_copyable_v<SystemSettings>);
+static_assert(offsetof(SystemSettings, version) == 32);
+static_assert(offsetof(SystemSettings, model) == 64);
+static_assert(offsetof(SystemSettings, brand) == 224);
+static_assert(offsetof(SystemSettings, product) == 352);
+static_assert(offsetof(SystemSettings, build) == 512);
+
+}  // namespace camera

@@ -5,15 +5,22 @@
 #include <cstdint>
 #include <type_traits>
 
-struct _tzone_setting {
-  std::uint8_t timezone;   // number 1 to 87, west to east
-  std::uint8_t dstenable;  // daylight saving time: 0 no, 1 yes
-  std::uint8_t dstauto;    // 1 by the zone's own rules, 0 by the ones below
-  char offset[32];         // "1:00"
-  char starttime[32];      // "M3.5.0/02:00": month, week (5 last), weekday (0 Sunday), local time
-  char stoptime[32];
+#include "platform/clock/time_zones.h"
+
+namespace camera {
+
+struct TimeZoneSettings {
+  std::uint8_t timezone = kUtcTimeZone;  // number 1 to 87, west to east
+  std::uint8_t dstenable;                // daylight saving time: 0 no, 1 yes
+  std::uint8_t dstauto = 1;              // 1 by the zone's own rules, 0 by the ones below
+  char offset[32] = "1:00";              // "1:00"
+  char starttime[32] =
+      "M3.5.0/02:00";  // "M3.5.0/02:00": month, week (5 last), weekday (0 Sunday), local time
+  char stoptime[32] = "M10.5.0/03:00";
 };
-static_assert(sizeof(_tzone_setting) == 99 && std::is_trivially_copyable_v<_tzone_setting>);
-static_assert(offsetof(_tzone_setting, offset) == 3);
-static_assert(offsetof(_tzone_setting, starttime) == 35);
-static_assert(offsetof(_tzone_setting, stoptime) == 67);
+static_assert(sizeof(TimeZoneSettings) == 99 && std::is_trivially_copyable_v<TimeZoneSettings>);
+static_assert(offsetof(TimeZoneSettings, offset) == 3);
+static_assert(offsetof(TimeZoneSettings, starttime) == 35);
+static_assert(offsetof(TimeZoneSettings, stoptime) == 67);
+
+}  // namespace camera

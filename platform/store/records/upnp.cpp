@@ -6,24 +6,17 @@
 namespace camera {
 namespace {
 
-constexpr _upnp_setting kDefaults{.enable = 0,
-                                  .reserved0 = {},
-                                  .http_external_port = 80,
-                                  .reserved1 = {},
-                                  .rtsp_external_port = 554,
-                                  .reserved2 = {}};
-
 constexpr Field kFields[] = {
-    CAMERA_BOUNDED(_upnp_setting, enable, 0, 1),
-    CAMERA_RESERVED(_upnp_setting, reserved0),
-    CAMERA_BOUNDED(_upnp_setting, http_external_port, 1, 65535),
-    CAMERA_RESERVED(_upnp_setting, reserved1),
-    CAMERA_BOUNDED(_upnp_setting, rtsp_external_port, 1, 65535),
-    CAMERA_RESERVED(_upnp_setting, reserved2),
+    CAMERA_BOUNDED(UpnpSettings, enable, 0, 1),
+    CAMERA_RESERVED(UpnpSettings, reserved0),
+    CAMERA_BOUNDED(UpnpSettings, http_external_port, 1, 65535),
+    CAMERA_RESERVED(UpnpSettings, reserved1),
+    CAMERA_BOUNDED(UpnpSettings, rtsp_external_port, 1, 65535),
+    CAMERA_RESERVED(UpnpSettings, reserved2),
 };
 
 }  // namespace
 
-constexpr RecordInfo upnpRecord = describe::record("upnp", kDefaults, kFields, {.indivisible = true});
+constexpr RecordInfo upnpRecord = describe::record<UpnpSettings>("upnp", kFields, {.indivisible = true});
 
 }  // namespace camera

@@ -1,12 +1,12 @@
 // Product information: which texts are read, as what, and which are refused.
-#include "platform/product/pib.h"
+#include "platform/product/product_info.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 TEST(Product, IsReadFromKeysAndValues) {
-  PIB product;
+  ProductInfo product;
   product.parse(
       "# a camera\n\n  has_pir = 1 # a comment\ninput_count=4294967295\r\n\thas_zoom\t=\t255\nhas_h264 = "
       "0\nregion = 2147483647\nwireless = 1\nsensor = ov9710_720p\nsensor_caps =  a   b,c \nmac_address = "
@@ -30,7 +30,7 @@ TEST(Product, IsReadFromKeysAndValues) {
 TEST(Product, IsRefusedWhereALineIsNotUnderstood) {
   for (const char* good :
        {"has_mic = 1\nhas_speaker = 1\n", "display_systems =\n", "max_exposure_times =\n"}) {
-    EXPECT_NO_THROW(PIB().parse(good)) << good;
+    EXPECT_NO_THROW(ProductInfo().parse(good)) << good;
   }
   for (const char* bad : {"has_mic = 1\nhas_mic = 1\n", "has_microphone = 1\n", "HAS_MIC = 1\n", "has_mic\n",
                           "has_mic # = 1\n", "= 1\n", "has_mic =\n", "has_mic = yes\n", "has_mic = 1 1\n",
@@ -38,7 +38,7 @@ TEST(Product, IsRefusedWhereALineIsNotUnderstood) {
                           "region = 2147483648\n", "region = -1\n", "wireless = 2\n", "interface.wlan0 = x\n",
                           "display_systems = HD-1280x720 NTSC-704x480 XGA-1024x768 WXGA-1280x800\n",
                           "display_systems = xga-1024x768\n"}) {
-    EXPECT_THROW(PIB().parse(bad), PIBError) << bad;
+    EXPECT_THROW(ProductInfo().parse(bad), ProductInfoError) << bad;
   }
 }
 

@@ -1,5 +1,5 @@
 // Product information: the parser of product.conf.
-#include "platform/product/pib.h"
+#include "platform/product/product_info.h"
 
 #include <algorithm>
 #include <array>
@@ -60,7 +60,7 @@ bool areDisplaySystems(List names) {
   return count <= kMostDisplaySystems;
 }
 
-// What the calls of PIB give back.
+// What the calls of ProductInfo give back.
 struct Details {
   std::int32_t region = 0;
   std::uint8_t wireless = 0;
@@ -78,24 +78,24 @@ struct Details {
 // Where a key's value goes, which also says what it must look like.
 struct Key {
   std::string_view name;
-  std::variant<std::uint32_t PIB::*, std::uint8_t PIB::*, std::int32_t Details::*, std::uint8_t Details::*,
-               std::string_view Details::*, List Details::*>
+  std::variant<std::uint32_t ProductInfo::*, std::uint8_t ProductInfo::*, std::int32_t Details::*,
+               std::uint8_t Details::*, std::string_view Details::*, List Details::*>
       target;
 };
 
 constexpr Key kKeys[] = {
-    {"has_pir", &PIB::has_pir},
-    {"input_count", &PIB::input_count},
-    {"output_count", &PIB::output_count},
-    {"has_speaker", &PIB::has_speaker},
-    {"has_mic", &PIB::has_mic},
-    {"has_pan_tilt", &PIB::has_pan_tilt},
-    {"has_zoom", &PIB::has_zoom},
-    {"has_privacy", &PIB::has_privacy},
-    {"has_sdcard", &PIB::has_sdcard},
-    {"has_irled", &PIB::has_irled},
-    {"has_icr", &PIB::has_icr},
-    {"has_h264", &PIB::has_h264},
+    {"has_pir", &ProductInfo::has_pir},
+    {"input_count", &ProductInfo::input_count},
+    {"output_count", &ProductInfo::output_count},
+    {"has_speaker", &ProductInfo::has_speaker},
+    {"has_mic", &ProductInfo::has_mic},
+    {"has_pan_tilt", &ProductInfo::has_pan_tilt},
+    {"has_zoom", &ProductInfo::has_zoom},
+    {"has_privacy", &ProductInfo::has_privacy},
+    {"has_sdcard", &ProductInfo::has_sdcard},
+    {"has_irled", &ProductInfo::has_irled},
+    {"has_icr", &ProductInfo::has_icr},
+    {"has_h264", &ProductInfo::has_h264},
     {"wireless", &Details::wireless},
     {"region", &Details::region},
     {"sensor", &Details::sensor},
@@ -121,12 +121,12 @@ const Key* findKey(std::string_view name, const Key* start) {
 
 // Stores the value of one key; false for a value that the key cannot have.
 struct Reader {
-  PIB& pib;
+  ProductInfo& pib;
   Details& details;
   std::string_view value;
 
-  bool operator()(std::uint32_t PIB::*count) const { return readNumber(value, &(pib.*count)); }
-  bool operator()(std::uint8_t PIB::*feature) const { return readNumber(value, &(pib.*feature)); }
+  bool operator()(std::uint32_t ProductInfo::*count) const { return readNumber(value, &(pib.*count)); }
+  bool operator()(std::uint8_t ProductInfo::*feature) const { return readNumber(value, &(pib.*feature)); }
   bool operator()(std::int32_t Details::*index) const {
     return readNumber(value, &(details.*index)) && details.*index >= 0;
   }
@@ -145,15 +145,15 @@ struct Reader {
 
 }  // namespace
 
-struct PIB::Data : Details {
+struct ProductInfo::Data : Details {
   std::string text;  // what the details are parts of
 };
 
-const char* PIBError::what() const noexcept {
+const char* ProductInfoError::what() const noexcept {
   return "product information cannot be read";
 }
 
-PIB::PIB()
+ProductInfo::ProductInfo()
     : has_pir(0),
       input_count(0),
       output_count(0),
@@ -167,15 +167,15 @@ PIB::PIB()
       has_icr(0),
       has_h264(0) {}
 
-PIB::~PIB() = default;
-PIB& PIB::operator=(const PIB&) = default;
+ProductInfo::~ProductInfo() = default;
+ProductInfo& ProductInfo::operator=(const ProductInfo&) = default;
 
-const PIB::Data& PIB::data() const {
+const ProductInfo::Data& ProductInfo::data() const {
   static const Data kNothing;
   return data_ ? *data_ : kNothing;
 }
 
-void PIB::parse(std::string file) {
+void ProductInfo::parse(std::string file) {
   const auto data = std::make_shared<Data>();
   data->text = std::move(file);
   std::string_view text = data->text;
@@ -192,53 +192,53 @@ void PIB::parse(std::string file) {
     const auto index = static_cast<std::size_t>(key - kKeys);
     if (!hasValue || key == std::end(kKeys) || seen[index] ||
         !std::visit(Reader{*this, *data, trimmed(value)}, key->target)) {
-      dbg_log("product information:%d: not understood", number);
-      throw PIBError();
+      logDebug("product information:%d: not understood", number);
+      throw ProductInfoError();
     }
     seen[index] = true;
     next = key + 1;
   }
   if (!areDisplaySystems(data->displaySystems)) {
-    dbg_log("product information: display_systems: not understood");
-    throw PIBError();
+    logDebug("product information: display_systems: not understood");
+    throw ProductInfoError();
   }
   data_ = data;
 }
 
-int PIB::getRegion() const {
+int ProductInfo::getRegion() const {
   return data().region;
 }
 
-std::string PIB::getSensor() const {
+std::string ProductInfo::getSensor() const {
   return std::string(data().sensor);
 }
 
-std::string PIB::getSensorCaps() const {
+std::string ProductInfo::getSensorCaps() const {
   return spaced(data().sensorCaps);
 }
 
-std::string PIB::getMacAddress() const {
+std::string ProductInfo::getMacAddress() const {
   return std::string(data().macAddress);
 }
 
-bool PIB::probeWireless() const {
+bool ProductInfo::probeWireless() const {
   return data().wireless != 0;
 }
 
-std::string PIB::displaySystems() const {
+std::string ProductInfo::displaySystems() const {
   return spaced(data().displaySystems);
 }
 
-std::string PIB::maxExposureTimes() const {
+std::string ProductInfo::maxExposureTimes() const {
   return spaced(data().maxExposureTimes);
 }
 
-std::string_view PIB::interfaceName(std::string_view name) const {
+std::string_view ProductInfo::interfaceName(std::string_view name) const {
   const Data& known = data();
   return name == "eth0" ? known.eth0 : name == "ppp0" ? known.ppp0 : name == "ra0" ? known.ra0 : name;
 }
 
-bool PIB::hasModule(std::string_view name) const {
+bool ProductInfo::hasModule(std::string_view name) const {
   List modules = data().modules;
   std::string_view module = modules.next();
   while (!module.empty() && module != name) module = modules.next();

@@ -7,19 +7,20 @@
 #include <string>
 #include <string_view>
 
-// Raised by PIB::init when the product information is missing or malformed; the log says where.
-class PIBError : public std::exception {
+// Raised by ProductInfo::init when the product information is missing or malformed; the log says where.
+class ProductInfoError : public std::exception {
  public:
   const char* what() const noexcept override;
 };
 
 // Read-only data; construct, init, read, destroy. The constructor reads nothing and leaves every field 0.
-class PIB {
+class ProductInfo {
  public:
-  PIB();
-  ~PIB();
+  ProductInfo();
+  ~ProductInfo();
 
-  // Reads /etc/camera/product.conf, the first time that this process asks. Raises PIBError. Returns 0.
+  // Reads /etc/camera/product.conf, the first time that this process asks. Raises ProductInfoError. Returns
+  // 0.
   int init();
 
   // What init does with the file's text; on a fresh object.
@@ -52,15 +53,16 @@ class PIB {
   std::string_view interfaceName(std::string_view name) const;
   bool hasModule(std::string_view name) const;
 
-  PIB(const PIB&) = delete;
+  ProductInfo(const ProductInfo&) = delete;
 
  private:
   struct Data;
-  PIB& operator=(const PIB& other);
+  ProductInfo& operator=(const ProductInfo& other);
   const Data& data() const;
 
   std::shared_ptr<const Data> data_;  // null before parse
 };
 
-// 1 when the named optional software module is installed on the product, otherwise 0. Raises PIBError.
+// 1 when the named optional software module is installed on the product, otherwise 0. Raises
+// ProductInfoError.
 int check_extra_modules(const char* name);

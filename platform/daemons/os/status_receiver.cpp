@@ -1,5 +1,5 @@
 // The status channel: packages that the camera's daemons send by multicast to whoever listens.
-#include "platform/daemons/multi_receiver.h"
+#include "platform/daemons/status_receiver.h"
 
 #include <arpa/inet.h>
 #include <ifaddrs.h>
@@ -28,8 +28,8 @@ bool takeOnlyPackages(int descriptor) {
   constexpr std::uint32_t kUdpHeader = 8;
   sock_filter program[] = {
       BPF_STMT(BPF_LD | BPF_W | BPF_LEN, 0),
-      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, kUdpHeader + sizeof(_MultiCastPackage_), 0, 1),
-      BPF_STMT(BPF_RET | BPF_K, kUdpHeader + sizeof(_MultiCastPackage_)),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, kUdpHeader + sizeof(StatusPackage), 0, 1),
+      BPF_STMT(BPF_RET | BPF_K, kUdpHeader + sizeof(StatusPackage)),
       BPF_STMT(BPF_RET | BPF_K, 0),
   };
   const sock_fprog filter{.len = static_cast<unsigned short>(std::size(program)), .filter = program};
@@ -55,11 +55,11 @@ void join(int descriptor, const ifaddrs& interface) {
   membership.imr_multiaddr.s_addr = inet_addr(kStatusGroup);
   membership.imr_ifindex = reinterpret_cast<const sockaddr_ll*>(interface.ifa_addr)->sll_ifindex;
   if (setsockopt(descriptor, IPPROTO_IP, IP_ADD_MEMBERSHIP, &membership, sizeof membership) != 0) {
-    dbg_log("status packages on %s: %s", interface.ifa_name, std::strerror(errno));
+    logDebug("status packages on %s: %s", interface.ifa_name, std::strerror(errno));
   }
 }
 
-void toNative(_MultiCastPackage_* package) {
+void toNative(StatusPackage* package) {
   std::array<std::uint32_t, sizeof *package / sizeof(std::uint32_t)> words;
   std::memcpy(words.data(), package, sizeof *package);
   for (std::uint32_t& word : words) word = camera::loadLittle<std::uint32_t>(&word);
@@ -68,15 +68,15 @@ void toNative(_MultiCastPackage_* package) {
 
 }  // namespace
 
-MultiReceiver::~MultiReceiver() {
+StatusReceiver::~StatusReceiver() {
   if (descriptor_ >= 0) close(descriptor_);
 }
 
-int MultiReceiver::Init(int /*reserved*/) {
+int StatusReceiver::Init(int /*reserved*/) {
   begin_ = Clock::now();
   descriptor_ = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
   if (descriptor_ < 0 || !takeOnlyPackages(descriptor_) || !bindToGroup(descriptor_)) {
-    dbg_log("status packages: %s", std::strerror(errno));
+    logDebug("status packages: %s", std::strerror(errno));
     return -1;
   }
   joinEverywhere();
@@ -84,10 +84,10 @@ int MultiReceiver::Init(int /*reserved*/) {
 }
 
 // Each interface comes once as a link, which names its index, and once for each of its addresses.
-void MultiReceiver::joinEverywhere() {
+void StatusReceiver::joinEverywhere() {
   ifaddrs* interfaces = nullptr;
   if (getifaddrs(&interfaces) != 0) {
-    dbg_log("status packages: %s", std::strerror(errno));
+    logDebug("status packages: %s", std::strerror(errno));
     return;
   }
   for (const ifaddrs* entry = interfaces; entry != nullptr; entry = entry->ifa_next) {
@@ -100,20 +100,20 @@ void MultiReceiver::joinEverywhere() {
   freeifaddrs(interfaces);
 }
 
-bool MultiReceiver::isOwn(in_addr source) const {
+bool StatusReceiver::isOwn(in_addr source) const {
   return ntohl(source.s_addr) >> IN_CLASSA_NSHIFT == IN_LOOPBACKNET ||
          std::find(ownAddresses_.begin(), ownAddresses_.end(), source.s_addr) != ownAddresses_.end();
 }
 
-int MultiReceiver::secondsSinceInit() const {
+int StatusReceiver::secondsSinceInit() const {
   return static_cast<int>(std::chrono::floor<std::chrono::seconds>(Clock::now() - begin_).count());
 }
 
-int MultiReceiver::Wait(std::uint32_t events, _MultiCastPackage_* package, int seconds, int microseconds) {
+int StatusReceiver::Wait(std::uint32_t events, StatusPackage* package, int seconds, int microseconds) {
   const auto end = Clock::now() + std::chrono::seconds(seconds) + std::chrono::microseconds(microseconds);
   do {
     while (next_ < count_) {
-      const _MultiCastPackage_& candidate = batch_[next_++];
+      const StatusPackage& candidate = batch_[next_++];
       if ((candidate.event & events) == 0) continue;
       *package = candidate;
       return 0;
@@ -123,7 +123,7 @@ int MultiReceiver::Wait(std::uint32_t events, _MultiCastPackage_* package, int s
 }
 
 // Fills the batch with what has arrived, which may turn out to be nothing; false when the time is over.
-bool MultiReceiver::fetch(Clock::time_point end) {
+bool StatusReceiver::fetch(Clock::time_point end) {
   next_ = count_ = 0;
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()).count();
   if (left <= 0) return false;

@@ -13,7 +13,7 @@ inline constexpr char kStatusGroup[] = "231.1.1.1";
 inline constexpr std::uint16_t kStatusPort = 8888;
 
 // A status package, as it travels: 24 little-endian words.
-struct _MultiCastPackage_ {
+struct StatusPackage {
   std::uint32_t event;  // bits: which kind of report this is
   std::uint32_t flags;  // bits, or a result value, depending on the event
   std::uint32_t unused2[2];
@@ -22,16 +22,16 @@ struct _MultiCastPackage_ {
   std::int32_t value2;  // a number: output state
   std::uint32_t unused7[17];
 };
-static_assert(sizeof(_MultiCastPackage_) == 96);
-static_assert(offsetof(_MultiCastPackage_, value) == 16 && offsetof(_MultiCastPackage_, value2) == 24);
+static_assert(sizeof(StatusPackage) == 96);
+static_assert(offsetof(StatusPackage, value) == 16 && offsetof(StatusPackage, value2) == 24);
 
 // Any number of receivers listen at the same time, each to everything that arrives after its Init.
-class MultiReceiver {
+class StatusReceiver {
  public:
-  MultiReceiver() = default;
-  ~MultiReceiver();
-  MultiReceiver(const MultiReceiver&) = delete;
-  MultiReceiver& operator=(const MultiReceiver&) = delete;
+  StatusReceiver() = default;
+  ~StatusReceiver();
+  StatusReceiver(const StatusReceiver&) = delete;
+  StatusReceiver& operator=(const StatusReceiver&) = delete;
 
   // Joins the group on the loopback interface and on every other one that is up and does multicast. Called
   // once, with 0. 0, or -1 when the system gives no socket (the log says why); Wait then only takes its time.
@@ -39,7 +39,7 @@ class MultiReceiver {
 
   // Sleeps until there is a package from this machine whose event has a bit in the mask, or until the time is
   // over. 0 with the package filled, or -1, and the package untouched.
-  int Wait(std::uint32_t events, _MultiCastPackage_* package, int seconds, int microseconds);
+  int Wait(std::uint32_t events, StatusPackage* package, int seconds, int microseconds);
 
   // Whole seconds, on a clock that setting the time does not move.
   int secondsSinceInit() const;
@@ -55,7 +55,7 @@ class MultiReceiver {
   int descriptor_ = -1;
   Clock::time_point begin_;
   std::vector<in_addr_t> ownAddresses_;  // in network byte order
-  std::array<_MultiCastPackage_, kBatch> batch_;
+  std::array<StatusPackage, kBatch> batch_;
   std::size_t next_ = 0;
   std::size_t count_ = 0;
   Clock::time_point nextFetch_;

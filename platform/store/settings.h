@@ -1,0 +1,59 @@
+// The settings store as endpoints use it: load a record whole, change the copy, store it.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/store/record.h"
+
+namespace camera {
+
+// The records that a transaction has stored, whose action programs are still to run.
+struct Actions {
+  std::uint64_t records = 0;  // bit i: record i of CAMERA_RECORDS
+};
+
+// Fills the record with what is stored, or with the factory defaults where nothing was stored yet.
+// kDone or kFailed, with the record untouched and the reason in the log.
+StoreResult loadRecord(RecordIndex index, void* record);
+
+// Stores what differs from this process's last load of the record, and adds the record to the actions.
+// kDone once it is stored and synced; kRefused for an unterminated text, a value outside its bounds or a
+// decision based on values that another process has changed since; kFailed for an error of the operating
+// system.
+StoreResult storeRecord(RecordIndex index, const void* record, Actions* actions);
+
+// The same by type.
+#define CAMERA_RECORD_INDEX_OF(name, type) \
+  struct type;                             \
+  template <>                              \
+  inline constexpr RecordIndex kIndexOf<type> = RecordIndex::name;
+template <class Record>
+inline constexpr RecordIndex kIndexOf = RecordIndex::count;
+CAMERA_RECORDS(CAMERA_RECORD_INDEX_OF)
+#undef CAMERA_RECORD_INDEX_OF
+
+template <class Record>
+StoreResult loadRecord(Record* record) {
+  return loadRecord(kIndexOf<Record>, record);
+}
+
+// True if the last storeRecord was refused only because another process changed the record, or one that it
+// depends on, since this process loaded it. Loaded and decided again, the change may be stored.
+bool isStoreOvertaken();
+
+// Locks the store, so that what is loaded from now on is what a write finds. Released by releaseStore, by
+// runActions and at the end of the process. If the store cannot be locked, the next write fails.
+void holdStore();
+void releaseStore();
+
+// Releases the store, which an action program may write, then runs the action programs of the records in
+// record order and waits at most 10 s for each. A record without a program is no error.
+void runActions(const Actions& actions);
+
+// Stores the factory defaults of the image settings, whatever was stored, and runs their action program.
+StoreResult resetImage();
+
+// The signal of the wireless connection, in the driver's unit; 0 without a connection.
+int wirelessRssi();
+
+}  // namespace camera
