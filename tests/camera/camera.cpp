@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <iostream>
 #include <stdexcept>
 
 namespace camera::test {
@@ -40,6 +41,7 @@ pid_t start(const Command& command, const std::string& in, const std::string& ou
   if (pid != 0) return pid;
   const int files[] = {open(in.c_str(), O_RDONLY), creat(out.c_str(), 0600), creat(err.c_str(), 0600)};
   for (int i = 0; i < 3; ++i) dup2(files[i], i);
+  setenv("CAMERA_BUILD_DIR", CAMERA_BUILD_DIR, 1);
   execvp(argv[0], argv.data());
   _exit(127);
 }
@@ -102,6 +104,16 @@ std::vector<pid_t> processesOf(const TemporaryFolder& folder, const std::string&
   return found;
 }
 
+void expectNoSanitizerReport(const std::filesystem::path& state) {
+  std::error_code missing;
+  for (const auto& entry : std::filesystem::directory_iterator(state / "log", missing)) {
+    if (entry.path().filename().string().starts_with("sanitizer.")) {
+      ADD_FAILURE() << entry.path();
+      std::cerr << readFile(entry.path());  // the only stream that comes out of a death test
+    }
+  }
+}
+
 Camera::Camera() {
   std::filesystem::create_directory(state());
   const std::string product = readFile(CAMERA_SOURCE_DIR "/virtual-camera/products/full/product.conf");
@@ -113,6 +125,7 @@ Camera::Camera() {
 
 Camera::~Camera() {
   turnOff();
+  expectNoSanitizerReport(state());
 }
 
 Command Camera::sandbox(const std::string& program) const {

@@ -54,6 +54,9 @@ bool within(double seconds, Condition condition) {
 // the ones whose command line begins so.
 std::vector<pid_t> processesOf(const TemporaryFolder& folder, const std::string& program = {});
 
+// Fails the test if a program of a camera with this state was ended by a sanitizer.
+void expectNoSanitizerReport(const std::filesystem::path& state);
+
 // A camera with a web server on a port of its own, which is the factory's, too.
 class Camera {
  public:

@@ -103,6 +103,7 @@ TEST(Device, ComesBackWhateverBecomesOfItsPortItsServerAndItsState) {
   EXPECT_TRUE(within(10, [&] { return answers(device.factoryPort); }));
   EXPECT_NE(device.log().find("is started again"), std::string::npos);
 
+  expectNoSanitizerReport(device.state());
   std::filesystem::remove_all(device.state());
   const std::string stored = "httpport=" + std::to_string(device.factoryPort);
   EXPECT_TRUE(within(10, [&] { return hasLine(device.call("httpport.cgi"), stored); }));

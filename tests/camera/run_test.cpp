@@ -13,6 +13,7 @@ class Run : public testing::Test {
   static constexpr char kName[] = "/cgi-bin/httpport.cgi";
 
   Run() { std::filesystem::create_symlink(CAMERA_SOURCE_DIR "/run", folder_.path("run")); }
+  ~Run() override { expectNoSanitizerReport(folder_.path("state")); }
 
   // Through a link, as if it were installed.
   pid_t startRun(const Command& options, const std::string& out = "out") {
