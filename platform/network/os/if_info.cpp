@@ -51,6 +51,7 @@ class KernelInterface {
  public:
   explicit KernelInterface(std::string_view name) : socket_(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
     if (socket_ < 0) logDebug("interfaces: %s", std::strerror(errno));
+    // A name that is too long for the system stays empty; a shortened one could be another interface's.
     if (name.size() < sizeof request_.ifr_name) name.copy(request_.ifr_name, name.size());
   }
   ~KernelInterface() {
@@ -96,7 +97,7 @@ bool activeInterface(std::string_view systemName, IF_INFO* info) {
   if (found.address.s_addr == INADDR_ANY) return false;
   found.netmask = kernel.netmask();
   std::string routes;
-  readFile(kRoutes, &routes);
+  readFile(kRoutes, &routes);  // the address is worth reporting without a gateway too
   found.gateway = defaultGateway(routes, systemName);
   *info = found;
   return true;

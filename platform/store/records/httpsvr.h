@@ -13,7 +13,7 @@ struct HttpServerSettings {
   std::uint8_t snapshoturl = 1;  // the snapshot URL asks for an account: 0 off, 1 on
   std::uint8_t reserved1;
   std::int32_t http_port = 80;  // 1 to 65535
-  std::int32_t alt_port = 443;  // a second port of the server; http_port must differ from it
+  std::int32_t alt_port = 443;  // a second port of the server; no endpoint sets it
 };
 static_assert(sizeof(HttpServerSettings) == 12 && std::is_trivially_copyable_v<HttpServerSettings>);
 static_assert(offsetof(HttpServerSettings, livevideo) == 1);
