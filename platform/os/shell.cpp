@@ -1,49 +1,80 @@
-// Shell commands by system and popen, which hand down what is ignored and cannot wait where SIGCHLD is.
+// Shell commands.
 #include "platform/shell.h"
 
-#include <array>
-#include <cstdio>
-#include <cstdlib>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
-#include "platform/default_signal.h"
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <span>
+
+#include "platform/descriptor.h"
+#include "platform/log.h"
+#include "platform/process.h"
 
 namespace {
 
-// The pieces are those of fgets with this buffer.
-constexpr std::size_t kPieceSize = 128;
+constexpr std::size_t kPieceSize = 128;  // with its NUL
 
-FILE* start(const char* command) {
-  const camera::DefaultSignal pipe(SIGPIPE);
-  return popen(command, "r");
+// Returns 0 or an errno value.
+int startShell(const char* command, int output, pid_t* shell) {
+  const char* path = std::getenv("PATH");
+  const char* const arguments[] = {"/bin/sh", "-c", command, nullptr};
+  const int error = camera::startProgram(
+      {arguments, path == nullptr ? "/usr/bin:/bin" : path, STDIN_FILENO, output}, shell);
+  if (error != 0) logDebug("/bin/sh: %s", std::strerror(error));
+  return error;
 }
 
-// False at the end of the stream.
-bool readPiece(FILE* stream, std::array<char, kPieceSize>* piece) {
-  std::size_t length = 0;
-  int byte = '\0';
-  for (std::size_t count = 0; count < kPieceSize - 1 && byte != '\n'; ++count) {
-    byte = std::getc(stream);
-    if (byte == EOF && count == 0) return false;
-    if (byte == EOF) break;
-    if (byte != '\0') (*piece)[length++] = static_cast<char>(byte);
+int waitFor(pid_t child) {
+  int status = 0;
+  pid_t ended = 0;
+  do {
+    ended = waitpid(child, &status, 0);
+  } while (ended < 0 && errno == EINTR);
+  return ended == child ? status : -1;
+}
+
+void takePieces(int descriptor, void (*take)(const char* piece, void* context), void* context) {
+  std::array<char, 4096> block;
+  std::array<char, kPieceSize> piece;
+  std::size_t size = 0;
+  std::size_t count = 0;   // bytes of the piece, with NULs
+  std::size_t length = 0;  // and without
+  const auto give = [&] {
+    piece[length] = '\0';
+    take(piece.data(), context);
+    count = length = 0;
+  };
+  while (camera::readOnce(descriptor, block.data(), block.size(), &size) == 0 && size > 0) {
+    for (const char byte : std::span(block).first(size)) {
+      ++count;
+      if (byte != '\0') piece[length++] = byte;
+      if (byte == '\n' || count == kPieceSize - 1) give();
+    }
   }
-  (*piece)[length] = '\0';
-  return true;
+  if (count > 0) give();
 }
 
 }  // namespace
 
 int runShell(const char* command) {
-  const camera::DefaultSignal pipe(SIGPIPE);
-  const camera::DefaultSignal child(SIGCHLD);
-  return std::system(command);
+  const camera::ChildrenWaitable waitable;
+  pid_t shell = -1;
+  return startShell(command, STDOUT_FILENO, &shell) == 0 ? waitFor(shell) : -1;
 }
 
 int readCommand(const char* command, void (*take)(const char* piece, void* context), void* context) {
-  const camera::DefaultSignal child(SIGCHLD);
-  FILE* stream = start(command);
-  if (stream == nullptr) return -1;
-  std::array<char, kPieceSize> piece;
-  while (readPiece(stream, &piece)) take(piece.data(), context);
-  return pclose(stream);
+  const camera::ChildrenWaitable waitable;
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) return -1;
+  pid_t shell = -1;
+  const int error = startShell(command, ends[1], &shell);
+  close(ends[1]);
+  if (error == 0) takePieces(ends[0], take, context);
+  close(ends[0]);
+  return error == 0 ? waitFor(shell) : -1;
 }

@@ -97,13 +97,17 @@ std::vector<std::string> pieces(const char* command) {
 }
 
 // Bits 12 and 16 of the mask of ignored signals are SIGPIPE and SIGCHLD.
-TEST(Shell, InheritsNothingIgnored) {
+TEST(Shell, InheritsNoIgnoredSignalAndNothingOfTheRequest) {
   constexpr char kCheck[] = "exit $((0x$(sed -n 's/^SigIgn:.//p' /proc/self/status) & 0x11000 ? 1 : 3))";
   const auto runFromAWebServer = [&] {
     signal(SIGPIPE, SIG_IGN);
     signal(SIGCHLD, SIG_IGN);
     EXPECT_EQ(runShell(kCheck), 3 << 8);
     EXPECT_EQ(pieces(kCheck), std::vector<std::string>{"status 768"});
+    setenv("QUERY_STRING", "password=x", 1);
+    setenv("PATH", "/usr/bin:/bin:/of-the-server", 1);
+    EXPECT_EQ(runShell("test ${QUERY_STRING-none} = none"), 0);
+    EXPECT_EQ(pieces("echo ${QUERY_STRING-none} $PATH")[0], "none /usr/bin:/bin:/of-the-server\n");
     EXPECT_EQ(signal(SIGPIPE, SIG_DFL), SIG_IGN);
     EXPECT_EQ(signal(SIGCHLD, SIG_DFL), SIG_IGN);
     _exit(HasFailure() ? 1 : 0);

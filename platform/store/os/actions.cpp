@@ -2,7 +2,6 @@
 #include "platform/store/actions.h"
 
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,8 +11,8 @@
 #include <csignal>
 #include <cstring>
 
-#include "platform/default_signal.h"
 #include "platform/log.h"
+#include "platform/process.h"
 
 namespace camera {
 namespace {
@@ -27,8 +26,7 @@ sigset_t only(int signal) {
   return set;
 }
 
-// Keeps SIGCHLD pending for sigtimedwait. The web server may have handed down that it is ignored, and then no
-// child could be waited for.
+// Keeps SIGCHLD pending for sigtimedwait.
 class ChildSignalHeld {
  public:
   ChildSignalHeld() {
@@ -40,36 +38,9 @@ class ChildSignalHeld {
   ChildSignalHeld& operator=(const ChildSignalHeld&) = delete;
 
  private:
-  DefaultSignal byDefault_{SIGCHLD};
+  ChildrenWaitable waitable_;
   sigset_t oldMask_{};
 };
-
-// Starts the program as it would start from a shell, whatever signals this process has blocked or ignores,
-// and with nothing that could reach the reply. Returns 0 or an errno value.
-int start(const std::string& program, pid_t* child) {
-  posix_spawn_file_actions_t files;
-  posix_spawn_file_actions_init(&files);
-  posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-  posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-
-  posix_spawnattr_t attributes;
-  posix_spawnattr_init(&attributes);
-  posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
-  const sigset_t byDefault = only(SIGPIPE);
-  posix_spawnattr_setsigdefault(&attributes, &byDefault);
-  sigset_t blocked;
-  sigemptyset(&blocked);
-  posix_spawnattr_setsigmask(&attributes, &blocked);
-
-  std::string path = program;
-  std::string search = "PATH=/usr/sbin:/usr/bin:/sbin:/bin";
-  char* const arguments[] = {path.data(), nullptr};
-  char* const environment[] = {search.data(), nullptr};
-  const int error = posix_spawn(child, path.c_str(), &files, &attributes, arguments, environment);
-  posix_spawnattr_destroy(&attributes);
-  posix_spawn_file_actions_destroy(&files);
-  return error;
-}
 
 // False when the child still runs after the time.
 bool waitFor(pid_t child, std::chrono::milliseconds time, int* status) {
@@ -85,9 +56,14 @@ bool waitFor(pid_t child, std::chrono::milliseconds time, int* status) {
   return true;
 }
 
+// What a program prints must not reach the reply.
 bool runAction(const std::string& program, int waitMilliseconds) {
+  const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+  const char* const arguments[] = {program.c_str(), nullptr};
   pid_t child = -1;
-  if (const int error = start(program, &child); error != 0) {
+  const int error = startProgram({arguments, "/usr/sbin:/usr/bin:/sbin:/bin", nothing, nothing}, &child);
+  close(nothing);
+  if (error != 0) {
     logDebug("action %s: %s", program.c_str(), std::strerror(error));
     return false;
   }
