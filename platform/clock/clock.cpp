@@ -2,6 +2,7 @@
 #include "platform/clock/clock.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform/clock/calendar.h"
 #include "platform/clock/time_zones.h"
@@ -71,9 +72,12 @@ StoreResult setClock(SettingsStore& store, std::int64_t systemTime, const ClockS
   if (!isCivilTime(wall)) return store.refuse(curtimeRecord, "no such date");
   if (const StoreResult result = applyTimeZone(store); result != StoreResult::kDone) return result;
   const std::int64_t offset = instantOf(secondsOf(wall)) - systemTime;
+  // Of the rest, only the bytes that nobody uses are stored: the date and time follow from the offset.
   ClockSettings setting{};
   setting.offset_days = static_cast<std::int32_t>(offset / kDay);
   setting.offset_seconds = static_cast<std::int32_t>(offset % kDay);
+  std::copy(std::begin(record.reserved0), std::end(record.reserved0), setting.reserved0);
+  setting.reserved1 = record.reserved1;
   return store.write(curtimeRecord, &setting);
 }
 

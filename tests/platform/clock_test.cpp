@@ -116,6 +116,17 @@ TEST_F(Clock, KeepsTheLaterOfTwoSettingsWhole) {
   EXPECT_EQ(wall(kSystemTime), "2023-11-14 12:00:00");
 }
 
+TEST_F(Clock, KeepsTheBytesThatNobodyUses) {
+  ClockSettings written{};
+  written.year = 2024;
+  written.month = written.day = 1;
+  written.reserved0[0] = written.reserved0[19] = written.reserved1 = 7;
+  ASSERT_EQ(setClock(store_, kSystemTime, written), StoreResult::kDone);
+  ClockSettings read;
+  ASSERT_EQ(readClock(store_, kSystemTime, &read), StoreResult::kDone);
+  EXPECT_EQ(std::tuple(read.reserved0[0], read.reserved0[19], read.reserved1), std::tuple(7, 7, 7));
+}
+
 // A change of the zone that another process made must not look like one of this process.
 TEST_F(Clock, LeavesTheLastReadOfTheZoneAlone) {
   TimeZoneSettings zone;
