@@ -77,8 +77,10 @@ int forEachEntry(int folder, const char* name, Take take) {
   DIR* stream = descriptor.number() < 0 ? nullptr : fdopendir(descriptor.number());
   if (stream == nullptr) return errno;
   descriptor.release();
-  errno = 0;
-  while (const dirent* entry = readdir(stream)) {
+  for (;;) {
+    errno = 0;  // readdir leaves it alone at the end of the folder
+    const dirent* entry = readdir(stream);
+    if (entry == nullptr) break;
     const std::string_view found = entry->d_name;
     if (found != "." && found != "..") take(found, kindOf(*entry));
   }
