@@ -15,7 +15,7 @@ namespace camera::test {
 namespace {
 
 constexpr double kBootSeconds = 20;
-// Said on the standard output once for every start of a web server, followed by the port.
+// Printed, followed by the port, at every start of the web server.
 constexpr std::string_view kAnnouncement = "The camera answers on http://127.0.0.1:";
 
 void check(bool condition, const std::string& what) {
@@ -78,7 +78,8 @@ Reply ask(int port, const std::string& line, const std::string& rest) {
   const std::string request = line + " HTTP/1.1\r\nConnection: close\r\n" + host + rest + "\r\n";
   std::string answer;
   if (connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
-    send(descriptor, request.data(), request.size(), MSG_NOSIGNAL);  // less where the server has seen enough
+    send(descriptor, request.data(), request.size(),
+         MSG_NOSIGNAL);  // the server may refuse before it has read everything
   char buffer[4096];
   for (ssize_t size = 0; (size = recv(descriptor, buffer, sizeof buffer, 0)) > 0;)
     answer.append(buffer, static_cast<std::size_t>(size));
@@ -107,10 +108,9 @@ std::vector<pid_t> processesOf(const TemporaryFolder& folder, const std::string&
 void expectNoSanitizerReport(const std::filesystem::path& state) {
   std::error_code missing;
   for (const auto& entry : std::filesystem::directory_iterator(state / "log", missing)) {
-    if (entry.path().filename().string().starts_with("sanitizer.")) {
-      ADD_FAILURE() << entry.path();
-      std::cerr << readFile(entry.path());  // the only stream that comes out of a death test
-    }
+    if (!entry.path().filename().string().starts_with("sanitizer.")) continue;
+    ADD_FAILURE() << entry.path();
+    std::cerr << readFile(entry.path());  // a death test shows nothing else
   }
 }
 
@@ -118,8 +118,8 @@ Camera::Camera() {
   std::filesystem::create_directory(state());
   const std::string product = readFile(CAMERA_SOURCE_DIR "/virtual-camera/products/full/product.conf");
   const std::string settings = readFile(CAMERA_SOURCE_DIR "/virtual-camera/products/full/settings");
-  const std::string others = settings.substr(settings.find('\n'));  // the port is on the first line
-  writeFile(state() / "factory-settings", "httpsvr http_port=" + std::to_string(factoryPort) + others);
+  writeFile(state() / "factory-settings",
+            "httpsvr http_port=" + std::to_string(factoryPort) + "\n" + settings);
   writeFile(state() / "product.conf", product + "interface.eth0 = lo\n");
 }
 
