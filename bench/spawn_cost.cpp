@@ -1,9 +1,9 @@
-// Starts programs in turn, many times each, and prints what a start costs.
+// Starts each program many times and prints what a start costs.
 //
 //   spawn-cost ROUNDS PROGRAM[?QUERY]...
 //
 // One line per program: median CPU time and median wall time in microseconds, peak memory in KiB. A program
-// runs with QUERY as its query string, in a GET request; what it writes is dropped.
+// runs as a GET request with the query string QUERY; its output is dropped.
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/resource.h>
@@ -85,7 +85,7 @@ int main(int argc, char** argv) {
   for (const int descriptor : {0, 1, 2})
     posix_spawn_file_actions_addopen(&quiet, descriptor, "/dev/null", O_RDWR, 0);
 
-  // In turn, so that a change of the machine's mood meets all of them.
+  // In turn, so that a change of the machine's load affects all of them.
   for (long round = -kWarmUpRounds; round < rounds; ++round) {
     for (Program& program : programs) start(program, quiet, round >= 0);
   }

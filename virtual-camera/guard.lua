@@ -1,8 +1,8 @@
--- Looks at every request before the web server does: who it is meant for, where it comes from, and how it is made.
+-- Checks every request before the web server does: its form, its host and the site it comes from.
 
 local kMethods = { GET = true, HEAD = true, POST = true }
-local kMaxTarget = 60 * 1024  -- bytes; a process could not be given much more in its environment
-local kMaxFields = 200        -- of the head; each entry of a list counts
+local kMaxTarget = 60 * 1024  -- bytes; a process cannot take much more in its environment
+local kMaxFields = 200        -- of the header; each entry of a list counts
 
 local request = lighty.r.req_header
 
@@ -12,13 +12,13 @@ local function refuse(status, message)
   return status
 end
 
--- The host of an authority, in lower case, without user and port.
+-- Returns the host of an authority in lower case, without user and port.
 local function hostOf(authority)
   return (authority:gsub("^.*@", ""):gsub(":%d*$", ""):lower())
 end
 
--- What a page of another site cannot name by a DNS entry of its own: an address, and the camera's own names. The name
--- that camera_info.cgi stores is not one of them: it says where the camera hangs.
+-- True for an address and for the camera's names: another site cannot point a DNS entry of its own at the camera. The
+-- name that camera_info.cgi stores is not one of them: it says where the camera hangs.
 local function isOwn(host)
   if host:match("^%d+%.%d+%.%d+%.%d+$") or host:match("^%[[%x:.]+%]$") then return true end
   local machine = (os.getenv("CAMERA_HOSTNAME") or ""):lower()

@@ -1,4 +1,4 @@
-// The whole camera: who gets in, and what of the card gets out.
+// The whole camera: who may call which endpoint, and which files of the card are served.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -14,14 +14,14 @@ constexpr char kBob[] = "b.o_b-1:=:=";
 
 struct Guarded : Camera {
   Guarded() { boot(); }
-  // What a client is answered that logs in as NAME:PASSWORD, or not where that is empty.
+  // Returns the status for a client that logs in as NAME:PASSWORD, or does not log in if that is empty.
   std::string status(const std::string& account, const std::string& path) {
     Command curl{"curl", "-s", "-o", "/dev/null", "-w", "%{http_code}", "--path-as-is", "--digest"};
     if (!account.empty()) curl.insert(curl.end(), {"-u", account});
     curl.push_back("http://127.0.0.1:" + std::to_string(port()) + path);
     return run(curl).out;
   }
-  // "0100007F" is this machine alone, "00000000" is everywhere.
+  // "0100007F" is the loopback address, "00000000" stands for all addresses.
   bool listensOn(const char* address) const {
     char socket[40];
     std::snprintf(socket, sizeof socket, "%s:%04X 00000000:0000 0A", address, static_cast<unsigned>(port()));
@@ -29,7 +29,7 @@ struct Guarded : Camera {
   }
 };
 
-// From one request to the next, in this order.
+// Each request depends on those before it.
 TEST(Access, AnAccountGetsInAsLongAsItIsStoredAndWhereItsPrivilegesReach) {
   Guarded camera;
   EXPECT_EQ(camera.status("", "/cgi-bin/network.cgi"), "200");
@@ -57,7 +57,7 @@ TEST(Access, AnAccountGetsInAsLongAsItIsStoredAndWhereItsPrivilegesReach) {
     EXPECT_EQ(camera.status(account, path), status) << account << " " << path;
   EXPECT_TRUE(camera.listensOn("00000000"));
 
-  // Past the endpoints; the accounts are looked at between the writing of a record and its rename.
+  // Changed without an endpoint, and read between the writing of the record and its rename.
   camera.inside({"flock", "/var/lib/camera/settings", "sh", "-c",
                  "cd /var/lib/camera/settings; echo >.new; refreshAccounts & sleep 0.5; mv .new account"});
   EXPECT_TRUE(within(5, [&] { return camera.status(kRoot, "/cgi-bin/info.cgi") == "401"; }));
@@ -66,8 +66,6 @@ TEST(Access, AnAccountGetsInAsLongAsItIsStoredAndWhereItsPrivilegesReach) {
   EXPECT_TRUE(camera.listensOn("0100007F"));
 }
 
-// A name that is added to the table without a line in the list, and a word that means nobody, are caught
-// here, not by a stranger.
 TEST(Access, TheListNamesEveryEndpointOnce) {
   const Output output = Camera().run(
       {"bash", "-c",

@@ -1,4 +1,4 @@
-// A whole camera for a test: its own sandbox and state folder, and a web server on a port of its own.
+// A whole camera for a test, with its own sandbox, state folder and port.
 #pragma once
 
 #include <sys/types.h>
@@ -16,7 +16,7 @@ namespace camera::test {
 using Command = std::vector<std::string>;
 
 struct Output {
-  int status;  // exit status; minus the signal where one ended it
+  int status;  // exit status, or minus the signal that ended it
   std::string out;
   std::string err;
 };
@@ -27,19 +27,20 @@ struct Reply {
   std::string body;
 };
 
-// Starts a program with these files as its standard streams.
+// Starts a program with these files as its standard streams. The camera's programs are those of this test's
+// build.
 pid_t start(const Command& command, const std::string& in, const std::string& out, const std::string& err);
 int waitFor(pid_t pid);
 
-// A socket that listens on a free port, which it stores; to be closed.
+// Returns a socket that listens on a free port, and stores the port. The caller closes it.
 int listenSomewhere(int* port);
 int freePort();
-// Sends a request as it stands, its line without the version. A Host is added where the rest, headers and
-// perhaps a body, does not begin with one.
+// Sends the request line, to which it adds the version, and the rest: headers and perhaps a body. Adds a Host
+// unless the rest begins with one.
 Reply ask(int port, const std::string& line, const std::string& rest = {});
 Reply fetch(int port, const std::string& path);
 
-// True as soon as the condition holds, false when it still does not after so many seconds.
+// True as soon as the condition holds, false if it does not within the seconds.
 template <class Condition>
 bool within(double seconds, Condition condition) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
@@ -50,32 +51,31 @@ bool within(double seconds, Condition condition) {
   return true;
 }
 
-// The processes that were started with the folder's name, or run in a sandbox with a state in it; of those,
-// the ones whose command line begins so.
+// Returns the processes that name the folder in their command line or run in a sandbox with a state in it, if
+// their command line begins with program.
 std::vector<pid_t> processesOf(const TemporaryFolder& folder, const std::string& program = {});
 
 // Fails the test if a program of a camera with this state was ended by a sanitizer.
 void expectNoSanitizerReport(const std::filesystem::path& state);
 
-// A camera with a web server on a port of its own, which is the factory's, too.
 class Camera {
  public:
-  Camera();  // as it left the factory, with every feature; off
+  Camera();  // new, with every feature; off
   ~Camera();
 
-  void boot();  // returns when it answers
+  void boot();  // returns when the web server listens
   void turnOff();
 
   Reply get(const std::string& path);
-  Output run(const Command& command);     // outside of it
-  Output inside(const Command& command);  // in a fresh sandbox on the same state
+  Output run(const Command& command);     // on the host
+  Output inside(const Command& command);  // in another sandbox of the same state
 
   std::filesystem::path record(const std::string& name) const { return state() / "settings" / name; }
   std::filesystem::path state() const { return folder_.path("state"); }
   std::vector<pid_t> processes(const std::string& program) const { return processesOf(folder_, program); }
   std::string log() const { return readFile(state() / "log" / "camera.log"); }
-  int port() const;    // where it said last that it answers
-  int starts() const;  // how often it said so
+  int port() const;    // on which it listens
+  int starts() const;  // of the web server so far
 
   const int factoryPort = freePort();
 

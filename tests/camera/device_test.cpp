@@ -1,4 +1,4 @@
-// The whole camera: what only its reboot, its factory reset and the host's kernel can show.
+// The whole camera: reboot, factory reset, and its return after a failure.
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <unistd.h>
@@ -23,7 +23,7 @@ bool answers(int port) {
 struct Device : Camera {
   Device() { boot(); }
   Reply call(const std::string& query) { return get("/cgi-bin/" + query); }
-  // Gives it a port of its own, and a name server.
+  // Gives it another port and a name server.
   int move() {
     const int to = freePort();
     call("network.cgi?dns1=9.9.9.9&httpport=" + std::to_string(to));
@@ -32,19 +32,19 @@ struct Device : Camera {
   }
 };
 
-// Of one that booted and moved before: its web server starts for the third time.
+// The camera has booted and moved before, so this is the third start of its web server.
 void expectRestart(Device& device, int port) {
   EXPECT_TRUE(within(kRestartSeconds, [&] { return device.starts() > 2; })) << device.log();
   EXPECT_TRUE(within(kRestartSeconds, [&] { return answers(port); })) << port;
 }
 
-// Gives the camera names that are not the factory's, and lets it return to those.
+// Changes the camera's name and location, then starts a factory reset.
 void startReset(Device& device) {
   EXPECT_TRUE(hasLine(device.call("camera_info.cgi?name=mine&location=at+home"), "location=at home"));
   EXPECT_EQ(device.call("system_reset.cgi?reset=go").body, "reset=yes\n");
 }
 
-// Gives the camera a clock of its own, and restarts it.
+// Sets the camera's clock, then starts a reboot.
 void startReboot(Device& device) {
   const Reply clock = device.call("datetime.cgi?method=2&date=2001-02-03&time=04:05:06");
   EXPECT_TRUE(hasLine(clock, "method=2") && hasLine(clock, "date=2001-02-03")) << clock.body;
@@ -53,8 +53,8 @@ void startReboot(Device& device) {
   EXPECT_TRUE(answers(device.port())) << "it goes only after five seconds";
 }
 
-// Three cameras at once, for the sake of the five seconds. The reset that fails begins first, so that it has
-// failed when the others are back.
+// Three cameras at once, because each waits five seconds. The reset that fails starts first: it has failed
+// when the others are back.
 TEST(Device, ARebootKeepsSettingsAndAResetDoesNotAndAFailedResetRestartsNothing) {
   Device stuck;
   Device reset;
@@ -79,7 +79,7 @@ TEST(Device, ARebootKeepsSettingsAndAResetDoesNotAndAFailedResetRestartsNothing)
   EXPECT_TRUE(answers(stuckAt)) << "it restarted";
 }
 
-// On the port that worked last where the stored one cannot be had, on the factory's where none is known.
+// On the port used last if the stored one is taken, on the factory's if no port is known.
 TEST(Device, ComesBackWhateverBecomesOfItsPortItsServerAndItsState) {
   Device device;
   const int worked = device.move();

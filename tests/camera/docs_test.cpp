@@ -1,4 +1,4 @@
-// The documentation: its examples, run in their order on a new camera, answer what it says.
+// The documentation: its examples, run in order on a new camera, give the replies that it shows.
 #include <fnmatch.h>
 #include <gtest/gtest.h>
 
@@ -20,8 +20,8 @@ std::string replaced(std::string text, const std::string& from, const std::strin
   return text;
 }
 
-// An example is a line "$ COMMAND", or in indented text one with curl; the reply, maybe behind "# ", ends at
-// an empty line, a fence or the next example.
+// An example is a line "$ COMMAND", or a line with curl in indented text. Its reply, in README.md after "# ",
+// ends at an empty line, a fence or the next example.
 std::vector<Example> examplesOf(const std::string& text) {
   std::vector<Example> examples;
   bool inside = false;
@@ -51,7 +51,7 @@ class Documentation : public testing::TestWithParam<const char*> {
     waitFor(start({"sh", "-c", command}, "/dev/null", folder_.path("out"), "/dev/null"));
     return readFile(folder_.path("out"));
   }
-  // Once more where a move to another port takes its time, or a clock's second has just passed.
+  // Retries, because a move to another port takes a moment and a clock's second may just have passed.
   void expect(const Example& example) {
     const std::string pattern = replaced(example.reply, "...", "*");
     std::string answered;
@@ -75,7 +75,7 @@ TEST_P(Documentation, ShowsWhatTheCameraAnswers) {
   text = replaced(text, "8081", std::to_string(freePort()));
   const std::vector<Example> examples = examplesOf(text);
   EXPECT_GT(examples.size(), 3);
-  // What restarts the camera comes last.
+  // The examples that restart the camera come last.
   for (const bool restarts : {false, true}) {
     for (const Example& example : examples) {
       if ((example.command.find("/system_re") != std::string::npos) == restarts) expect(example);

@@ -1,5 +1,5 @@
-// The whole camera over HTTP: what its web server takes and refuses, httpport.cgi, which moves it, and the
-// program under names that a web server never gives.
+// The whole camera over HTTP: what its web server accepts and refuses, how httpport.cgi moves it, and how
+// camera-cgi takes names that a web server never passes.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -26,7 +26,7 @@ std::string portLine(int port) {
   return "httpport=" + std::to_string(port) + "\n";
 }
 
-// One camera for all tests: each leaves it answering.
+// One camera for all tests; each leaves it running.
 class Http : public testing::Test {
  protected:
   static void SetUpTestSuite() {
@@ -37,7 +37,6 @@ class Http : public testing::Test {
 
   static std::string recordBytes() { return readFile(camera_->record("httpsvr")); }
 
-  // Soon it answers on the one port and no longer on the other.
   static void expectMoved(int from, int to) {
     EXPECT_TRUE(within(5, [&] { return fetch(to, kName).status == 200; })) << "not on " << to;
     EXPECT_TRUE(within(5, [&] { return fetch(from, kName).status == 0; })) << "still on " << from;
@@ -47,7 +46,7 @@ class Http : public testing::Test {
   inline static std::unique_ptr<Camera> camera_;
 };
 
-// Each is a valid request for a change but for one thing.
+// Each row is a valid change with one fault.
 TEST_F(Http, RefusesWithAReasonAndChangesNothing) {
   const std::string before = recordBytes();
   const std::string change = query(std::to_string(freePort()));
@@ -121,7 +120,7 @@ TEST_F(Http, OnlyTheEndpointsAndTheCardAreServed) {
     EXPECT_EQ(camera_->get(folder).status, 403) << folder;
 }
 
-// As root too, for whom the files of the kernel's settings are writable elsewhere.
+// Outside of the sandbox root could write to these files.
 TEST_F(Http, NothingInTheCameraReachesTheHostsKernel) {
   const Output output =
       camera_->inside({"bash", "-c",
@@ -130,7 +129,7 @@ TEST_F(Http, NothingInTheCameraReachesTheHostsKernel) {
   EXPECT_EQ(output.out, "done\n");
 }
 
-// The PPPoE client's record is one whose changes are never merged: whoever comes second decides again.
+// Changes of the PPPoE record are never merged: the second of two concurrent requests is applied again.
 TEST_F(Http, AStormOfChangesIsAnsweredAndEndsInOneOfThem) {
   std::vector<int> ports(10);
   std::generate(ports.begin(), ports.end(), freePort);

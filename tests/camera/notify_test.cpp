@@ -1,5 +1,5 @@
-// Fifty clients that ask at once what goes on, while a thousand packages a second and as many datagrams that
-// are none arrive: the same answer for all, in time, and cheaply.
+// notify.cgi for fifty clients at once, while a thousand status packages and as many invalid datagrams arrive
+// a second: all get the same reply, in time, and at little cost.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -47,7 +47,7 @@ TEST(Notify, TellsFiftyClientsTheSameInTimeAndCheaply) {
     const auto flooding = std::async(std::launch::async, [&ends] { flood(ends); });
     const Output output = camera.inside({"bash", "-c", kAskFiftyTimes});
     ends = true;
-    double yardstick[3] = {};  // milliseconds, and seconds of processor time of user and system
+    double yardstick[3] = {};  // milliseconds of the last, seconds of processor time of user and system
     double user = 0;
     double system = 0;
     int answers = 0;

@@ -1,4 +1,4 @@
-// ./run from the outside: what it starts, what it refuses, and what it leaves behind.
+// ./run: what it starts, what it refuses, and what it leaves behind.
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <unistd.h>
@@ -15,7 +15,7 @@ class Run : public testing::Test {
   Run() { std::filesystem::create_symlink(CAMERA_SOURCE_DIR "/run", folder_.path("run")); }
   ~Run() override { expectNoSanitizerReport(folder_.path("state")); }
 
-  // Through a link, as if it were installed.
+  // Through a link, as a user may have put one into a folder of PATH.
   pid_t startRun(const Command& options, const std::string& out = "out") {
     Command command{folder_.path("run"), "--state", folder_.path("state")};
     command.insert(command.end(), options.begin(), options.end());
@@ -27,7 +27,7 @@ class Run : public testing::Test {
     EXPECT_EQ(line.find('\n'), line.size() - 1) << line;
     EXPECT_NE(line.find(complaint), std::string::npos) << complaint << ": " << line;
   }
-  // Runs a program inside the camera: "settings" or "sim", and its arguments.
+  // Runs "settings" or "sim" with its arguments.
   std::string inside(const Command& program) {
     EXPECT_EQ(waitFor(startRun(program)), 0) << readFile(folder_.path("err"));
     return readFile(folder_.path("out"));

@@ -2,28 +2,28 @@
 # The SD card, which is a folder here:
 #
 #   sdmanage.sh format    empties it
-#   sdmanage.sh insert    fills a card that nobody has seen yet with recordings and snapshots
+#   sdmanage.sh insert    fills a new card with recordings and snapshots
 #   sdmanage.sh measure   stores how much of it is used; runs at a factory reset, not at every deletion
-#   sdmanage.sh folder    prints the product's folder on it, with a slash behind
+#   sdmanage.sh folder    prints the path of the product's folder on it, with a slash at the end
 #
-# It works on the camera's own card alone: outside of the sandbox it does nothing.
+# It fails outside of the sandbox.
 set -eu
 
 readonly kCard=/mnt/usb
 readonly kSeen=/var/lib/camera/daemons/card
 readonly kReady=2 kToInitialise=8 kFormatting=9
-readonly kMaxPath=31  # bytes of the folder, as the endpoints cut it
+readonly kMaxPath=31  # bytes; the endpoints cut the path there too
 
 fail() {
   echo "sdmanage.sh: $1" >&2
   exit 1
 }
-[[ $0 == /usr/lib/camera/bin/sdmanage.sh ]] || fail "for the inside of the camera"
+[[ $0 == /usr/lib/camera/bin/sdmanage.sh ]] || fail "runs only inside the camera"
 
 value() { printf %b "$(camera-settings get "$1" "$2" | cut -d = -f 2-)"; }
 hasCard() { grep -qE '^has_sdcard *= *1 *(#.*)?$' /etc/camera/product.conf; }
 
-# Nothing but a plain name is a folder of the card.
+# A model that is not a plain file name has an empty folder.
 folder() {
   local model path
   model=$(value system model)
@@ -46,7 +46,7 @@ format() {
   camera-settings set sd state=$kFormatting
   trap 'camera-settings set sd state=$kToInitialise' EXIT
   find "$kCard" -xdev -mindepth 1 -delete
-  sleep 1  # a card takes its time, and others see that it does
+  sleep 1  # as a real card, so that others see the state
   camera-settings set sd used=0 "free=$(value sd total)" state=$kReady
   trap '' EXIT
 }
