@@ -1,14 +1,12 @@
-// The checks on texts that every other check is made of.
+// The checks on texts that parameter rows and the rules of endpoints are made of.
 #include "framework/checks.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
 
 namespace camera {
 namespace {
 
-// The <cctype> functions would bring the locale into a program that has none.
+// The <cctype> functions would link the locale.
 constexpr bool isDecimal(char c) {
   return c >= '0' && c <= '9';
 }
@@ -22,75 +20,26 @@ constexpr bool isHex(char c) {
 }  // namespace
 
 bool consistsOf(std::string_view text, CharClass accepted, std::string_view extra) {
-  for (const char c : text) {
-    const bool known = (accepted.letters && isLetter(c)) || (accepted.digits && isDecimal(c)) ||
-                       (accepted.hexDigits && isHex(c)) || (c != '\0' && extra.find(c) != extra.npos);
-    if (!known) return false;
-  }
-  return true;
-}
-
-bool parseInteger(std::string_view text, int min, int max, int* value) {
-  const bool negative = !text.empty() && text.front() == '-';
-  if (negative) text.remove_prefix(1);
-  if (text.empty()) return false;
-  std::int64_t magnitude = 0;
-  for (const char c : text) {
-    if (!isDecimal(c)) return false;
-    magnitude = magnitude * 10 + (c - '0');
-    if (magnitude > std::int64_t{1} << 31) return false;
-  }
-  const std::int64_t number = negative ? -magnitude : magnitude;
-  if (number < min || number > max) return false;
-  if (value != nullptr) *value = static_cast<int>(number);
-  return true;
+  return std::all_of(text.begin(), text.end(), [&](char c) {
+    return (accepted.letters && isLetter(c)) || (accepted.digits && isDecimal(c)) ||
+           (accepted.hexDigits && isHex(c)) || (c != '\0' && extra.find(c) != extra.npos);
+  });
 }
 
 int leadingInteger(std::string_view text) {
-  const bool negative = text.starts_with('-');
-  if (negative) text.remove_prefix(1);
+  const bool isNegative = text.starts_with('-');
+  if (isNegative) text.remove_prefix(1);
   std::int64_t magnitude = 0;
   for (const char c : text) {
     if (!isDecimal(c)) break;
     magnitude = std::min<std::int64_t>(magnitude * 10 + (c - '0'), INT32_MAX);
   }
-  return static_cast<int>(negative ? -magnitude : magnitude);
+  return static_cast<int>(isNegative ? -magnitude : magnitude);
 }
 
-int lengthWithin(std::string_view text, int min, int max) {
-  const auto length = static_cast<std::int64_t>(text.size());
-  const bool hasNul = text.find('\0') != text.npos;
-  return length >= min && length <= max && !hasNul ? static_cast<int>(length) : -1;
-}
-
-int indexOf(std::string_view text, const char* const words[], int count, bool variants) {
-  for (int i = 0; i < count; ++i) {
-    if (text == words[i]) return i;
-  }
-  for (int i = 0; variants && i < count; ++i) {
-    const std::string_view base = words[i];
-    if (!base.empty() && text.starts_with(base) && text.substr(base.size()).starts_with('_')) return i;
-  }
-  return -1;
-}
-
-bool copyText(char* buffer, std::size_t size, std::string_view text) {
-  if (text.size() >= size || text.find('\0') != text.npos) return false;
-  std::copy(text.begin(), text.end(), buffer);
-  std::memset(buffer + text.size(), 0, size - text.size());
-  return true;
-}
-
-int split(std::string_view text, std::string_view separator, std::vector<std::string>& pieces) {
-  pieces.clear();
-  if (separator.empty()) return -1;
-  if (text.empty()) return 0;
-  for (std::size_t end = text.find(separator); end != text.npos; end = text.find(separator)) {
-    pieces.emplace_back(text.substr(0, end));
-    text.remove_prefix(end + separator.size());
-  }
-  pieces.emplace_back(text);
-  return static_cast<int>(pieces.size());
+int indexOf(std::string_view text, Words words) {
+  const auto found = std::find(words.begin(), words.end(), text);
+  return found == words.end() ? -1 : static_cast<int>(found - words.begin());
 }
 
 bool isCalendarDate(int year, int month, int day) {
@@ -101,13 +50,13 @@ bool isCalendarDate(int year, int month, int day) {
 }
 
 bool parseIpv4(std::string_view text, unsigned char* address) {
-  std::vector<std::string> parts;
-  if (split(text, ".", parts) != 4) return false;
-  for (std::size_t i = 0; i < 4; ++i) {
-    const std::string& part = parts[i];
-    const bool leadingZero = part.size() > 1 && part.front() == '0';  // octal to some readers
+  if (std::count(text.begin(), text.end(), '.') != 3) return false;
+  for (int i = 0; i < 4; ++i) {
+    const std::string_view part = takeUntil('.', &text);
+    const bool hasLeadingZero = part.size() > 1 && part.front() == '0';  // octal to some readers
     int value = 0;
-    if (leadingZero || part.size() > 3 || !parseInteger(part, 0, 255, &value) || part.front() == '-')
+    if (hasLeadingZero || part.size() > 3 || !consistsOf(part, kDigits) ||
+        !parseInteger(part, 0, 255, &value))
       return false;
     if (address != nullptr) address[i] = static_cast<unsigned char>(value);
   }
@@ -121,26 +70,6 @@ bool isNetmask(std::string_view text) {
                              std::uint32_t{bytes[2]} << 8 | std::uint32_t{bytes[3]};
   const std::uint32_t host = ~mask;
   return mask != 0 && (host & (host + 1)) == 0;
-}
-
-int nextField(const char** cursor, const char* separator, const char* inner, char* first,
-              std::size_t firstSize, char* second, std::size_t secondSize) {
-  if (cursor == nullptr || *cursor == nullptr) return -1;
-  const std::string_view rest = *cursor;
-  const std::size_t separatorLength = std::strlen(separator);
-  const std::size_t end = separatorLength == 0 ? rest.npos : rest.find(separator);
-  std::string_view field = rest.substr(0, end);
-  std::string_view tail;
-  const std::size_t at = inner == nullptr || *inner == '\0' ? field.npos : field.find(inner);
-  if (at != field.npos) {
-    tail = field.substr(at + std::strlen(inner));
-    field = field.substr(0, at);
-  }
-  if (second != nullptr && tail.size() >= secondSize) return -2;
-  if (!copyText(first, firstSize, field)) return -2;
-  if (second != nullptr) copyText(second, secondSize, tail);
-  *cursor = end == rest.npos ? nullptr : *cursor + end + separatorLength;
-  return 0;
 }
 
 std::string joined(std::initializer_list<std::string_view> parts) {

@@ -4,17 +4,15 @@
 
 #include <csignal>
 #include <cstring>
-#include <memory>
 #include <string>
 
-#include "framework/cgi_table.h"
-#include "framework/cgilet.h"
+#include "framework/endpoint_table.h"
 #include "platform/log.h"
 
 namespace {
 
 // The last component of the path, of which only the first 255 bytes count.
-std::string cgiName(const char* path) {
+std::string endpointName(const char* path) {
   char buffer[256];
   std::strncpy(buffer, path, sizeof buffer - 1);
   buffer[sizeof buffer - 1] = '\0';
@@ -31,14 +29,11 @@ void announce(const std::string& name) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // A reader that has gone, of the log or of the reply, must not end a request half-way.
+  // A reader of the log or of the reply that has gone must not end a request half-way.
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
-  const std::string name = cgiName(argc > 0 ? argv[0] : "");
+  const std::string name = endpointName(argc > 0 ? argv[0] : "");
   announce(name);
-  const camera::CgiEntry* entry = camera::findCgi(name);
-  if (entry == nullptr) return 0;
-
-  const std::unique_ptr<InfCgilet> cgilet{entry->create()};
-  camera::serve(*cgilet);
+  const camera::EndpointEntry* endpoint = camera::findEndpoint(name);
+  if (endpoint != nullptr) endpoint->serve();
   return 0;
 }

@@ -1,18 +1,17 @@
-// The driver of parameter tables: checks, takes and reports what the rows say.
+// Checks, takes and reports what the rows of parameters say.
 #include "framework/params.h"
 
-#include <cstdlib>
 #include <cstring>
 
-#include "framework/cgilet.h"
+#include "framework/reply.h"
 
 namespace camera {
 namespace {
 
 constexpr std::size_t kMostEchoed = 64;  // bytes of a name that a refusal repeats
 
-// The begin of a UTF-8 text, whole characters of it.
-std::string_view beginOf(std::string_view text) {
+// The start of a UTF-8 text, in whole characters.
+std::string_view startOf(std::string_view text) {
   if (text.size() <= kMostEchoed) return text;
   std::size_t end = kMostEchoed;
   while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
@@ -20,7 +19,8 @@ std::string_view beginOf(std::string_view text) {
 }
 
 Bounds boundsOf(const ParamRow& row, const void* state) {
-  return row.boundsOf != nullptr && state != nullptr ? row.boundsOf(state) : row.bounds;
+  if (row.boundsOf != nullptr && state != nullptr) return row.boundsOf(state);
+  return row.recordBounds != nullptr ? row.recordBounds() : row.bounds;
 }
 
 Words wordsOf(const ParamRow& row, const void* state) {
@@ -28,16 +28,17 @@ Words wordsOf(const ParamRow& row, const void* state) {
 }
 
 bool isHandled(const ParamRow& row, const void* state) {
-  return row.kind != kUnhandledParam && (row.isHandled == nullptr || row.isHandled(state));
+  return row.kind != ParamKind::kIgnored && (row.isHandled == nullptr || row.isHandled(state));
 }
 
 std::string_view fieldText(const ParamRow& row, const void* field) {
+  if (row.fieldKind == FieldKind::kView) return *static_cast<const std::string_view*>(field);
   const auto* text = static_cast<const char*>(field);
   return {text, strnlen(text, row.size)};
 }
 
 void storeNumber(const ParamRow& row, int value, void* field) {
-  if (row.type == FieldType::kByte) {
+  if (row.fieldKind == FieldKind::kByte) {
     *static_cast<std::uint8_t*>(field) = static_cast<std::uint8_t>(value);
   } else {
     *static_cast<std::int32_t*>(field) = value;
@@ -45,13 +46,13 @@ void storeNumber(const ParamRow& row, int value, void* field) {
 }
 
 int fieldNumber(const ParamRow& row, const void* field) {
-  return row.type == FieldType::kByte ? *static_cast<const std::uint8_t*>(field)
-                                      : *static_cast<const std::int32_t*>(field);
+  return row.fieldKind == FieldKind::kByte ? *static_cast<const std::uint8_t*>(field)
+                                           : *static_cast<const std::int32_t*>(field);
 }
 
-// A field that holds the text keeps what lies behind its NUL, so that an equal value leaves a record equal.
+// A field that holds the text keeps the bytes behind its NUL, so that an equal value leaves a record equal.
 bool storeText(const ParamRow& row, std::string_view text, void* field) {
-  if (row.type == FieldType::kView) {
+  if (row.fieldKind == FieldKind::kView) {
     *static_cast<std::string_view*>(field) = text;
     return true;
   }
@@ -61,42 +62,39 @@ bool storeText(const ParamRow& row, std::string_view text, void* field) {
 bool takeInteger(const ParamRow& row, std::string_view value, void* state) {
   const Bounds bounds = boundsOf(row, state);
   int number = 0;
-  int given = -1;
-  if (ChkInt(value, 1, bounds.min, bounds.max, &number, &given, 0, nullptr, 0) != 0) return false;
+  if (!parseInteger(value, bounds.min, bounds.max, &number)) return false;
   storeNumber(row, number, row.field(state));
   return true;
 }
 
 bool takeText(const ParamRow& row, std::string_view value, void* state) {
   const Bounds bounds = boundsOf(row, state);
-  const bool fits = BaseCgilet::checkLen(static_cast<int>(value.size()), bounds.min, bounds.max) >= 0 &&
-                    (row.characters.any || consistsOf(value, row.characters, row.extra));
-  if (!fits || (!value.empty() && row.check != nullptr && !row.check(value))) return false;
-  return storeText(row, value, row.field(state));
+  const bool isAccepted = hasLength(value, bounds.min, bounds.max) &&
+                          (row.characters.any || consistsOf(value, row.characters, row.extra)) &&
+                          (value.empty() || row.check == nullptr || row.check(value));
+  return isAccepted && storeText(row, value, row.field(state));
 }
 
 bool takeChoice(const ParamRow& row, std::string_view value, void* state) {
-  int index = 0;
-  const char* word = nullptr;
-  const Words words = wordsOf(row, state);
-  const int count = static_cast<int>(words.size());
-  if (CmpStr(value, words.data(), count, &index, &word, true, false) != 0) return false;
+  int number = indexOf(value, wordsOf(row, state));
+  if (number < 0) return false;
   void* field = row.field(state);
-  if (row.type == FieldType::kText || row.type == FieldType::kView) return storeText(row, word, field);
-  if (row.storesNumber) parseInteger(value, 0, INT32_MAX, &index);
-  storeNumber(row, index, field);
+  if (row.fieldKind == FieldKind::kText || row.fieldKind == FieldKind::kView)
+    return storeText(row, value, field);
+  if (row.storesNumber) parseInteger(value, 0, INT32_MAX, &number);
+  storeNumber(row, number, field);
   return true;
 }
 
 bool takeOne(const ParamRow& row, std::string_view value, void* state) {
   switch (row.kind) {
-    case kIntParam:
+    case ParamKind::kInteger:
       return takeInteger(row, value, state);
-    case kStrParam:
+    case ParamKind::kText:
       return takeText(row, value, state);
-    case kCStrParam:
+    case ParamKind::kChoice:
       return takeChoice(row, value, state);
-    case kOwnParam:
+    case ParamKind::kOwn:
       return row.take(value, state);
     default:
       return true;
@@ -138,8 +136,8 @@ std::string charactersOf(const ParamRow& row) {
 }
 
 // The first parameter that no row names.
-std::string_view unknownName(const Queries& queries, std::span<const ParamRow> rows) {
-  for (const auto& [name, value] : queries) {
+std::string_view unknownName(const Queries& params, std::span<const ParamRow> rows) {
+  for (const auto& [name, value] : params) {
     bool isKnown = false;
     for (const ParamRow& row : rows) isKnown = isKnown || name == row.name;
     if (!isKnown) return name;
@@ -163,75 +161,60 @@ std::string anyOf(Words words) {
 std::string acceptedBy(const ParamRow& row, const void* state) {
   const bool isFixed = row.boundsOf == nullptr && row.wordsOf == nullptr;
   if (row.accepted != nullptr && (isFixed || state == nullptr)) return row.accepted;
-  if (row.kind == kIntParam) return rangeOf(boundsOf(row, state));
-  if (row.kind == kCStrParam) return anyOf(wordsOf(row, state));
-  if (row.kind == kStrParam) return rangeOf(boundsOf(row, state)) + " " + charactersOf(row);
+  if (row.kind == ParamKind::kInteger) return rangeOf(boundsOf(row, state));
+  if (row.kind == ParamKind::kChoice) return anyOf(wordsOf(row, state));
+  if (row.kind == ParamKind::kText) return rangeOf(boundsOf(row, state)) + " " + charactersOf(row);
   return "anything";
 }
 
 std::string unknownParam(std::string_view name) {
-  const std::string_view echoed = name.empty() ? "(no name)" : beginOf(name);
+  const std::string_view echoed = name.empty() ? "(no name)" : startOf(name);
   return std::string{echoed} + (echoed.size() < name.size() ? "..." : "") + ": no such parameter";
 }
 
-bool GivenParams::has(std::string_view name) const {
-  for (std::size_t i = 0; i < rows_.size(); ++i) {
-    if (name == rows_[i].name) return (given_ >> i & 1) != 0;
-  }
-  std::abort();  // an endpoint asked for a parameter that its own table does not have
-}
-
-bool ParamList::take(const Queries& queries, void* state, GivenParams* given, std::string* refusal) const {
+bool ParamList::take(const Queries& params, void* state, std::uint64_t* given, std::string* refusal) const {
   std::size_t found = 0;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const ParamRow& row = rows[i];
-    const auto query = queries.find(row.name);
-    const bool isGiven = query != queries.end();
+    const auto query = params.find(row.name);
+    const bool isGiven = query != params.end();
     if (!isGiven && !row.isRequired) continue;
     if (isGiven) {
       ++found;
-      given->mark(i);
+      *given |= std::uint64_t{1} << i;
       if (!isHandled(row, state) || takeOne(row, query->second, state)) continue;
     }
     // A name that nobody knows is more likely why one is missing.
     const std::string_view stranger =
-        isGiven || unknown == UnknownNames::kIgnore ? "" : unknownName(queries, rows);
+        isGiven || unknown == UnknownNames::kIgnore ? "" : unknownName(params, rows);
     *refusal = !stranger.empty()
                    ? unknownParam(stranger)
                    : std::string{row.name} + (isGiven ? ": " : ": required: ") + acceptedBy(row, state);
     return false;
   }
-  if (found != queries.size() && unknown == UnknownNames::kRefuse) {
-    *refusal = unknownParam(unknownName(queries, rows));
+  if (found != params.size() && unknown == UnknownNames::kRefuse) {
+    *refusal = unknownParam(unknownName(params, rows));
     return false;
   }
-  if (queries.size() > most) {
-    *refusal = unknownParam(unknownName(queries, rows)) + " (at most " +
+  if (params.size() > most) {
+    *refusal = unknownParam(unknownName(params, rows)) + " (at most " +
                decimal(static_cast<std::int64_t>(most)) + " at once)";
     return false;
   }
   return true;
 }
 
-void ParamList::reply(InfCgilet& cgilet, const void* state) const {
-  std::string key;
-  std::string text;
+void ParamList::reply(Reply& reply, const void* state) const {
   for (const ParamRow& row : rows) {
     if (row.field == nullptr || !isHandled(row, state)) continue;
     const void* field = row.field(const_cast<void*>(state));
-    key = row.name;
-    if (row.kind == kIntParam || row.storesNumber) {
-      cgilet.pair(key, fieldNumber(row, field));
-      continue;
-    }
-    if (row.type == FieldType::kView) {
-      text = *static_cast<const std::string_view*>(field);
-    } else if (row.type == FieldType::kText) {
-      text = fieldText(row, field);
+    if (row.kind == ParamKind::kInteger || row.storesNumber) {
+      reply.pair(row.name, fieldNumber(row, field));
+    } else if (row.fieldKind == FieldKind::kText || row.fieldKind == FieldKind::kView) {
+      reply.pair(row.name, fieldText(row, field));
     } else {
-      text = wordAt(wordsOf(row, state), fieldNumber(row, field));
+      reply.pair(row.name, wordAt(wordsOf(row, state), fieldNumber(row, field)));
     }
-    cgilet.pair(key, text);
   }
 }
 

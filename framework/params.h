@@ -1,7 +1,8 @@
-// Parameters as constant data: an endpoint lists what its request may hold, and checking, taking and replying
+// Parameters as constant data: an endpoint lists what a request may hold; checking, taking and replying
 // follow.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -12,97 +13,97 @@
 
 #include "framework/checks.h"
 #include "framework/form.h"
-#include "framework/param_checks.h"
 #include "framework/value_tables.h"
-
-class InfCgilet;
+#include "platform/store/field.h"
 
 namespace camera {
 
-// A parameter that an endpoint takes with a function of its own, besides the kinds of
-// framework/param_checks.h.
-inline constexpr std::uint8_t kOwnParam = 6;
+class Reply;
 
-// Of an integer its value, of a text its length in bytes.
-struct Bounds {
-  int min;
-  int max;
+enum class ParamKind : std::uint8_t {
+  kInteger,
+  kText,
+  kChoice,
+  kOwn,      // checked and taken by a function of the endpoint's
+  kIgnored,  // known, but neither checked nor reported
 };
 
-// What a row's field holds. A view is of the request's own text and lives as long as the request.
-enum class FieldType : std::uint8_t { kNone, kByte, kInteger, kText, kView };
-
-// One parameter. The state that its functions get is the endpoint's: a settings record, or a struct with what
-// the endpoint works on. Rows are built with the functions at the end of this file.
+// One parameter. Its functions get the endpoint's state: a settings record, or a struct of what the endpoint
+// works on. Rows are built with the functions at the end of this file.
 struct ParamRow {
   const char* name;
-  std::uint8_t kind;
+  ParamKind kind;
   bool isRequired = false;
   bool storesNumber = false;  // of a choice among numbers: the number itself, not its position, is stored
   CharClass characters{};
-  FieldType type = FieldType::kNone;
+  FieldKind fieldKind{};
   std::uint16_t size = 0;  // of a text field, its NUL included
   Bounds bounds{};
-  const char* extra = "";                           // further characters of a text
-  Words words{};                                    // of a choice
-  void* (*field)(void* state) = nullptr;            // where a given value goes and a reported one comes from
-  Bounds (*boundsOf)(const void* state) = nullptr;  // in place of bounds
+  const char* extra = "";                 // further characters of a text
+  Words words{};                          // of a choice; an empty word is a gap
+  void* (*field)(void* state) = nullptr;  // where a given value goes and a reported one comes from
+  Bounds (*recordBounds)() = nullptr;     // in place of bounds: those of the settings record's field
+  Bounds (*boundsOf)(const void* state) = nullptr;  // in place of both
   Words (*wordsOf)(const void* state) = nullptr;    // in place of words
   bool (*isHandled)(const void* state) = nullptr;   // false: known, but neither checked nor reported
   bool (*check)(std::string_view value) = nullptr;  // a further check of a text that is not empty
-  bool (*take)(std::string_view value, void* state) = nullptr;  // of kOwnParam; false: not acceptable
+  bool (*take)(std::string_view value, void* state) = nullptr;  // of kOwn; false: refused
   const char* accepted = nullptr;  // what is accepted, where the rest of the row does not tell
 };
 
 // What is accepted, in words: "1 to 65535", "off or on", "1 to 36 letters, digits, _ - .". Without a state,
-// bounds and words that depend on it are told as the row says.
+// bounds and words that depend on it are described by the row's own text.
 std::string acceptedBy(const ParamRow& row, const void* state);
 
-// "off or on", "auto, manual, day or night"; the gaps of a list are no words.
+// "off or on", "auto, manual, day or night"; gaps are left out.
 std::string anyOf(Words words);
 
-// What a refusal says of a name that the endpoint does not know; of a long one, its begin.
+// The refusal of a name that the endpoint does not know. A long name is cut.
 std::string unknownParam(std::string_view name);
-
-// Which parameters of a table a request gave.
-class GivenParams {
- public:
-  explicit GivenParams(std::span<const ParamRow> rows) : rows_(rows) {}
-
-  // The name must be one of the table.
-  bool has(std::string_view name) const;
-  void mark(std::size_t row) { given_ |= std::uint64_t{1} << row; }
-
- private:
-  std::span<const ParamRow> rows_;
-  std::uint64_t given_ = 0;  // a bit per row
-};
 
 enum class UnknownNames : std::uint8_t { kRefuse, kIgnore };
 
-// Rows whose order is the order of checking, of taking and of the reply lines.
+// Rows in the order of checking, of taking and of the reply lines.
 struct ParamList {
   std::span<const ParamRow> rows;
   UnknownNames unknown = UnknownNames::kRefuse;
   std::size_t most = SIZE_MAX;  // of parameters in a request
 
-  // Takes every given parameter into the state. False, with the refusal ("NAME: what is accepted"), when one
-  // is missing, unknown or not acceptable; the state is then half written, so it is to be a copy.
-  bool take(const Queries& queries, void* state, GivenParams* given, std::string* refusal) const;
+  // Takes every given parameter into the state and sets its row's bit in given. False, with the refusal
+  // ("NAME: what is accepted"), if one is missing, unknown or not acceptable. The state is then half written,
+  // so it must be a copy.
+  bool take(const Queries& params, void* state, std::uint64_t* given, std::string* refusal) const;
 
-  // One pair for each row that has a field and is handled.
-  void reply(InfCgilet& cgilet, const void* state) const;
+  // One line for each row that has a field and is handled.
+  void reply(Reply& reply, const void* state) const;
 };
 
-// The same for a state of one type.
-template <class State>
-struct ParamTable : ParamList {
-  template <std::size_t N>
-  constexpr ParamTable(const std::array<ParamRow, N>& all, UnknownNames unknownNames = UnknownNames::kRefuse,
-                       std::size_t mostParams = SIZE_MAX)
-      : ParamList{all, unknownNames, mostParams} {
-    static_assert(N <= 64, "GivenParams holds a bit per row");
+// The rows of an endpoint whose state has that type.
+template <class StateType, std::size_t N>
+struct ParamTable {
+  using State = StateType;
+  static_assert(N <= 64, "which parameters were given is a bit per row");
+
+  std::array<ParamRow, N> rows;
+  UnknownNames unknown = UnknownNames::kRefuse;
+  std::size_t most = SIZE_MAX;
+
+  constexpr ParamList list() const { return {rows, unknown, most}; }
+  // Ignores names that it does not know, and refuses more than that many parameters.
+  constexpr ParamTable ignoringUnknown(std::size_t mostParams = SIZE_MAX) const {
+    return {rows, UnknownNames::kIgnore, mostParams};
   }
+};
+
+// A parameter of a table, by its name. A name that the table does not have does not compile.
+template <const auto& kParams>
+struct ParamOf {
+  std::size_t row = 0;
+
+  consteval ParamOf(const char* name) {
+    while (std::string_view{kParams.rows.at(row).name} != name) ++row;
+  }
+  constexpr const char* name() const { return kParams.rows[row].name; }
 };
 
 namespace params {
@@ -149,15 +150,15 @@ void* locate(void* state) {
 }
 
 template <class Value>
-constexpr FieldType typeOf() {
-  if constexpr (std::is_same_v<Value, std::uint8_t>) return FieldType::kByte;
-  if constexpr (std::is_same_v<Value, std::int32_t>) return FieldType::kInteger;
-  if constexpr (std::is_same_v<Value, std::string_view>) return FieldType::kView;
-  if constexpr (std::is_same_v<std::remove_extent_t<Value>, char>) return FieldType::kText;
-  return FieldType::kNone;
+constexpr FieldKind kindOf() {
+  if constexpr (std::is_same_v<Value, std::uint8_t>) return FieldKind::kByte;
+  if constexpr (std::is_same_v<Value, std::int32_t>) return FieldKind::kInteger;
+  if constexpr (std::is_same_v<Value, std::string_view>) return FieldKind::kView;
+  if constexpr (std::is_same_v<std::remove_extent_t<Value>, char>) return FieldKind::kText;
+  return FieldKind::kReserved;
 }
 
-// The state's type at the begin of a path, and what lies at its end.
+// The state's type at the start of a path, and the value's at its end.
 template <auto kFirst, auto...>
 struct Path {
   using State = ObjectOf<kFirst>;
@@ -188,20 +189,20 @@ struct TypedRow : ParamRow {
     row.accepted = text;
     return row;
   }
-  // A further check; what it accepts is to be said.
+  // A further check, and what it accepts.
   constexpr TypedRow also(bool (*further)(std::string_view), const char* text) const {
     TypedRow row = saying(text);
     row.check = further;
     return row;
   }
-  // Bounds (const State&); what they are is said for those who ask without a state.
+  // Bounds (const State&), and their description for a refusal without a state.
   template <auto kBounds>
   constexpr TypedRow within(const char* text) const {
     TypedRow row = saying(text);
     row.boundsOf = [](const void* state) -> Bounds { return kBounds(*static_cast<const State*>(state)); };
     return row;
   }
-  // Words (const State&), in which a position is counted; what they are is said for those who ask without a
+  // Words (const State&), in which positions are counted, and their description for a refusal without a
   // state.
   template <auto kWords>
   constexpr TypedRow among(const char* text) const {
@@ -221,22 +222,22 @@ struct TypedRow : ParamRow {
 // The path leads from the state to the field: &HostSettings::name, or &Wanted::profile,
 // &ProfileSettings::codec, &Wanted::id, where the last names the element of an array.
 template <auto... kPath>
-constexpr auto paramRow(const char* name, std::uint8_t kind) {
+constexpr auto paramRow(const char* name, ParamKind kind) {
   using State = params::StateOf<kPath...>;
   using Value = params::ValueOf<kPath...>;
   TypedRow<State> row{};
   row.name = name;
   row.kind = kind;
-  row.type = params::typeOf<Value>();
+  row.fieldKind = params::kindOf<Value>();
   row.size = sizeof(Value);
   row.field = params::locate<State, kPath...>;
-  static_assert(params::typeOf<Value>() != FieldType::kNone);
+  static_assert(params::kindOf<Value>() != FieldKind::kReserved);
   return row;
 }
 
 template <auto... kPath>
 constexpr auto integerParam(const char* name, int min, int max) {
-  auto row = paramRow<kPath...>(name, kIntParam);
+  auto row = paramRow<kPath...>(name, ParamKind::kInteger);
   row.bounds = {min, max};
   return row;
 }
@@ -245,7 +246,7 @@ constexpr auto integerParam(const char* name, int min, int max) {
 template <auto... kPath>
 constexpr auto textParam(const char* name, int min, int max, const char* extra,
                          CharClass characters = kAlnum) {
-  auto row = paramRow<kPath...>(name, kStrParam);
+  auto row = paramRow<kPath...>(name, ParamKind::kText);
   row.bounds = {min, max};
   row.characters = characters;
   row.extra = extra;
@@ -254,7 +255,7 @@ constexpr auto textParam(const char* name, int min, int max, const char* extra,
 
 template <auto... kPath>
 constexpr auto choiceParam(const char* name, Words words = {}) {
-  auto row = paramRow<kPath...>(name, kCStrParam);
+  auto row = paramRow<kPath...>(name, ParamKind::kChoice);
   row.words = words;
   return row;
 }
@@ -265,25 +266,24 @@ template <auto kTake, class State>
 constexpr TypedRow<State> ownParam(const char* name, const char* accepted) {
   TypedRow<State> row{};
   row.name = name;
-  row.kind = kOwnParam;
+  row.kind = ParamKind::kOwn;
   row.accepted = accepted;
   row.take = [](std::string_view value, void* state) { return kTake(value, *static_cast<State*>(state)); };
   return row;
 }
 
-// Known, whatever its value, and nothing more.
 constexpr TypedRow<void> ignoredParam(const char* name) {
   TypedRow<void> row{};
   row.name = name;
-  row.kind = kUnhandledParam;
+  row.kind = ParamKind::kIgnored;
   return row;
 }
 
-// The rows of a table over that state.
+// The table of these rows over that state.
 template <class State, class... Rows>
-constexpr std::array<ParamRow, sizeof...(Rows)> paramRows(const TypedRow<Rows>&... rows) {
+constexpr ParamTable<State, sizeof...(Rows)> paramRows(const TypedRow<Rows>&... rows) {
   static_assert(((std::is_same_v<Rows, State> || std::is_void_v<Rows>)&&...), "a row of another state");
-  return {static_cast<const ParamRow&>(rows)...};
+  return {{static_cast<const ParamRow&>(rows)...}};
 }
 
 }  // namespace camera

@@ -1,15 +1,18 @@
-// InfCgilet: driving the request, building the reply and writing it to the web server.
+// Building the reply and writing it to the web server.
+#include "framework/reply.h"
+
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 
-#include "framework/cgilet.h"
-#include "framework/params.h"
+#include "framework/checks.h"
+#include "framework/form.h"
+#include "platform/text.h"
 
+namespace camera {
 namespace {
 
-constexpr std::size_t kUsualBytes = 1024;  // of a reply, so that most need not grow
+constexpr std::size_t kUsualBytes = 1024;  // of a body, so that most need not grow
 
 struct Reason {
   int code;
@@ -21,7 +24,7 @@ constexpr Reason kReasons[] = {
     {400, "400 Bad Request"},           {404, "404 Not Found"}, {409, "409 Conflict"},
 };
 
-// A code that no reply has is a failure of ours.
+// Any other code is a fault of the endpoint's.
 const Reason& reasonOf(int code) {
   for (const Reason& reason : kReasons) {
     if (reason.code == code) return reason;
@@ -29,18 +32,12 @@ const Reason& reasonOf(int code) {
   return kReasons[0];
 }
 
-constexpr bool isControl(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte < 0x20 || byte == 0x7F;
-}
-
-// Appends the text so that it cannot end its line.
 void appendEncoded(std::string& line, std::string_view text) {
   for (std::size_t start = 0, end = 0;; start = ++end) {
     while (end < text.size() && !isControl(text[end])) ++end;
     line.append(text.data() + start, end - start);
     if (end == text.size()) return;
-    camera::appendEscaped(text[end], &line);
+    appendEscaped(text[end], &line);
   }
 }
 
@@ -51,76 +48,46 @@ void appendLine(std::string& lines, std::string_view key, std::string_view value
   lines += '\n';
 }
 
-// Sends the response in one write where the reader takes it whole. A reader that has gone is no failure of
-// ours: what the request changed is changed.
-void send(const Reason& reason, const std::string& body) {
+void write(const Reason& reason, const std::string& header, const std::string& body) {
   constexpr std::string_view kType = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
-  constexpr std::size_t kMostOfRest = 64;  // the status, the length and what stands between them
-  const camera::Decimal length(static_cast<std::int64_t>(body.size()));
+  constexpr std::size_t kMostOfRest = 64;  // the status, the length and what is between them
+  const Decimal length(static_cast<std::int64_t>(body.size()));
   std::string response;
-  response.reserve(kType.size() + kMostOfRest + body.size());
-  response.append("Status: ").append(reason.status).append(kType).append(length.text()).append("\r\n\r\n");
-  response += body;
-
-  static_cast<void>(std::fflush(stdout));  // the handler's own header lines go first
+  response.reserve(header.size() + kType.size() + kMostOfRest + body.size());
+  response.append(header).append("Status: ").append(reason.status).append(kType);
+  response.append(length.text()).append("\r\n\r\n").append(body);
   std::string_view rest = response;
   while (!rest.empty()) {
-    const ssize_t count = write(STDOUT_FILENO, rest.data(), rest.size());
-    if (count >= 0) {
-      rest.remove_prefix(static_cast<std::size_t>(count));
-    } else if (errno != EINTR) {
-      return;
-    }
+    const ssize_t count = ::write(STDOUT_FILENO, rest.data(), rest.size());
+    if (count < 0 && errno != EINTR) return;
+    if (count > 0) rest.remove_prefix(static_cast<std::size_t>(count));
   }
 }
 
 }  // namespace
 
-InfCgilet::InfCgilet() {
-  body.reserve(kUsualBytes);
-}
-InfCgilet::~InfCgilet() = default;
-void InfCgilet::onDump() {
-  onReply();
+Reply::Reply() {
+  body_.reserve(kUsualBytes);
 }
 
-void InfCgilet::pair(const std::string& key, const std::string& value) {
-  appendLine(body, key, value);
+void Reply::pair(std::string_view key, std::string_view value) {
+  appendLine(body_, key, value);
 }
 
-void InfCgilet::pair(const std::string& key, int value) {
-  appendLine(body, key, camera::Decimal(value).text());
+void Reply::pair(std::string_view key, int value) {
+  appendLine(body_, key, Decimal(value).text());
 }
 
-std::span<const camera::ParamRow> InfCgilet::parameters() const {
-  return {};
+void Reply::send() const {
+  write(reasonOf(200), header_, body_);
 }
 
-void InfCgilet::infOK() {
-  if (malformed()) {
-    infFail(400);
-  } else {
-    send(reasonOf(200), body);
-  }
-}
-
-void InfCgilet::infFail(int code) {
-  infFail(code, refusal);
-}
-
-void InfCgilet::infFail(int code, const std::string& message) {
+void Reply::sendFailure(int code, std::string_view message) const {
   const Reason& reason = reasonOf(code);
-  std::string failure;
-  appendLine(failure, "error", camera::Decimal(reason.code).text());
-  if (!message.empty()) appendLine(failure, "message", message);
-  send(reason, failure);
+  std::string body;
+  appendLine(body, "error", Decimal(reason.code).text());
+  if (!message.empty()) appendLine(body, "message", message);
+  write(reason, header_, body);
 }
 
-void camera::serve(InfCgilet& cgilet) {
-  cgilet.onLoad();
-  if (cgilet.parseHttp()) {
-    cgilet.onApply();
-    cgilet.cleanUp();
-  }
-  cgilet.onReply();
-}
+}  // namespace camera

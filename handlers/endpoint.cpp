@@ -6,7 +6,7 @@
 namespace camera {
 namespace {
 
-constexpr int kMostAttempts = 8;  // the second has the store to itself, up to its first actions
+constexpr int kMostAttempts = 8;  // the second locks the store up to its first actions
 
 struct FeatureName {
   Feature feature;
@@ -25,27 +25,39 @@ const char* nameOf(RecordIndex index) {
 
 }  // namespace
 
-void Endpoint::onLoad() {
-  status = load();
-  if (status == 200 && takes_ == Takes::kCommand) status = 400;
+void Endpoint::serve() {
+  const int result = answer();
+  if (result == 200) {
+    reply_.send();
+  } else {
+    reply_.sendFailure(result, message_);
+  }
 }
 
-void Endpoint::onApply() {
-  const int ready = takes_ == Takes::kCommand ? 400 : 200;
-  // A load that failed has said why, and a bad command has nothing said yet.
-  if (takes_ != Takes::kNothing && (status != ready || !refusal.empty())) return;
-  status = apply();
-  if (isOvertaken_) status = applyAgain();
+int Endpoint::answer() {
+  int result = load();
+  request_ = readRequest(keepsBytes);
+  const bool hasParams = !request_.params.empty();
+  if (hasParams && (result == 200 || takes_ == Takes::kNothing)) {
+    result = applyUntilStored();
+  } else if (result == 200 && request_.error != nullptr) {
+    result = fail(400, request_.error);
+  } else if (result == 200 && !hasParams && takes_ == Takes::kCommand) {
+    result = refuseMissing();
+  }
+  return result == 200 ? reply() : result;
 }
 
-int Endpoint::applyAgain() {
-  int result = 400;
+int Endpoint::applyUntilStored() {
+  int result = apply();
+  if (!isOvertaken_) return result;
+  result = 400;
   for (int attempt = 1; isOvertaken_ && attempt < kMostAttempts; ++attempt) {
     holdStore();
     isOvertaken_ = false;
     writeResult_ = StoreResult::kDone;
-    refusal.clear();
-    given_ = GivenParams{params_.rows};
+    message_.clear();
+    given_ = 0;
     result = load();
     if (result == 200) result = apply();
   }
@@ -55,47 +67,37 @@ int Endpoint::applyAgain() {
   return result;
 }
 
-void Endpoint::onReply() {
-  // What could not be read as a request is refused without a look at what it might have asked.
-  if (status == 200 && !malformed()) status = reply();
-  if (status == 200) {
-    infOK();
-    return;
-  }
-  if (status == 400 && refusal.empty()) refusal = missingParam();
-  infFail(status);
+int Endpoint::takeParams(void* state) {
+  return params_.take(request_.params, state, &given_, &message_) ? 200 : 400;
 }
 
-std::string Endpoint::missingParam() const {
+int Endpoint::refuseMissing() {
   const auto row =
       std::find_if(params_.rows.begin(), params_.rows.end(), [](const ParamRow& r) { return r.isRequired; });
-  return row == params_.rows.end() ? "a parameter is required"
-                                   : std::string{row->name} + ": required: " + acceptedBy(*row, nullptr);
+  return row == params_.rows.end() ? fail(400, "a parameter is required")
+                                   : refuse(row->name, "required: " + acceptedBy(*row, nullptr));
 }
 
 int Endpoint::refuse(std::string_view name, std::string_view accepted) {
-  refusal = std::string{name} + ": " + std::string{accepted};
-  return 400;
+  return fail(400, joined({name, ": ", accepted}));
 }
 
-int Endpoint::refuse(std::string_view name) {
-  const auto row = std::find_if(params_.rows.begin(), params_.rows.end(),
-                                [&](const ParamRow& r) { return name == r.name; });
-  return row == params_.rows.end() ? fail(400, unknownParam(name)) : refuse(name, acceptedBy(*row, nullptr));
+int Endpoint::refuseValue(std::size_t row) {
+  return refuse(params_.rows[row].name, acceptedBy(params_.rows[row], nullptr));
 }
 
 int Endpoint::fail(int code, std::string_view why) {
-  refusal = why;
+  message_ = why;
   return code;
 }
 
 const ProductInfo* Endpoint::product() {
-  if (product_) return &*product_;
+  if (hasProduct_) return &product_;
   try {
-    product_.emplace().init();
-    return &*product_;
+    product_.init();
+    hasProduct_ = true;
+    return &product_;
   } catch (const ProductInfoError&) {
-    product_.reset();
     fail(500, "product information: cannot be read");
     return nullptr;
   }
@@ -107,22 +109,14 @@ int Endpoint::require(Feature feature) {
   if (known->*feature == 1) return 200;
   const auto* name = std::find_if(std::begin(kFeatureNames), std::end(kFeatureNames),
                                   [&](const FeatureName& n) { return n.feature == feature; });
-  return fail(
-      404, std::string{"this camera has no "} + (name == std::end(kFeatureNames) ? "such part" : name->name));
+  return fail(404,
+              joined({"this camera has no ", name == std::end(kFeatureNames) ? "such part" : name->name}));
 }
 
 bool Endpoint::readRecord(RecordIndex index, void* record) {
   if (loadRecord(index, record) == StoreResult::kDone) return true;
-  fail(500, std::string{"settings: "} + nameOf(index) + " cannot be read");
+  fail(500, joined({"settings: ", nameOf(index), " cannot be read"}));
   return false;
-}
-
-int Endpoint::take(void* state) {
-  return params_.take(queries, state, &given_, &refusal) ? 200 : 400;
-}
-
-void Endpoint::show(const void* state) {
-  params_.reply(*this, state);
 }
 
 void Endpoint::writeRecord(RecordIndex index, const void* record) {
@@ -131,8 +125,7 @@ void Endpoint::writeRecord(RecordIndex index, const void* record) {
   if (writeResult_ == StoreResult::kDone) return;
   const bool isRefused = writeResult_ == StoreResult::kRefused;
   isOvertaken_ = isRefused && isStoreOvertaken();
-  refusal =
-      std::string{"settings: "} + nameOf(index) + (isRefused ? " refused by the store" : " cannot be stored");
+  message_ = joined({"settings: ", nameOf(index), isRefused ? " refused by the store" : " cannot be stored"});
 }
 
 int Endpoint::commit(int refused) {
@@ -143,7 +136,7 @@ int Endpoint::commit(int refused) {
 }
 
 int ReadOnlyEndpoint::apply() {
-  return fail(400, unknownParam(queries.begin()->first));
+  return fail(400, unknownParam(queries().begin()->first));
 }
 
 }  // namespace camera

@@ -1,20 +1,22 @@
-// What every endpoint is: three steps that give a result code each, and the settings transaction of the
+// What every endpoint is: three steps that each give a result code, and the settings transaction of the
 // request.
 #pragma once
 
 #include <cstring>
-#include <optional>
-#include <span>
 #include <string>
+#include <string_view>
 
-#include "framework/cgilet.h"
+#include "framework/endpoint_table.h"
 #include "framework/params.h"
+#include "framework/reply.h"
+#include "framework/request.h"
+#include "handlers/record_params.h"
 #include "platform/product/product_info.h"
 #include "platform/store/settings.h"
 
 namespace camera {
 
-// A field of the product information that is 1 where the camera has the part.
+// A field of the product information that is 1 if the camera has the part.
 using Feature = std::uint8_t ProductInfo::*;
 
 // Whether two records differ in any byte.
@@ -25,44 +27,58 @@ bool differ(const Record& left, const Record& right) {
 
 // What the parameters of a request are to an endpoint.
 enum class Takes : std::uint8_t {
-  kChanges,          // applied when load gave 200; without any, the state is answered
-  kCommand,          // applied when load gave 200; without any, the request is bad
-  kNothing,          // any makes the request bad, whatever load gave
-  kNothingIfLoaded,  // any makes the request bad, unless load failed with a code of its own
+  kChanges,  // applied; without any, the state is answered
+  kCommand,  // applied; without any, the request is refused
+  kNothing,  // any is refused, whatever load gave
 };
 
-// When a write is refused because another client changed the settings after they were read, load and apply
-// are done again on what is stored now: no request fails because another came at the same moment.
-class Endpoint : public InfCgilet {
+// Serves one request: load, apply if there are parameters, reply. If a write is refused because another
+// client changed the settings after they were loaded, load and apply run again on what is stored now, so that
+// no request fails because another came at the same moment.
+class Endpoint {
  public:
-  void onLoad() final;
-  void onApply() final;
-  void onReply() final;
-  std::span<const ParamRow> parameters() const final { return params_.rows; }
+  Endpoint(const Endpoint&) = delete;
+  Endpoint& operator=(const Endpoint&) = delete;
 
-  // Whether the request gave the parameter, which must be one of the table.
-  bool given(std::string_view name) const { return given_.has(name); }
+  // Reads the request, answers it and writes the reply.
+  void serve();
 
-  // Gives 400 and says what would be accepted, by default what the parameter's row says.
+  // Return 400 and say what would be accepted.
   int refuse(std::string_view name, std::string_view accepted);
-  int refuse(std::string_view name);
-  // Gives the code, and says why.
+  // Returns the code and says why.
   int fail(int code, std::string_view why);
 
  protected:
   explicit Endpoint(const ParamList& params, Takes takes = Takes::kChanges)
-      : params_(params), takes_(takes), given_(params.rows) {}
+      : params_(params), takes_(takes) {}
+  virtual ~Endpoint() = default;
 
-  // The steps. Each gives 200, or the code of a failure of which it has said why with refuse or fail. load
-  // reads what the request needs, also a second time; apply checks the parameters and carries them out; reply
+  // The steps. Each returns 200, or the code of a failure that it has explained with refuse or fail. load
+  // reads what the request needs, and may run twice. apply checks the parameters and carries them out. reply
   // appends the lines.
   virtual int load() { return 200; }
   virtual int apply() = 0;
   virtual int reply() = 0;
 
-  // The product information, read at the first call; null, with the failure said, when it cannot be read.
+  const Queries& queries() const { return request_.params; }
+  bool isGiven(std::size_t row) const { return (given_ >> row & 1) != 0; }
+
+  // Takes the parameters into the state, which must be a copy and of the table's type. 200 or 400.
+  int takeParams(void* state);
+  // Appends the table's lines of such a state.
+  void showParams(const void* state) { params_.reply(reply_, state); }
+  // The refusal of a request that lacks a required parameter, or any parameter.
+  int refuseMissing();
+  // The refusal of a value, with what the parameter's row says.
+  int refuseValue(std::size_t row);
+
+  void pair(std::string_view key, std::string_view value) { reply_.pair(key, value); }
+  void pair(std::string_view key, int value) { reply_.pair(key, value); }
+  Reply& replyText() { return reply_; }
+
+  // The product information, read at the first call; null, with the failure said, if it cannot be read.
   const ProductInfo* product();
-  // 200 where the camera has the part, otherwise 404; 500 where the product information cannot be read.
+  // 200 if the camera has the part, otherwise 404; 500 if the product information cannot be read.
   int require(Feature feature);
 
   // Fills the records in order, up to the first that cannot be read. 200 or 500.
@@ -71,15 +87,10 @@ class Endpoint : public InfCgilet {
     return (... && readRecord(kIndexOf<Records>, &records)) ? 200 : 500;
   }
 
-  // Takes the request's parameters into the state, a copy and of the type that the table is for. 200 or 400.
-  int take(void* state);
-  // Appends the table's lines of such a state.
-  void show(const void* state);
-
   // The settings transaction. write stores a record, unless a write before it failed; writeChanged only one
-  // that differs from the one read. commit runs the actions of all that was written and gives 200; 400 after
-  // a refused write, or what a refusal is instead; 500 after a failed one. What was written before a failure
-  // stays.
+  // that differs from the one read. commit runs the actions of all that was written and returns 200; 400, or
+  // what is given instead, after a refused write; 500 after a failed one. What was written before a failure
+  // stays stored.
   template <class Record>
   void write(const Record& record) {
     writeRecord(kIndexOf<Record>, &record);
@@ -90,20 +101,32 @@ class Endpoint : public InfCgilet {
   }
   int commit(int refused = 400);
 
+  bool keepsBytes = false;  // values may be invalid UTF-8, as the names of files are
+
  private:
+  int answer();
+  int applyUntilStored();
   bool readRecord(RecordIndex index, void* record);
   void writeRecord(RecordIndex index, const void* record);
-  int applyAgain();
-  std::string missingParam() const;
 
   ParamList params_;
   Takes takes_;
-  GivenParams given_;
-  std::optional<ProductInfo> product_;
+  Request request_;
+  std::uint64_t given_ = 0;  // a bit for each row of the parameters
+  Reply reply_;
+  std::string message_;  // of a failure
+  ProductInfo product_;
+  bool hasProduct_ = false;
   Actions actions_;
   bool isOvertaken_ = false;  // another client's change is why a write was refused
   StoreResult writeResult_ = StoreResult::kDone;
 };
+
+template <class Class>
+void serve() {
+  Class endpoint;
+  endpoint.serve();
+}
 
 // Reads and answers; takes no parameter.
 class ReadOnlyEndpoint : public Endpoint {
@@ -114,17 +137,35 @@ class ReadOnlyEndpoint : public Endpoint {
   int apply() final;
 };
 
+// Takes the parameters of a table.
+template <const auto& kParams, Takes kTakes = Takes::kChanges>
+class ParamEndpoint : public Endpoint {
+ protected:
+  using State = typename std::remove_cvref_t<decltype(kParams)>::State;
+  using Param = ParamOf<kParams>;
+
+  ParamEndpoint() : Endpoint(kParams.list(), kTakes) {}
+
+  // Whether the request gave the parameter.
+  bool given(Param param) const { return isGiven(param.row); }
+
+  using Endpoint::refuse;
+  int refuse(Param param) { return refuseValue(param.row); }
+
+  int take(State* state) { return takeParams(state); }
+  void show(const State& state) { showParams(&state); }
+};
+
 // Takes its parameters into a copy of its state, checks that copy as a whole, and stores it or carries it
 // out.
-template <class State>
-class StateEndpoint : public Endpoint {
+template <const auto& kParams, Takes kTakes = Takes::kChanges>
+class StateEndpoint : public ParamEndpoint<kParams, kTakes> {
  protected:
-  explicit StateEndpoint(const ParamTable<State>& params, Takes takes = Takes::kChanges)
-      : Endpoint(params, takes) {}
+  using State = typename ParamEndpoint<kParams, kTakes>::State;
 
   int apply() override {
     State wanted = state;
-    int result = take(&wanted);
+    int result = this->take(&wanted);
     if (result == 200) result = check(wanted);
     if (result == 200) result = carryOut(wanted);
     if (result == 200) state = wanted;
@@ -132,7 +173,7 @@ class StateEndpoint : public Endpoint {
   }
 
   int reply() override {
-    show(&state);
+    this->show(state);
     return 200;
   }
 
@@ -144,25 +185,21 @@ class StateEndpoint : public Endpoint {
   State state{};  // as load read it; after apply, as it is then
 };
 
-// One settings record that a table describes, maybe of a part that not every camera has.
-template <class Record>
-class RecordEndpoint : public StateEndpoint<Record> {
+// One settings record that a table describes, perhaps of a part that not every camera has.
+template <const auto& kParams, Feature kFeature = nullptr>
+class RecordEndpoint : public StateEndpoint<kParams> {
  protected:
-  explicit RecordEndpoint(const ParamTable<Record>& params, Feature feature = nullptr)
-      : StateEndpoint<Record>(params), feature_(feature) {}
+  using State = typename StateEndpoint<kParams>::State;
 
   int load() override {
-    const int result = feature_ == nullptr ? 200 : this->require(feature_);
+    const int result = kFeature == nullptr ? 200 : this->require(kFeature);
     return result == 200 ? this->read(this->state) : result;
   }
 
-  int carryOut(Record& wanted) override {
+  int carryOut(State& wanted) override {
     this->writeChanged(this->state, wanted);
     return this->commit();
   }
-
- private:
-  Feature feature_;
 };
 
 }  // namespace camera

@@ -1,4 +1,4 @@
-// Cutting texts into parts and reading numbers from them.
+// Cutting texts into parts, reading numbers from them and copying them into fields.
 #include "platform/text.h"
 
 #include <charconv>
@@ -24,6 +24,20 @@ bool readInteger(std::string_view text, int base, std::int64_t* number) {
   const auto [stop, error] = std::from_chars(text.data(), end, value, base);
   if (error != std::errc{} || stop != end) return false;
   *number = value;
+  return true;
+}
+
+bool parseInteger(std::string_view text, int min, int max, int* value) {
+  std::int64_t number = 0;
+  if (!readInteger(text, 10, &number) || number < min || number > max) return false;
+  if (value != nullptr) *value = static_cast<int>(number);
+  return true;
+}
+
+bool copyText(char* buffer, std::size_t size, std::string_view text) {
+  if (text.size() >= size || text.find('\0') != text.npos) return false;
+  text.copy(buffer, text.size());
+  std::memset(buffer + text.size(), 0, size - text.size());
   return true;
 }
 

@@ -11,11 +11,8 @@ constexpr auto kParams =
 
 }  // namespace
 
-class CameraInfoEndpoint final : public RecordEndpoint<HostSettings> {
- public:
-  CameraInfoEndpoint() : RecordEndpoint(kParams) {}
-};
+class CameraInfoEndpoint final : public RecordEndpoint<kParams> {};
 
-template InfCgilet* create<CameraInfoEndpoint>();
+template void serve<CameraInfoEndpoint>();
 
 }  // namespace camera

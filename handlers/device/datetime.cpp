@@ -1,5 +1,7 @@
 // datetime.cgi: the clock, its time zone and daylight saving, and the NTP server that may keep it.
+#include <algorithm>
 #include <cstdio>
+#include <vector>
 
 #include "handlers/endpoint.h"
 #include "platform/clock/calendar.h"
@@ -12,14 +14,16 @@
 namespace camera {
 namespace {
 
-using Fields = std::vector<std::string>;
+using Fields = std::vector<std::string_view>;
 
 constexpr int kByHand = 0;
 constexpr int kFromServer = 1;
 constexpr int kSetNow = 2;  // by hand, and to the date and time of this request
 
+constexpr char kSigns[] = "-+";
 constexpr char kOffsetSeparators[] = "-+:";
 constexpr const char* kOffsets[] = {"2:00", "1:30", "1:00", "0:30"};
+constexpr std::size_t kAnyWidth = SIZE_MAX;
 
 // The settings as the request would have them.
 struct Wanted {
@@ -31,48 +35,77 @@ struct Wanted {
   bool hasTime = false;
 };
 
+// Splits a text at any of the separators into fields of digits, each at most as wide as its width. Returns
+// the number of fields; 0 if the text is not so made or has more fields than widths.
+std::size_t splitDigits(std::string_view text, std::string_view separators,
+                        std::initializer_list<std::size_t> widths, Fields* fields) {
+  fields->clear();
+  for (const std::size_t width : widths) {
+    const std::size_t end = text.find_first_of(separators);
+    const std::string_view field = text.substr(0, end);
+    if (field.empty() || field.size() > width || !consistsOf(field, kDigits)) return 0;
+    fields->push_back(field);
+    if (end == text.npos) return fields->size();
+    text.remove_prefix(end + 1);
+  }
+  return 0;
+}
+
 bool takeDate(std::string_view value, Wanted& wanted) {
   Fields fields;
   ClockSettings& clock = wanted.clock;
   wanted.hasDate =
-      BaseCgilet::DTFormat(value, fields, "-", 3, 4, 2, 2, true, ":") > 0 &&
-      parseInteger(fields[0], 1969, 2037, &clock.year) && parseInteger(fields[1], 1, 12, &clock.month) &&
-      parseInteger(fields[2], 1, 31, &clock.day) && isCalendarDate(clock.year, clock.month, clock.day);
+      splitDigits(value, "-", {4, 2, 2}, &fields) == 3 && parseInteger(fields[0], 1969, 2037, &clock.year) &&
+      parseInteger(fields[1], 1, 12, &clock.month) && parseInteger(fields[2], 1, 31, &clock.day) &&
+      isCalendarDate(clock.year, clock.month, clock.day);
   return wanted.hasDate;
+}
+
+bool isTimeOfDay(const Fields& fields, int* hour, int* minute, int* second) {
+  return parseInteger(fields[0], 0, 23, hour) && parseInteger(fields[1], 0, 59, minute) &&
+         (fields.size() < 3 || parseInteger(fields[2], 0, 59, second));
 }
 
 bool takeTime(std::string_view value, Wanted& wanted) {
   Fields fields;
-  ClockSettings& clock = wanted.clock;
-  wanted.hasTime = BaseCgilet::DTFormat(value, fields, ":", 3, 2, 2, 2, true) > 0 &&
-                   parseInteger(fields[0], 0, 23, &clock.hour) &&
-                   parseInteger(fields[1], 0, 59, &clock.minute) &&
-                   parseInteger(fields[2], 0, 59, &clock.second);
+  wanted.hasTime = splitDigits(value, ":", {2, 2, 2}, &fields) == 3 &&
+                   isTimeOfDay(fields, &wanted.clock.hour, &wanted.clock.minute, &wanted.clock.second);
   return wanted.hasTime;
 }
 
-bool takeOffset(std::string_view value, Wanted& wanted) {
+// A sign is dropped.
+bool splitOffset(std::string_view text, std::size_t hourWidth, std::string* offset) {
+  if (!text.empty() && std::string_view{kSigns}.find(text.front()) != text.npos) text.remove_prefix(1);
   Fields fields;
-  if (BaseCgilet::DTFormat(value, fields, kOffsetSeparators, 2, 1, 2, 0, true) < 0) return false;
-  const std::string offset = fields[0] + ":" + fields[1];
-  return indexOf(offset, kOffsets, std::size(kOffsets)) >= 0 && setText(wanted.zone.offset, offset);
+  if (splitDigits(text, kOffsetSeparators, {hourWidth, 2}, &fields) != 2) return false;
+  *offset = joined({fields[0], ":", fields[1]});
+  return true;
 }
 
-// The date part of a rule (all before the slash) and the fields of its time part, of which it has two or
-// three.
-bool splitRule(std::string_view rule, std::string* date, Fields* time) {
-  Fields parts;
-  if (split(rule, "/", parts) != 2) return false;
-  *date = parts[0];
-  return BaseCgilet::DTFormat(parts[1], *time, ":", 0, 2, 2, 2, true) >= 2;
+bool takeOffset(std::string_view value, Wanted& wanted) {
+  std::string offset;
+  return splitOffset(value, 1, &offset) && indexOf(offset, kOffsets) >= 0 &&
+         setText(wanted.zone.offset, offset);
+}
+
+// A rule has one slash.
+bool isSplit(std::string_view rule) {
+  return std::count(rule.begin(), rule.end(), '/') == 1;
+}
+
+// The date part of a rule, before the slash, and the two or three fields of its time part.
+bool splitRule(std::string_view rule, std::string_view* date, Fields* time) {
+  if (!isSplit(rule)) return false;
+  *date = takeUntil('/', &rule);
+  return splitDigits(rule, ":", {2, 2, 2}, time) >= 2;
 }
 
 bool isRule(std::string_view value) {
-  std::string date;
+  std::string_view date;
   Fields time;
   Fields day;
-  return splitRule(value, &date, &time) && BaseCgilet::checkTimeRange(time, static_cast<int>(time.size())) &&
-         BaseCgilet::DTFormat(date, day, ".", 3, 0, 0, 0, false) > 0 &&
+  return splitRule(value, &date, &time) && isTimeOfDay(time, nullptr, nullptr, nullptr) &&
+         splitDigits(date, ".", {kAnyWidth, kAnyWidth, kAnyWidth}, &day) == 3 &&
          parseInteger(day[0], 1, 12, nullptr) && parseInteger(day[1], 1, 5, nullptr) &&
          parseInteger(day[2], 0, 6, nullptr);
 }
@@ -81,7 +114,7 @@ template <char (TimeZoneSettings::*kField)[32]>
 bool takeRule(std::string_view value, Wanted& wanted) {
   if (!isRule(value)) return false;
   if (value.starts_with('0')) value.remove_prefix(1);
-  return setText(wanted.zone.*kField, "M" + std::string{value});
+  return setText(wanted.zone.*kField, joined({"M", value}));
 }
 
 constexpr char kDate[] = "YYYY-MM-DD, a date of 1969 to 2037";
@@ -102,25 +135,13 @@ constexpr auto kParams = paramRows<Wanted>(
     textParam<&Wanted::ntp, &NtpSettings::timeserver>("timeserver", 0, 60, kNameText),
     integerParam<&Wanted::zone, &TimeZoneSettings::timezone>("timezone", 1, kTimeZoneCount));
 
-// The reply forms; false for stored texts that cannot be split.
-bool formatOffset(const char* stored, std::string* text) {
-  Fields fields;
-  if (BaseCgilet::DTFormat(stored, fields, kOffsetSeparators, 2, 2, 2, 0, true) < 0) return false;
-  *text = fields[0] + ":" + fields[1];
-  return true;
-}
-
-bool isSplit(std::string_view rule) {
-  Fields parts;
-  return split(rule, "/", parts) == 2;
-}
-
-bool formatRule(const char* stored, std::string* text) {
-  std::string date;
+// A rule as the reply shows it, without its M and with seconds. False for a stored text that cannot be split.
+bool formatRule(std::string_view stored, std::string* text) {
+  std::string_view date;
   Fields time;
   if (!splitRule(stored, &date, &time)) return false;
-  *text = date + "/" + time[0] + ":" + time[1] + ":" + (time.size() < 3 ? "00" : time[2]);
-  text->erase(0, 1);  // the M
+  *text = joined({date, "/", time[0], ":", time[1], ":", time.size() < 3 ? "00" : time[2]});
+  text->erase(0, 1);
   return true;
 }
 
@@ -131,11 +152,7 @@ std::string threeNumbers(const char* format, int first, int second, int third) {
 
 }  // namespace
 
-class DatetimeEndpoint final : public Endpoint {
- public:
-  DatetimeEndpoint() : Endpoint(ParamTable<Wanted>(kParams)) {}
-
- private:
+class DatetimeEndpoint final : public ParamEndpoint<kParams> {
   int load() override {
     applyTimeZone();
     const int result = read(ntp_, tzone_, curtime_);
@@ -143,7 +160,7 @@ class DatetimeEndpoint final : public Endpoint {
     return result;
   }
 
-  // Stored rules that are none make every request fail, but for one that mends them.
+  // Fails if the stored DST rules are malformed, unless this request replaces them.
   int apply() override {
     const int result = change();
     return result == 200 || (isSplit(tzone_.starttime) && isSplit(tzone_.stoptime)) ? result : failOnRules();
@@ -154,7 +171,7 @@ class DatetimeEndpoint final : public Endpoint {
     if (take(&wanted) != 200) return 400;
     if (wanted.method == kSetNow && !wanted.hasDate) return refuse("date", "needed with method=2");
     if (wanted.method == kSetNow && !wanted.hasTime) return refuse("time", "needed with method=2");
-    if (wanted.method >= 0) wanted.ntp.method = wanted.method == kFromServer ? kFromServer : kByHand;
+    if (wanted.method >= 0) wanted.ntp.method = wanted.method == kFromServer ? 1 : 0;
     if (wanted.ntp.method == kFromServer && *wanted.ntp.timeserver == '\0')
       return refuse("timeserver", "needed while method is 1");
     if (wanted.method != kSetNow) wanted.clock = curtime_;
@@ -168,7 +185,7 @@ class DatetimeEndpoint final : public Endpoint {
     std::string offset;
     std::string start;
     std::string stop;
-    if (!formatOffset(tzone_.offset, &offset) || !formatRule(tzone_.starttime, &start) ||
+    if (!splitOffset(tzone_.offset, 2, &offset) || !formatRule(tzone_.starttime, &start) ||
         !formatRule(tzone_.stoptime, &stop))
       return failOnRules();
     pair("method", ntp_.method);
@@ -187,24 +204,27 @@ class DatetimeEndpoint final : public Endpoint {
     return 200;
   }
 
-  int failOnRules() { return fail(500, "settings: the stored daylight saving rules are none"); }
+  int failOnRules() { return fail(500, "settings: the stored daylight saving rules are malformed"); }
 
+  // The same wall time in another zone is another instant, so the clock is then set although its record is
+  // equal.
   int store(const Wanted& wanted) {
+    isZoneMoved_ = isZoneMoved_ || differ(tzone_, wanted.zone);
+    isSet_ = isSet_ || differ(curtime_, wanted.clock) || (wanted.method == kSetNow && isZoneMoved_);
     writeChanged(tzone_, wanted.zone);
-    writeChanged(curtime_, wanted.clock);
+    if (isSet_) write(wanted.clock);
     writeChanged(ntp_, wanted.ntp);
     return commit();
   }
 
   // Takes what was stored into the reply, which shows the method as it was given.
   int report(const Wanted& wanted) {
-    const bool isSet = differ(curtime_, wanted.clock);
-    const bool isMoved = differ(tzone_, wanted.zone) || differ(ntp_, wanted.ntp);
+    const bool isMoved = isZoneMoved_ || differ(ntp_, wanted.ntp);
     tzone_ = wanted.zone;
     curtime_ = wanted.clock;
     ntp_ = wanted.ntp;
     if (wanted.method >= 0) ntp_.method = static_cast<std::uint8_t>(wanted.method);
-    if (!isSet && isMoved && read(curtime_) != 200) return 400;
+    if (!isSet_ && isMoved && read(curtime_) != 200) return 400;
     fillUtc();
     return 200;
   }
@@ -227,8 +247,11 @@ class DatetimeEndpoint final : public Endpoint {
   NtpSettings ntp_;
   TimeZoneSettings tzone_{};  // looked at for the reply even when it could not be read
   ClockSettings curtime_;
+  // What the request changed, also if it is applied again on records that have the change already.
+  bool isZoneMoved_ = false;
+  bool isSet_ = false;
 };
 
-template InfCgilet* create<DatetimeEndpoint>();
+template void serve<DatetimeEndpoint>();
 
 }  // namespace camera

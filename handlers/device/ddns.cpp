@@ -13,20 +13,16 @@ constexpr auto kParams = paramRows<DdnsSettings>(
 
 }  // namespace
 
-class DdnsEndpoint final : public RecordEndpoint<DdnsSettings> {
- public:
-  DdnsEndpoint() : RecordEndpoint(kParams) {}
-
- private:
+class DdnsEndpoint final : public RecordEndpoint<kParams> {
   int check(DdnsSettings& wanted) override {
-    return canRun(*this, "ddns", wanted.enable != 0,
-                  {{"provider", wanted.provider},
-                   {"host", wanted.host},
-                   {"user", wanted.user},
-                   {"pass", wanted.password}});
+    return canRun(*this, "ddns", wanted.enable != 0, given("ddns"),
+                  {{"provider", wanted.provider, given("provider")},
+                   {"host", wanted.host, given("host")},
+                   {"user", wanted.user, given("user")},
+                   {"pass", wanted.password, given("pass")}});
   }
 };
 
-template InfCgilet* create<DdnsEndpoint>();
+template void serve<DdnsEndpoint>();
 
 }  // namespace camera

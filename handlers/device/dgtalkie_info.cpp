@@ -11,6 +11,6 @@ class DgtalkieInfoEndpoint final : public ReadOnlyEndpoint {
   }
 };
 
-template InfCgilet* create<DgtalkieInfoEndpoint>();
+template void serve<DgtalkieInfoEndpoint>();
 
 }  // namespace camera

@@ -18,11 +18,7 @@ constexpr auto kParams =
 
 }  // namespace
 
-class HttpPortEndpoint final : public RecordEndpoint<HttpServerSettings> {
- public:
-  HttpPortEndpoint() : RecordEndpoint(kParams) {}
-
- private:
+class HttpPortEndpoint final : public RecordEndpoint<kParams> {
   int check(HttpServerSettings& wanted) override {
     RtspServerSettings rtspsvr;
     if (const int result = read(rtspsvr); result != 200) return result;
@@ -37,6 +33,6 @@ class HttpPortEndpoint final : public RecordEndpoint<HttpServerSettings> {
   }
 };
 
-template InfCgilet* create<HttpPortEndpoint>();
+template void serve<HttpPortEndpoint>();
 
 }  // namespace camera

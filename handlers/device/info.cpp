@@ -72,6 +72,6 @@ class InfoEndpoint final : public ReadOnlyEndpoint {
   IF_INFO interface_{};
 };
 
-template InfCgilet* create<InfoEndpoint>();
+template void serve<InfoEndpoint>();
 
 }  // namespace camera

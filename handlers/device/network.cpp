@@ -60,11 +60,7 @@ constexpr auto kParams =
 
 }  // namespace
 
-class NetworkEndpoint final : public StateEndpoint<Network> {
- public:
-  NetworkEndpoint() : StateEndpoint(kParams) {}
-
- private:
+class NetworkEndpoint final : public StateEndpoint<kParams> {
   int load() override {
     return read(state.lan, state.pppoe, state.ddns, state.httpsvr, state.rtspsvr, state.upnp);
   }
@@ -76,23 +72,24 @@ class NetworkEndpoint final : public StateEndpoint<Network> {
                           wanted.upnp.rtsp_external_port);
     }
     if (result == 200) {
-      result = canRun(*this, "pppoe", wanted.pppoe.enable != 0, {{"pppoeuser", wanted.pppoe.user}});
+      result = canRun(*this, "pppoe", wanted.pppoe.enable != 0, given("pppoe"),
+                      {{"pppoeuser", wanted.pppoe.user, given("pppoeuser")}});
     }
     if (result == 200) {
-      result = canRun(*this, "ddns", wanted.ddns.enable != 0,
-                      {{"ddnsprovider", wanted.ddns.provider},
-                       {"ddnshost", wanted.ddns.host},
-                       {"ddnsuser", wanted.ddns.user},
-                       {"ddnspass", wanted.ddns.password}});
+      result = canRun(*this, "ddns", wanted.ddns.enable != 0, given("ddns"),
+                      {{"ddnsprovider", wanted.ddns.provider, given("ddnsprovider")},
+                       {"ddnshost", wanted.ddns.host, given("ddnshost")},
+                       {"ddnsuser", wanted.ddns.user, given("ddnsuser")},
+                       {"ddnspass", wanted.ddns.password, given("ddnspass")}});
     }
     return result;
   }
 
   // Only ports that the request names are refused: a clash that was stored does not block other changes.
-  int checkPorts(const char* name, int port, const char* otherName, int otherPort) {
-    if (port != otherPort || !(given(name) || given(otherName))) return 200;
-    return given(name) ? refuse(name, std::string{"taken by "} + otherName)
-                       : refuse(otherName, std::string{"taken by "} + name);
+  int checkPorts(Param param, int port, Param other, int otherPort) {
+    if (port != otherPort || !(given(param) || given(other))) return 200;
+    if (!given(param)) std::swap(param, other);
+    return refuse(param.name(), joined({"taken by ", other.name()}));
   }
 
   int carryOut(Network& wanted) override {
@@ -106,6 +103,6 @@ class NetworkEndpoint final : public StateEndpoint<Network> {
   }
 };
 
-template InfCgilet* create<NetworkEndpoint>();
+template void serve<NetworkEndpoint>();
 
 }  // namespace camera

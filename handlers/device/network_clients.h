@@ -26,21 +26,20 @@ constexpr auto ddnsAccountParam(const char* name) {
   return textParam<kPath...>(name, 0, 30, kPunctuationText);
 }
 
-// A text without which a client cannot run: its parameter, and its value after the request.
+// A text without which a client cannot run.
 struct NeededText {
   const char* param;
-  const char* value;
+  const char* value;  // after the request
+  bool isGiven;
 };
 
-// 200 when the client can run; 400 when a needed text is empty and the request switches the client on, or
-// empties it while the client stays on. What was stored incomplete does not stand in the way of other
-// changes.
-inline int canRun(Endpoint& endpoint, const char* client, bool isOn,
+// 200 if the client can run; 400 if a needed text is empty and the request switches the client on, or empties
+// the text while the client stays on. An incomplete stored client does not block other changes.
+inline int canRun(Endpoint& endpoint, const char* client, bool isOn, bool isClientGiven,
                   std::initializer_list<NeededText> needed) {
   for (const NeededText& text : needed) {
-    const bool isAsked = endpoint.given(client) || endpoint.given(text.param);
-    if (isOn && isAsked && *text.value == '\0')
-      return endpoint.refuse(text.param, std::string{"needed while "} + client + " is on");
+    if (isOn && (isClientGiven || text.isGiven) && *text.value == '\0')
+      return endpoint.refuse(text.param, joined({"needed while ", client, " is on"}));
   }
   return 200;
 }

@@ -11,16 +11,12 @@ constexpr auto kParams = paramRows<PppoeSettings>(choiceParam<&PppoeSettings::en
 
 }  // namespace
 
-class PppoeEndpoint final : public RecordEndpoint<PppoeSettings> {
- public:
-  PppoeEndpoint() : RecordEndpoint(kParams) {}
-
- private:
+class PppoeEndpoint final : public RecordEndpoint<kParams> {
   int check(PppoeSettings& wanted) override {
-    return canRun(*this, "pppoe", wanted.enable != 0, {{"user", wanted.user}});
+    return canRun(*this, "pppoe", wanted.enable != 0, given("pppoe"), {{"user", wanted.user, given("user")}});
   }
 };
 
-template InfCgilet* create<PppoeEndpoint>();
+template void serve<PppoeEndpoint>();
 
 }  // namespace camera

@@ -8,22 +8,16 @@
 
 namespace camera {
 
-class SystemCommandEndpoint : public StateEndpoint<Confirmation> {
- protected:
-  // The command returns at once and waits in the background until the client has its reply.
-  SystemCommandEndpoint(const ParamTable<Confirmation>& params, const char* command)
-      : StateEndpoint(params, Takes::kCommand), command_(command) {}
-
- private:
+// The command returns at once and waits in the background until the client has its reply.
+template <const auto& kParams, const char* kCommand>
+class SystemCommandEndpoint : public StateEndpoint<kParams, Takes::kCommand> {
   int carryOut(Confirmation& /*wanted*/) override { return 200; }
 
   int reply() override {
-    runShell(command_);
-    pair(parameters().front().name, "yes");
+    runShell(kCommand);
+    this->pair(kParams.rows.front().name, "yes");
     return 200;
   }
-
-  const char* command_;
 };
 
 }  // namespace camera

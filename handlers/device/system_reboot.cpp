@@ -5,15 +5,12 @@ namespace camera {
 namespace {
 
 constexpr auto kParams = paramRows<Confirmation>(confirmationParam("reboot"));
+constexpr char kCommand[] = "( sleep 5 && /sbin/reboot ) >/dev/null 2>/dev/null &";
 
 }  // namespace
 
-class SystemRebootEndpoint final : public SystemCommandEndpoint {
- public:
-  SystemRebootEndpoint()
-      : SystemCommandEndpoint(kParams, "( sleep 5 && /sbin/reboot ) >/dev/null 2>/dev/null &") {}
-};
+class SystemRebootEndpoint final : public SystemCommandEndpoint<kParams, kCommand> {};
 
-template InfCgilet* create<SystemRebootEndpoint>();
+template void serve<SystemRebootEndpoint>();
 
 }  // namespace camera

@@ -121,11 +121,7 @@ constexpr auto kParams = paramRows<Wanted>(
 
 }  // namespace
 
-class WirelessEndpoint final : public Endpoint {
- public:
-  WirelessEndpoint() : Endpoint(ParamTable<Wanted>(kParams)) {}
-
- private:
+class WirelessEndpoint final : public ParamEndpoint<kParams> {
   int load() override {
     const ProductInfo* known = product();
     if (known == nullptr) return 500;
@@ -170,14 +166,14 @@ class WirelessEndpoint final : public Endpoint {
     return number <= channels_.size() && channels_[number - 1] == '1';
   }
 
-  std::optional<std::string_view> givenText(const char* name, std::string_view text) const {
-    if (!given(name)) return std::nullopt;
+  std::optional<std::string_view> givenText(Param param, std::string_view text) const {
+    if (!given(param)) return std::nullopt;
     return text;
   }
 
   Combination combination(const Wanted& wanted) const {
-    const auto choice = [this](const char* name, int value, std::uint8_t stored) {
-      return Choice{.given = given(name) ? value : -1, .stored = stored};
+    const auto choice = [this](Param param, int value, std::uint8_t stored) {
+      return Choice{.given = given(param) ? value : -1, .stored = stored};
     };
     return {.mode = choice("mode", wanted.record.mode, wireless_.mode),
             .auth = choice("auth", wanted.auth, wireless_.auth),
@@ -213,6 +209,6 @@ class WirelessEndpoint final : public Endpoint {
   std::string_view channels_;
 };
 
-template InfCgilet* create<WirelessEndpoint>();
+template void serve<WirelessEndpoint>();
 
 }  // namespace camera

@@ -35,7 +35,7 @@ bool isWepKey(std::string_view key) {
 }
 
 bool isWpaKey(std::string_view key) {
-  return isHex(key, kWpaDigits) || (lengthWithin(key, 8, 63) >= 0 && isPrintable(key));
+  return isHex(key, kWpaDigits) || (hasLength(key, 8, 63) && isPrintable(key));
 }
 
 }  // namespace camera

@@ -10,6 +10,6 @@ class WlanSignalEndpoint final : public ReadOnlyEndpoint {
   }
 };
 
-template InfCgilet* create<WlanSignalEndpoint>();
+template void serve<WlanSignalEndpoint>();
 
 }  // namespace camera

@@ -78,6 +78,6 @@ class WlanSurveyEndpoint final : public ReadOnlyEndpoint {
   }
 };
 
-template InfCgilet* create<WlanSurveyEndpoint>();
+template void serve<WlanSurveyEndpoint>();
 
 }  // namespace camera

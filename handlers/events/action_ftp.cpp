@@ -25,15 +25,12 @@ constexpr auto kParams =
                    textParam<&Ftp::server, &FtpSettings::user>("user", 0, 30, kPunctuationText),
                    encodedPasswordParam<&Ftp::pass>("pass"),
                    choiceParam<&Ftp::server, &FtpSettings::passive>("passive", kNoYes),
-                   integerParam<&Ftp::seconds>("interval", 10, 86400));
+                   integerParam<&Ftp::seconds>("interval", 10, 86400))
+        .ignoringUnknown();
 
 }  // namespace
 
-class ActionFtpEndpoint final : public StateEndpoint<Ftp> {
- public:
-  ActionFtpEndpoint() : StateEndpoint({kParams, UnknownNames::kIgnore}) {}
-
- private:
+class ActionFtpEndpoint final : public StateEndpoint<kParams> {
   int load() override {
     const int result = read(state.server, state.snapshot);
     if (result != 200) return result;
@@ -65,6 +62,6 @@ class ActionFtpEndpoint final : public StateEndpoint<Ftp> {
   bool isPaced_ = false;
 };
 
-template InfCgilet* create<ActionFtpEndpoint>();
+template void serve<ActionFtpEndpoint>();
 
 }  // namespace camera

@@ -31,15 +31,12 @@ constexpr auto kParams =
                     textParam<&Mail::account, &SmtpSettings::host>("host", 1, 60, kNameText),
                     integerParam<&Mail::account, &SmtpSettings::port>("port", 1, 65535),
                     textParam<&Mail::account, &SmtpSettings::user>("user", 0, 30, kPunctuationText),
-                    encodedPasswordParam<&Mail::pass>("pass"));
+                    encodedPasswordParam<&Mail::pass>("pass"))
+        .ignoringUnknown();
 
 }  // namespace
 
-class ActionMailEndpoint final : public StateEndpoint<Mail> {
- public:
-  ActionMailEndpoint() : StateEndpoint({kParams, UnknownNames::kIgnore}) {}
-
- private:
+class ActionMailEndpoint final : public StateEndpoint<kParams> {
   int load() override {
     const int result = read(state.account);
     if (result == 200) showPassword(state.account.pass, state.pass);
@@ -57,6 +54,6 @@ class ActionMailEndpoint final : public StateEndpoint<Mail> {
   }
 };
 
-template InfCgilet* create<ActionMailEndpoint>();
+template void serve<ActionMailEndpoint>();
 
 }  // namespace camera

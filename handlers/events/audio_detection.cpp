@@ -13,11 +13,8 @@ constexpr auto kParams = paramRows<AudioDetectionSettings>(
 
 }  // namespace
 
-class AudioDetectionEndpoint final : public RecordEndpoint<AudioDetectionSettings> {
- public:
-  AudioDetectionEndpoint() : RecordEndpoint(kParams) {}
-};
+class AudioDetectionEndpoint final : public RecordEndpoint<kParams> {};
 
-template InfCgilet* create<AudioDetectionEndpoint>();
+template void serve<AudioDetectionEndpoint>();
 
 }  // namespace camera

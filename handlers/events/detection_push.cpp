@@ -38,7 +38,7 @@ bool isPirSensitivity(int number) {
 // text to drop.
 template <auto kAccepts, auto... kPath>
 constexpr auto leadingNumberParam(const char* name, const char* accepted) {
-  auto row = paramRow<kPath...>(name, kOwnParam).storingNumber().saying(accepted);
+  auto row = paramRow<kPath...>(name, ParamKind::kOwn).storingNumber().saying(accepted);
   row.take = [](std::string_view value, void* state) {
     using Field = params::ValueOf<kPath...>;
     const int number = leadingInteger(value);
@@ -71,11 +71,7 @@ void watchAll(MotionSettings* motion) {
 
 }  // namespace
 
-class DetectionPushEndpoint final : public StateEndpoint<Detections> {
- public:
-  DetectionPushEndpoint() : StateEndpoint(kParams) {}
-
- private:
+class DetectionPushEndpoint final : public StateEndpoint<kParams> {
   int load() override {
     // Nothing of system is reported, but a camera whose store fails is not well. One record that cannot be
     // read keeps none of the others from being read.
@@ -100,6 +96,6 @@ class DetectionPushEndpoint final : public StateEndpoint<Detections> {
   }
 };
 
-template InfCgilet* create<DetectionPushEndpoint>();
+template void serve<DetectionPushEndpoint>();
 
 }  // namespace camera

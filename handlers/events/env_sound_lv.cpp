@@ -21,6 +21,6 @@ class EnvSoundLevelEndpoint final : public ReadOnlyEndpoint {
   }
 };
 
-template InfCgilet* create<EnvSoundLevelEndpoint>();
+template void serve<EnvSoundLevelEndpoint>();
 
 }  // namespace camera

@@ -22,7 +22,7 @@ struct List {
 
 class EventInfoEndpoint final : public ReadOnlyEndpoint {
  public:
-  EventInfoEndpoint() : ReadOnlyEndpoint(Takes::kNothingIfLoaded) {}
+  EventInfoEndpoint() : ReadOnlyEndpoint(Takes::kChanges) {}
 
  private:
   int load() override { return product() == nullptr ? 500 : 200; }
@@ -60,6 +60,6 @@ class EventInfoEndpoint final : public ReadOnlyEndpoint {
   List handlers_;
 };
 
-template InfCgilet* create<EventInfoEndpoint>();
+template void serve<EventInfoEndpoint>();
 
 }  // namespace camera

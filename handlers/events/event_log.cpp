@@ -24,27 +24,29 @@ void keepDetection(const char* piece, void* context) {
   const std::string_view line = piece;
   const auto* kind = std::find_if(std::begin(kKinds), std::end(kKinds),
                                   [line](const Kind& k) { return line.find(k.phrase) != line.npos; });
-  if (kind != std::end(kKinds)) static_cast<std::string*>(context)->append(kind->mark).append(line);
+  if (kind != std::end(kKinds)) {
+    auto& reply = *static_cast<Reply*>(context);
+    reply.append(kind->mark);
+    reply.append(line);
+  }
 }
-
-constexpr std::array<ParamRow, 0> kNoParams{};
 
 }  // namespace
 
 class EventLogEndpoint final : public Endpoint {
  public:
-  EventLogEndpoint() : Endpoint({kNoParams, UnknownNames::kIgnore}) {}
+  EventLogEndpoint() : Endpoint({.rows = {}, .unknown = UnknownNames::kIgnore}) {}
 
  private:
   // A log that cannot be had is an empty one.
   int load() override {
-    readCommand(kPrintLog, keepDetection, &body);
+    readCommand(kPrintLog, keepDetection, &replyText());
     return 200;
   }
   int apply() override { return 200; }
   int reply() override { return 200; }
 };
 
-template InfCgilet* create<EventLogEndpoint>();
+template void serve<EventLogEndpoint>();
 
 }  // namespace camera

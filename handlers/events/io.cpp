@@ -19,7 +19,7 @@ struct Switches {
 constexpr auto kParams = paramRows<Switches>(
     choiceParam<&Switches::out1>("out1", kOffOn), choiceParam<&Switches::out2>("out2", kOffOn),
     choiceParam<&Switches::out3>("out3", kOffOn), choiceParam<&Switches::out4>("out4", kOffOn));
-static_assert(kParams.size() == kMostLines);
+static_assert(kParams.rows.size() == kMostLines);
 
 // A product's lines as far as the daemon has commands for them.
 int handledLines(std::uint32_t count) {
@@ -28,11 +28,7 @@ int handledLines(std::uint32_t count) {
 
 }  // namespace
 
-class IoEndpoint final : public Endpoint {
- public:
-  IoEndpoint() : Endpoint(ParamTable<Switches>(kParams)) {}
-
- private:
+class IoEndpoint final : public ParamEndpoint<kParams> {
   int load() override {
     const ProductInfo* known = product();
     if (known == nullptr) return 500;
@@ -43,14 +39,14 @@ class IoEndpoint final : public Endpoint {
 
   // What was switched before a failure stays switched.
   int apply() override {
-    for (const ParamRow& row : parameters().subspan(static_cast<std::size_t>(outputs_))) {
-      if (queries.find(row.name) != queries.end()) return fail(400, unknownParam(row.name));
+    for (const ParamRow& row : std::span{kParams.rows}.subspan(static_cast<std::size_t>(outputs_))) {
+      if (queries().find(row.name) != queries().end()) return fail(400, unknownParam(row.name));
     }
     Switches wanted{};
     if (take(&wanted) != 200) return 400;
     const std::int32_t states[] = {wanted.out1, wanted.out2, wanted.out3, wanted.out4};
-    for (std::size_t i = 0; i < kParams.size(); ++i) {
-      if (!given(kParams[i].name)) continue;
+    for (std::size_t i = 0; i < kParams.rows.size(); ++i) {
+      if (!isGiven(i)) continue;
       const std::int32_t first = states[i] != 0 ? kSwitchOutputOn : kSwitchOutputOff;
       if (command(first + static_cast<std::int32_t>(i)) != 200) return 500;
     }
@@ -63,7 +59,7 @@ class IoEndpoint final : public Endpoint {
       const char* name;
       std::int32_t readFirst;
       int count;
-    } kinds[] = {{"in", kReadInput, queries.empty() ? inputs_ : 0}, {"out", kReadOutput, outputs_}};
+    } kinds[] = {{"in", kReadInput, queries().empty() ? inputs_ : 0}, {"out", kReadOutput, outputs_}};
     for (int i = 0; i < kMostLines; ++i) {
       for (const auto& [name, readFirst, count] : kinds) {
         if (i < count && report(name, readFirst, i) != 200) return 500;
@@ -92,6 +88,6 @@ class IoEndpoint final : public Endpoint {
   int outputs_ = 0;
 };
 
-template InfCgilet* create<IoEndpoint>();
+template void serve<IoEndpoint>();
 
 }  // namespace camera

@@ -40,11 +40,7 @@ bool watchesNothing(std::string_view mask) {
 
 }  // namespace
 
-class MotionEndpoint final : public StateEndpoint<Motion> {
- public:
-  MotionEndpoint() : StateEndpoint(kParams) {}
-
- private:
+class MotionEndpoint final : public StateEndpoint<kParams> {
   int load() override {
     if (const int result = read(state.motiond, state.gpio); result != 200) return result;
     const ProductInfo* known = product();
@@ -79,6 +75,6 @@ class MotionEndpoint final : public StateEndpoint<Motion> {
   }
 };
 
-template InfCgilet* create<MotionEndpoint>();
+template void serve<MotionEndpoint>();
 
 }  // namespace camera

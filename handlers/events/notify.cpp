@@ -146,6 +146,6 @@ class NotifyEndpoint final : public ReadOnlyEndpoint {
   Status status_{};
 };
 
-template InfCgilet* create<NotifyEndpoint>();
+template void serve<NotifyEndpoint>();
 
 }  // namespace camera

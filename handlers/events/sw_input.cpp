@@ -14,11 +14,7 @@ constexpr auto kParams =
 
 }  // namespace
 
-class SwInputEndpoint final : public StateEndpoint<SoftwareInput> {
- public:
-  SwInputEndpoint() : StateEndpoint(kParams, Takes::kCommand) {}
-
- private:
+class SwInputEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
   int carryOut(SoftwareInput& wanted) override {
     IpcClient client;
     DaemonAnswer answer;
@@ -28,6 +24,6 @@ class SwInputEndpoint final : public StateEndpoint<SoftwareInput> {
   }
 };
 
-template InfCgilet* create<SwInputEndpoint>();
+template void serve<SwInputEndpoint>();
 
 }  // namespace camera

@@ -26,11 +26,7 @@ constexpr auto kParams =
 
 }  // namespace
 
-class AudioEndpoint final : public StateEndpoint<AudioProfile> {
- public:
-  AudioEndpoint() : StateEndpoint(kParams, Takes::kCommand) {}
-
- private:
+class AudioEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
   int check(AudioProfile& wanted) override {
     const int own = wanted.number - 1;
     if (given("codec") && wanted.codec != own) return refuse("codec", kCodecs[own]);
@@ -42,6 +38,6 @@ class AudioEndpoint final : public StateEndpoint<AudioProfile> {
   int carryOut(AudioProfile& /*wanted*/) override { return 200; }
 };
 
-template InfCgilet* create<AudioEndpoint>();
+template void serve<AudioEndpoint>();
 
 }  // namespace camera

@@ -9,7 +9,9 @@ namespace camera {
 inline constexpr const char* kVolumes[] = {"0", "10", "20", "30", "40", "50", "60", "70", "80", "90", "100"};
 
 template <auto kEnable, auto kVolume>
-inline constexpr auto kAudioSwitchParams = paramRows<AudioSettings>(choiceParam<kEnable>("enable", kNoYes),
-                                                                    choiceParam<kVolume>("volume", kVolumes));
+constexpr auto audioSwitchParams() {
+  return paramRows<AudioSettings>(choiceParam<kEnable>("enable", kNoYes),
+                                  choiceParam<kVolume>("volume", kVolumes));
+}
 
 }  // namespace camera

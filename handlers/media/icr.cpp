@@ -12,11 +12,7 @@ constexpr auto kParams = paramRows<IrSettings>(choiceParam<&IrSettings::icr_mode
 
 }  // namespace
 
-class IcrEndpoint final : public RecordEndpoint<IrSettings> {
- public:
-  IcrEndpoint() : RecordEndpoint(kParams, &ProductInfo::has_icr) {}
-
- private:
+class IcrEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_icr> {
   int check(IrSettings& wanted) override {
     const bool isSwitched = wanted.icr_mode != state.icr_mode;
     if (isSwitched && wanted.icr_mode >= kDay)
@@ -25,6 +21,6 @@ class IcrEndpoint final : public RecordEndpoint<IrSettings> {
   }
 };
 
-template InfCgilet* create<IcrEndpoint>();
+template void serve<IcrEndpoint>();
 
 }  // namespace camera

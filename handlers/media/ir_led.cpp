@@ -11,16 +11,12 @@ constexpr auto kParams = paramRows<IrSettings>(choiceParam<&IrSettings::ir_led>(
 
 }  // namespace
 
-class IrLedEndpoint final : public RecordEndpoint<IrSettings> {
- public:
-  IrLedEndpoint() : RecordEndpoint(kParams, &ProductInfo::has_irled) {}
-
- private:
+class IrLedEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_irled> {
   int check(IrSettings& wanted) override {
     return wanted.icr_mode == kManual ? 200 : refuse("mode", "only while the day/night switch is manual");
   }
 };
 
-template InfCgilet* create<IrLedEndpoint>();
+template void serve<IrLedEndpoint>();
 
 }  // namespace camera

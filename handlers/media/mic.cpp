@@ -2,14 +2,14 @@
 #include "handlers/media/audio_switch.h"
 
 namespace camera {
+namespace {
 
-class MicEndpoint final : public RecordEndpoint<AudioSettings> {
- public:
-  MicEndpoint()
-      : RecordEndpoint(kAudioSwitchParams<&AudioSettings::mic_enable, &AudioSettings::mic_volume>,
-                       &ProductInfo::has_mic) {}
-};
+constexpr auto kParams = audioSwitchParams<&AudioSettings::mic_enable, &AudioSettings::mic_volume>();
 
-template InfCgilet* create<MicEndpoint>();
+}  // namespace
+
+class MicEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_mic> {};
+
+template void serve<MicEndpoint>();
 
 }  // namespace camera

@@ -10,11 +10,8 @@ constexpr auto kParams = paramRows<PrivacySettings>(choiceParam<&PrivacySettings
 
 }  // namespace
 
-class PrivacyEndpoint final : public RecordEndpoint<PrivacySettings> {
- public:
-  PrivacyEndpoint() : RecordEndpoint(kParams, &ProductInfo::has_privacy) {}
-};
+class PrivacyEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_privacy> {};
 
-template InfCgilet* create<PrivacyEndpoint>();
+template void serve<PrivacyEndpoint>();
 
 }  // namespace camera

@@ -16,11 +16,7 @@ constexpr auto kParams =
 
 }  // namespace
 
-class RtspUrlEndpoint final : public StateEndpoint<StreamPath> {
- public:
-  RtspUrlEndpoint() : StateEndpoint(kParams, Takes::kCommand) {}
-
- private:
+class RtspUrlEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
   // The record is read only for a request that makes sense.
   int carryOut(StreamPath& wanted) override {
     if (const int result = read(rtspsvr_); result != 200) return result;
@@ -36,6 +32,6 @@ class RtspUrlEndpoint final : public StateEndpoint<StreamPath> {
   RtspServerSettings rtspsvr_;
 };
 
-template InfCgilet* create<RtspUrlEndpoint>();
+template void serve<RtspUrlEndpoint>();
 
 }  // namespace camera

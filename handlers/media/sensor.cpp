@@ -23,7 +23,8 @@ class SensorEndpoint final : public Endpoint {
 
   void readExposureTimes() {
     exposureTimes_.clear();
-    split(sensor_get_all_max_exposure_time(), " ", exposureTimes_);
+    const std::string times = sensor_get_all_max_exposure_time();
+    for (std::string_view rest = times; !rest.empty();) exposureTimes_.emplace_back(takeUntil(' ', &rest));
     exposureNames_.clear();
     for (const std::string& entry : exposureTimes_) exposureNames_.push_back(exposureTime(entry).data());
     exposures_.names = exposureNames_;
@@ -32,8 +33,8 @@ class SensorEndpoint final : public Endpoint {
   int apply() override {
     ImageSettings wanted = image_;
     for (const Capability& capability : capabilities()) {
-      const auto query = queries.find(capability.parameter);
-      if (query == queries.end() || !sensor_.has(capability)) continue;
+      const auto query = queries().find(capability.parameter);
+      if (query == queries().end() || !sensor_.has(capability)) continue;
       const ValueSet& values = valuesOf(capability);
       const int number = values.numberOf(query->second, image_.*capability.field);
       if (number < 0) return refuse(capability.parameter, values.listAccepted());
@@ -66,6 +67,6 @@ class SensorEndpoint final : public Endpoint {
   ImageSettings image_;
 };
 
-template InfCgilet* create<SensorEndpoint>();
+template void serve<SensorEndpoint>();
 
 }  // namespace camera

@@ -72,6 +72,6 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
   SensorCapabilities sensor_;
 };
 
-template InfCgilet* create<SensorInfoEndpoint>();
+template void serve<SensorInfoEndpoint>();
 
 }  // namespace camera

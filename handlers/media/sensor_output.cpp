@@ -29,7 +29,7 @@ bool isOneOf(std::string_view name, std::string_view list) {
 }
 
 bool takeCurrent(std::string_view value, Output& output) {
-  const int found = indexOf(value, DisplaySystem, kDisplaySystemCount);
+  const int found = indexOf(value, DisplaySystem);
   if (found < 0 || !isOneOf(value, output.supports)) return false;
   output.current = found;
   return true;
@@ -59,11 +59,7 @@ void adapt(ProfileSettings* profiles, int number, const DisplayMode& display) {
 
 }  // namespace
 
-class SensorOutputEndpoint final : public StateEndpoint<Output> {
- public:
-  SensorOutputEndpoint() : StateEndpoint(kParams) {}
-
- private:
+class SensorOutputEndpoint final : public StateEndpoint<kParams> {
   int load() override {
     const std::string text = sensor_get_all_ds();
     if (text.empty() || text.size() > kLongestSupported)
@@ -116,6 +112,6 @@ class SensorOutputEndpoint final : public StateEndpoint<Output> {
   }
 };
 
-template InfCgilet* create<SensorOutputEndpoint>();
+template void serve<SensorOutputEndpoint>();
 
 }  // namespace camera

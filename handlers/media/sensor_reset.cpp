@@ -9,11 +9,7 @@ constexpr auto kParams = paramRows<Confirmation>(confirmationParam("reset"));
 
 }  // namespace
 
-class SensorResetEndpoint final : public StateEndpoint<Confirmation> {
- public:
-  SensorResetEndpoint() : StateEndpoint(kParams, Takes::kCommand) {}
-
- private:
+class SensorResetEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
   // A reset that fails is no failure of the request.
   int carryOut(Confirmation& /*wanted*/) override {
     isDone_ = resetImage() == StoreResult::kDone;
@@ -28,6 +24,6 @@ class SensorResetEndpoint final : public StateEndpoint<Confirmation> {
   bool isDone_ = false;
 };
 
-template InfCgilet* create<SensorResetEndpoint>();
+template void serve<SensorResetEndpoint>();
 
 }  // namespace camera

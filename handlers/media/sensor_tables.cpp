@@ -291,9 +291,11 @@ static_assert(std::size(kDisplayModes) == kDisplaySystemCount);
 // The row of the model, or else that of its base model; null for one without.
 template <class Row>
 const Row* findModel(std::span<const Row> rows, std::string_view model) {
-  for (const bool variants : {false, true}) {
-    for (const Row& row : rows)
-      if (indexOf(model, &row.name, 1, variants) == 0) return &row;
+  for (const Row& row : rows)
+    if (model == row.name) return &row;
+  for (const Row& row : rows) {
+    const std::string_view base = row.name;
+    if (model.starts_with(base) && model.substr(base.size()).starts_with('_')) return &row;
   }
   return nullptr;
 }
@@ -304,7 +306,7 @@ std::vector<const char*> distinct(Words names, Bounds part) {
   const int last = std::min(part.max, static_cast<int>(names.size()) - 1);
   for (int i = part.min; i <= last; ++i) {
     const char* name = names[static_cast<std::size_t>(i)];
-    const bool isKnown = indexOf(name, found.data(), static_cast<int>(found.size())) >= 0;
+    const bool isKnown = indexOf(name, found) >= 0;
     if (!isKnown) found.push_back(name);
   }
   return found;
@@ -325,7 +327,7 @@ int ValueSet::position(int number) const {
 int ValueSet::numberOf(std::string_view value, int stored) const {
   const bool isStored = static_cast<std::size_t>(stored) < names.size() &&
                         value == names[static_cast<std::size_t>(position(stored))];
-  const int found = indexOf(value, names.data(), static_cast<int>(names.size()));
+  const int found = indexOf(value, names);
   if (found >= accepted.min && found <= accepted.max) return isStored ? stored : position(found);
   int number = 0;
   if (!parseInteger(value, numbers.min, numbers.max, &number) || value.front() == '-') return -1;

@@ -2,14 +2,14 @@
 #include "handlers/media/audio_switch.h"
 
 namespace camera {
+namespace {
 
-class SpeakerEndpoint final : public RecordEndpoint<AudioSettings> {
- public:
-  SpeakerEndpoint()
-      : RecordEndpoint(kAudioSwitchParams<&AudioSettings::speaker_enable, &AudioSettings::speaker_volume>,
-                       &ProductInfo::has_speaker) {}
-};
+constexpr auto kParams = audioSwitchParams<&AudioSettings::speaker_enable, &AudioSettings::speaker_volume>();
 
-template InfCgilet* create<SpeakerEndpoint>();
+}  // namespace
+
+class SpeakerEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_speaker> {};
+
+template void serve<SpeakerEndpoint>();
 
 }  // namespace camera

@@ -5,18 +5,14 @@
 namespace camera {
 namespace {
 
-constexpr auto kRows =
+constexpr auto kParams =
     paramRows<HttpServerSettings>(choiceParam<&HttpServerSettings::livevideo>("livevideo", kOffOn),
-                                  choiceParam<&HttpServerSettings::snapshoturl>("snapshoturl", kOffOn));
-constexpr ParamTable<HttpServerSettings> kParams{kRows, UnknownNames::kIgnore, 2};
+                                  choiceParam<&HttpServerSettings::snapshoturl>("snapshoturl", kOffOn))
+        .ignoringUnknown(2);
 
 }  // namespace
 
-class StreamAuthEndpoint final : public RecordEndpoint<HttpServerSettings> {
- public:
-  StreamAuthEndpoint() : RecordEndpoint(kParams) {}
-
- private:
+class StreamAuthEndpoint final : public RecordEndpoint<kParams> {
   // Nothing that this endpoint takes can be a reason to refuse the record.
   int carryOut(HttpServerSettings& wanted) override {
     writeChanged(state, wanted);
@@ -24,6 +20,6 @@ class StreamAuthEndpoint final : public RecordEndpoint<HttpServerSettings> {
   }
 };
 
-template InfCgilet* create<StreamAuthEndpoint>();
+template void serve<StreamAuthEndpoint>();
 
 }  // namespace camera

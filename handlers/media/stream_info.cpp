@@ -22,7 +22,7 @@ constexpr struct {
 
 class StreamInfoEndpoint final : public ReadOnlyEndpoint {
  public:
-  StreamInfoEndpoint() : ReadOnlyEndpoint(Takes::kNothingIfLoaded) {}
+  StreamInfoEndpoint() : ReadOnlyEndpoint(Takes::kChanges) {}
 
  private:
   int load() override {
@@ -137,6 +137,6 @@ class StreamInfoEndpoint final : public ReadOnlyEndpoint {
   const DisplayMode* display_ = nullptr;
 };
 
-template InfCgilet* create<StreamInfoEndpoint>();
+template void serve<StreamInfoEndpoint>();
 
 }  // namespace camera

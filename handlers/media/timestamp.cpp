@@ -12,11 +12,8 @@ constexpr auto kParams =
 
 }  // namespace
 
-class TimeStampEndpoint final : public RecordEndpoint<OsdSettings> {
- public:
-  TimeStampEndpoint() : RecordEndpoint(kParams) {}
-};
+class TimeStampEndpoint final : public RecordEndpoint<kParams> {};
 
-template InfCgilet* create<TimeStampEndpoint>();
+template void serve<TimeStampEndpoint>();
 
 }  // namespace camera

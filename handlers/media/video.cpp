@@ -76,16 +76,12 @@ std::string codecsIn(Codecs set, bool hasH264) {
 
 }  // namespace
 
-class VideoEndpoint final : public Endpoint {
- public:
-  VideoEndpoint() : Endpoint(ParamTable<Video>(kParams), Takes::kCommand) {}
-
- private:
+class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   // Nothing is read for a request that names no profile.
   int apply() override {
-    const auto id = queries.find("profileid");
-    if (id == queries.end()) return 400;
-    if (!parseInteger(id->second, 1, kProfiles, &video_.id)) return refuse(id->first);
+    const auto id = queries().find("profileid");
+    if (id == queries().end()) return refuseMissing();
+    if (!parseInteger(id->second, 1, kProfiles, &video_.id)) return refuse("profileid");
     const int result = readCamera();
     return result == 200 ? change() : result;
   }
@@ -189,6 +185,6 @@ class VideoEndpoint final : public Endpoint {
   Video video_{};
 };
 
-template InfCgilet* create<VideoEndpoint>();
+template void serve<VideoEndpoint>();
 
 }  // namespace camera

@@ -8,6 +8,6 @@ class AutoPanEndpoint final : public SweepEndpoint {
   AutoPanEndpoint() : SweepEndpoint(PtzCode::kStartAutoPan) {}
 };
 
-template InfCgilet* create<AutoPanEndpoint>();
+template void serve<AutoPanEndpoint>();
 
 }  // namespace camera

@@ -8,6 +8,6 @@ class AutoPatrolEndpoint final : public SweepEndpoint {
   AutoPatrolEndpoint() : SweepEndpoint(PtzCode::kStartPatrol) {}
 };
 
-template InfCgilet* create<AutoPatrolEndpoint>();
+template void serve<AutoPatrolEndpoint>();
 
 }  // namespace camera

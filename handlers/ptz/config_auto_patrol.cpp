@@ -28,11 +28,7 @@ int stopAt(const PtzPresets& presets, std::string_view name) {
 
 }  // namespace
 
-class ConfigAutoPatrolEndpoint final : public PtzEndpoint<StateEndpoint<Patrol>> {
- public:
-  ConfigAutoPatrolEndpoint() : PtzEndpoint(kParams) {}
-
- private:
+class ConfigAutoPatrolEndpoint final : public PtzEndpoint<StateEndpoint<kParams>> {
   int load() override {
     int result = require(&ProductInfo::has_pan_tilt);
     if (result == 200) result = read(state.route);
@@ -46,7 +42,7 @@ class ConfigAutoPatrolEndpoint final : public PtzEndpoint<StateEndpoint<Patrol>>
     for (int count = 0; !rest.empty() && count < kMostStops;) {
       const std::string_view name = takeUntil(',', &rest);
       if (name.empty()) continue;
-      const int stop = lengthWithin(name, 1, kMostPresetName) < 0 ? 0 : stopAt(presets_, name);
+      const int stop = hasLength(name, 1, kMostPresetName) ? stopAt(presets_, name) : 0;
       if (stop == 0) return refuse("presets", "names of ptz_preset_list.cgi, separated by commas");
       appendItem(&stops, Decimal(stop).text());
       ++count;
@@ -80,6 +76,6 @@ class ConfigAutoPatrolEndpoint final : public PtzEndpoint<StateEndpoint<Patrol>>
   PtzPresets presets_{};
 };
 
-template InfCgilet* create<ConfigAutoPatrolEndpoint>();
+template void serve<ConfigAutoPatrolEndpoint>();
 
 }  // namespace camera

@@ -1,11 +1,11 @@
 // The names of presets: read from the daemon's table, and told as a list.
 #pragma once
 
-#include <cstring>
 #include <string>
 #include <string_view>
 
 #include "handlers/ptz/ptz_channel.h"
+#include "platform/text.h"
 
 namespace camera {
 
@@ -13,7 +13,7 @@ inline constexpr int kMostPresetName = 15;  // characters of a name that a reque
 
 // Empty: an unused slot.
 inline std::string_view nameOf(const PtzPreset& preset) {
-  return {preset.name, strnlen(preset.name, sizeof preset.name)};
+  return textOf(preset.name);
 }
 
 inline void appendItem(std::string* list, std::string_view item) {

@@ -21,11 +21,7 @@ constexpr auto kParams = paramRows<Order>(choiceParam<&Order::direction>("direct
 
 }  // namespace
 
-class PtzDirectionEndpoint final : public PtzEndpoint<StateEndpoint<Order>> {
- public:
-  PtzDirectionEndpoint() : PtzEndpoint(kParams, Takes::kCommand) {}
-
- private:
+class PtzDirectionEndpoint final : public PtzEndpoint<StateEndpoint<kParams, Takes::kCommand>> {
   int carryOut(Order& wanted) override {
     if (wanted.direction == kNowhere) return 200;
     if (wanted.direction == kStop) return resultOf(ptzCommand(PtzCode::kStop));
@@ -36,6 +32,6 @@ class PtzDirectionEndpoint final : public PtzEndpoint<StateEndpoint<Order>> {
   }
 };
 
-template InfCgilet* create<PtzDirectionEndpoint>();
+template void serve<PtzDirectionEndpoint>();
 
 }  // namespace camera

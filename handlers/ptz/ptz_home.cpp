@@ -17,11 +17,7 @@ constexpr auto kParams =
 
 }  // namespace
 
-class PtzHomeEndpoint final : public PtzTargetEndpoint {
- public:
-  PtzHomeEndpoint() : PtzTargetEndpoint(kParams) {}
-
- private:
+class PtzHomeEndpoint final : public PtzTargetEndpoint<kParams> {
   int carryOut(PtzTarget& wanted) override {
     switch (wanted.act) {
       case kSet:
@@ -50,6 +46,6 @@ class PtzHomeEndpoint final : public PtzTargetEndpoint {
   }
 };
 
-template InfCgilet* create<PtzHomeEndpoint>();
+template void serve<PtzHomeEndpoint>();
 
 }  // namespace camera

@@ -18,6 +18,6 @@ class PtzInfoEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   PtzLimits limits_{};
 };
 
-template InfCgilet* create<PtzInfoEndpoint>();
+template void serve<PtzInfoEndpoint>();
 
 }  // namespace camera

@@ -8,11 +8,7 @@ constexpr auto kParams = paramRows<PtzTarget>(kPanParam, kTiltParam, ignoredPara
 
 }  // namespace
 
-class PtzMoveEndpoint final : public PtzTargetEndpoint {
- public:
-  PtzMoveEndpoint() : PtzTargetEndpoint(kParams) {}
-
- private:
+class PtzMoveEndpoint final : public PtzTargetEndpoint<kParams> {
   int carryOut(PtzTarget& wanted) override {
     PtzPosition target{};
     const bool moves = given("p") || given("t");
@@ -22,13 +18,13 @@ class PtzMoveEndpoint final : public PtzTargetEndpoint {
   // The head may still be on its way: the reply is where it goes.
   int reply() override {
     PtzPosition current{};
-    if (queries.empty() && !aim(&state, &current)) return resultOf(false);
+    if (queries().empty() && !aim(&state, &current)) return resultOf(false);
     StateEndpoint::reply();
     replyZoom();
     return 200;
   }
 };
 
-template InfCgilet* create<PtzMoveEndpoint>();
+template void serve<PtzMoveEndpoint>();
 
 }  // namespace camera

@@ -9,11 +9,7 @@ constexpr auto kParams = paramRows<PtzStep>(integerParam<&PtzStep::pan>("p", -32
 
 }  // namespace
 
-class PtzMoveRelEndpoint final : public PtzEndpoint<StateEndpoint<PtzStep>> {
- public:
-  PtzMoveRelEndpoint() : PtzEndpoint(kParams, Takes::kCommand) {}
-
- private:
+class PtzMoveRelEndpoint final : public PtzEndpoint<StateEndpoint<kParams, Takes::kCommand>> {
   int carryOut(PtzStep& wanted) override {
     return given("p") || given("t") ? resultOf(ptzStep(&wanted)) : 200;
   }
@@ -26,6 +22,6 @@ class PtzMoveRelEndpoint final : public PtzEndpoint<StateEndpoint<PtzStep>> {
   }
 };
 
-template InfCgilet* create<PtzMoveRelEndpoint>();
+template void serve<PtzMoveRelEndpoint>();
 
 }  // namespace camera

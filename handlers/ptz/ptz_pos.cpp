@@ -17,6 +17,6 @@ class PtzPosEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   PtzLimits limits_{};
 };
 
-template InfCgilet* create<PtzPosEndpoint>();
+template void serve<PtzPosEndpoint>();
 
 }  // namespace camera

@@ -32,11 +32,7 @@ int slotFor(const Order& order, const PtzPresets& presets) {
 
 }  // namespace
 
-class PtzPresetEndpoint final : public PtzEndpoint<StateEndpoint<Order>> {
- public:
-  PtzPresetEndpoint() : PtzEndpoint(kParams, Takes::kCommand) {}
-
- private:
+class PtzPresetEndpoint final : public PtzEndpoint<StateEndpoint<kParams, Takes::kCommand>> {
   int carryOut(Order& wanted) override {
     PtzPresets presets{};
     if (!ptzCommand(PtzCode::kReadPresets, &presets)) return resultOf(false);
@@ -50,6 +46,6 @@ class PtzPresetEndpoint final : public PtzEndpoint<StateEndpoint<Order>> {
   }
 };
 
-template InfCgilet* create<PtzPresetEndpoint>();
+template void serve<PtzPresetEndpoint>();
 
 }  // namespace camera

@@ -30,6 +30,6 @@ class PtzPresetListEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   }
 };
 
-template InfCgilet* create<PtzPresetListEndpoint>();
+template void serve<PtzPresetListEndpoint>();
 
 }  // namespace camera

@@ -25,17 +25,16 @@ inline constexpr auto kPanParam =
 inline constexpr auto kTiltParam =
     integerParam<&PtzTarget::tilt>("t", 0, 0).within<tiltBounds>("tmin to tmax of ptz_info.cgi");
 
-class PtzTargetEndpoint : public PtzEndpoint<StateEndpoint<PtzTarget>> {
+template <const auto& kParams>
+class PtzTargetEndpoint : public PtzEndpoint<StateEndpoint<kParams>> {
  protected:
-  using PtzEndpoint::PtzEndpoint;
-
-  bool ask() override { return ptzCommand(PtzCode::kReadLimits, &state.limits); }
+  bool ask() override { return ptzCommand(PtzCode::kReadLimits, &this->state.limits); }
 
   // Completes the target by where the head is, and tells it as the daemon sees it. False when a command
   // failed.
   bool aim(PtzTarget* target, PtzPosition* daemons) {
-    const bool hasPan = given("p");
-    const bool hasTilt = given("t");
+    const bool hasPan = this->given("p");
+    const bool hasTilt = this->given("t");
     if (!(hasPan && hasTilt) && !ptzCommand(PtzCode::kReadPosition, daemons)) return false;
     if (hasPan) {
       daemons->pan = mirrorPan(target->limits, target->pan);

@@ -12,9 +12,9 @@ enum SweepAct : std::int32_t { kLeaveSweep, kStartSweep, kStopSweep };
 inline constexpr const char* kSweepActs[] = {"", "go", "stop"};
 inline constexpr auto kSweepParams = paramRows<Sweep>(choiceParam<&Sweep::act>("act", kSweepActs).required());
 
-class SweepEndpoint : public PtzEndpoint<StateEndpoint<Sweep>> {
+class SweepEndpoint : public PtzEndpoint<StateEndpoint<kSweepParams, Takes::kCommand>> {
  protected:
-  explicit SweepEndpoint(PtzCode start) : PtzEndpoint(kSweepParams, Takes::kCommand), start_(start) {}
+  explicit SweepEndpoint(PtzCode start) : start_(start) {}
 
  private:
   int carryOut(Sweep& wanted) override {

@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include "framework/common_api.h"
 #include "handlers/storage/card_endpoint.h"
 #include "platform/card/card.h"
 #include "platform/store/records/system.h"
@@ -37,16 +36,14 @@ constexpr auto cardPathParam(const char* name, int min) {
       .also(staysBelow, min == 0 ? "a path without ../" : "a path without ../, not empty");
 }
 
-class CardFilesEndpoint : public CardEndpoint<Endpoint> {
+template <const auto& kParams, Takes kTakes = Takes::kChanges>
+class CardFilesEndpoint : public CardEndpoint<ParamEndpoint<kParams, kTakes>> {
  protected:
-  explicit CardFilesEndpoint(const ParamList& params, Takes takes = Takes::kChanges)
-      : CardEndpoint(params, takes) {
-    keepsBytes = true;
-  }
+  CardFilesEndpoint() { this->keepsBytes = true; }
 
   int load() override {
-    const int result = CardEndpoint::load();
-    return result == 200 ? read(system_) : result;
+    const int result = CardEndpoint<ParamEndpoint<kParams, kTakes>>::load();
+    return result == 200 ? this->read(system_) : result;
   }
 
   ProductFolder productFolder() const { return {.model = system_.model}; }

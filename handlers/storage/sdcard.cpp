@@ -5,7 +5,7 @@ namespace camera {
 
 class SdcardEndpoint final : public CardEndpoint<ReadOnlyEndpoint> {
  public:
-  SdcardEndpoint() : CardEndpoint(Takes::kNothingIfLoaded) {}
+  SdcardEndpoint() : CardEndpoint(Takes::kChanges) {}
 
  private:
   int reply() override {
@@ -14,6 +14,6 @@ class SdcardEndpoint final : public CardEndpoint<ReadOnlyEndpoint> {
   }
 };
 
-template InfCgilet* create<SdcardEndpoint>();
+template void serve<SdcardEndpoint>();
 
 }  // namespace camera

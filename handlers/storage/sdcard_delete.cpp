@@ -26,11 +26,7 @@ constexpr std::string_view kEndsOfName = ":|/";
 
 }  // namespace
 
-class SdcardDeleteEndpoint final : public CardFilesEndpoint {
- public:
-  SdcardDeleteEndpoint() : CardFilesEndpoint(ParamTable<Wanted>(kParams)) {}
-
- private:
+class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
   int apply() override { return take(&wanted_); }
 
   int reply() override {
@@ -45,7 +41,7 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint {
     if (const int result = readCard(); result != 200) return result;
     pair("sd_status", cardWord());
     pair("num", deleted_);
-    pair("path", strongEncode(wanted_.path));
+    pair("path", shellQuoted(wanted_.path));
     pair("items", results_);
     return 200;
   }
@@ -106,7 +102,7 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint {
 
   bool removeFolder(const std::string& entry) const {
     const std::string path = std::string{kCardFolder}.append(productFolder().model) + '/' + entry;
-    const std::string command = "rm -rf '" + strongEncode(path) + "'";
+    const std::string command = "rm -rf '" + shellQuoted(path) + "'";
     return command.size() <= kMostOfCommand && runShell(command.c_str()) == 0;
   }
 
@@ -119,6 +115,6 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint {
   std::int32_t deleted_ = 0;
 };
 
-template InfCgilet* create<SdcardDeleteEndpoint>();
+template void serve<SdcardDeleteEndpoint>();
 
 }  // namespace camera

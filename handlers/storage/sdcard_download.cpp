@@ -1,7 +1,6 @@
 // sdcard_download.cgi: sends the client on to a file of the SD card.
-#include <cstdio>
-
 #include "handlers/storage/card_files.h"
+#include "platform/shell.h"
 
 namespace camera {
 namespace {
@@ -29,33 +28,23 @@ std::string percentEncoded(std::string_view path) {
   return encoded;
 }
 
-void redirect(std::string_view path) {
-  const std::string header =
-      "Cache-Control: no-cache, no-store, must-revalidate\r\nPragma: no-cache\r\nConnection: close\r\n"
-      "Location: /volumes/local/" +
-      percentEncoded(path) + "\r\n";
-  // A reader that has gone is no failure of ours.
-  static_cast<void>(std::fwrite(header.data(), 1, header.size(), stdout));
-}
-
 }  // namespace
 
-class SdcardDownloadEndpoint final : public CardFilesEndpoint {
- public:
-  SdcardDownloadEndpoint() : CardFilesEndpoint(ParamTable<Wanted>(kParams), Takes::kCommand) {}
-
- private:
+class SdcardDownloadEndpoint final : public CardFilesEndpoint<kParams, Takes::kCommand> {
   int apply() override { return take(&wanted_); }
 
   int reply() override {
     std::string file;
     const Result result = find(&file);
     if (result == kFound) {
-      redirect(file);
+      replyText().header("Cache-Control: no-cache, no-store, must-revalidate");
+      replyText().header("Pragma: no-cache");
+      replyText().header("Connection: close");
+      replyText().header("Location: /volumes/local/" + percentEncoded(file));
       return 307;
     }
-    pair("path", strongEncode(wanted_.path));
-    pair("file", strongEncode(wanted_.file));
+    pair("path", shellQuoted(wanted_.path));
+    pair("file", shellQuoted(wanted_.file));
     pair("result", result);
     return 200;
   }
@@ -76,6 +65,6 @@ class SdcardDownloadEndpoint final : public CardFilesEndpoint {
   Wanted wanted_;
 };
 
-template InfCgilet* create<SdcardDownloadEndpoint>();
+template void serve<SdcardDownloadEndpoint>();
 
 }  // namespace camera

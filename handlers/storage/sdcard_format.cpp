@@ -29,11 +29,7 @@ void makeProductFolder(std::string_view model) {
 
 }  // namespace
 
-class SdcardFormatEndpoint final : public CardEndpoint<StateEndpoint<Confirmation>> {
- public:
-  SdcardFormatEndpoint() : CardEndpoint(kParams, Takes::kCommand) {}
-
- private:
+class SdcardFormatEndpoint final : public CardEndpoint<StateEndpoint<kParams, Takes::kCommand>> {
   int load() override { return require(&ProductInfo::has_sdcard); }
 
   int carryOut(Confirmation& /*wanted*/) override {
@@ -65,6 +61,6 @@ class SdcardFormatEndpoint final : public CardEndpoint<StateEndpoint<Confirmatio
   }
 };
 
-template InfCgilet* create<SdcardFormatEndpoint>();
+template void serve<SdcardFormatEndpoint>();
 
 }  // namespace camera

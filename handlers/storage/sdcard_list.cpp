@@ -3,6 +3,7 @@
 #include <cerrno>
 
 #include "handlers/storage/card_files.h"
+#include "platform/shell.h"
 
 namespace camera {
 namespace {
@@ -36,11 +37,7 @@ void addItem(std::string* items, std::string_view name, std::string_view type, s
 
 }  // namespace
 
-class SdcardListEndpoint final : public CardFilesEndpoint {
- public:
-  SdcardListEndpoint() : CardFilesEndpoint(ParamTable<Wanted>(kParams)) {}
-
- private:
+class SdcardListEndpoint final : public CardFilesEndpoint<kParams> {
   int apply() override { return take(&wanted_); }
 
   int reply() override {
@@ -99,7 +96,7 @@ class SdcardListEndpoint final : public CardFilesEndpoint {
   void replyPage() {
     pair("sd_status", cardWord());
     if (wanted_.type >= 0) pair("type", kTypes[wanted_.type]);
-    pair("path", strongEncode(wanted_.path));
+    pair("path", shellQuoted(wanted_.path));
     pair("page", wanted_.page);
     pair("pagesize", wanted_.pageSize);
     pair("total_file", totalFiles_);
@@ -116,6 +113,6 @@ class SdcardListEndpoint final : public CardFilesEndpoint {
   std::string items_;
 };
 
-template InfCgilet* create<SdcardListEndpoint>();
+template void serve<SdcardListEndpoint>();
 
 }  // namespace camera

@@ -22,11 +22,7 @@ std::string privileges(const ProductInfo& product) {
 
 }  // namespace
 
-class GroupListEndpoint final : public Endpoint {
- public:
-  GroupListEndpoint() : Endpoint(ParamTable<Selection>(kParams)) {}
-
- private:
+class GroupListEndpoint final : public ParamEndpoint<kParams> {
   int load() override { return read(account_); }
 
   int apply() override { return take(&selection_); }
@@ -58,6 +54,6 @@ class GroupListEndpoint final : public Endpoint {
   Selection selection_{kNoGroup};
 };
 
-template InfCgilet* create<GroupListEndpoint>();
+template void serve<GroupListEndpoint>();
 
 }  // namespace camera

@@ -11,7 +11,8 @@ struct Wanted {
 
 constexpr auto kParams =
     paramRows<Wanted>(textParam<&Wanted::names>("name", 1, INT32_MAX, "", kAnyBytes)
-                          .saying("names of ordinary accounts, each once, separated by commas"));
+                          .saying("names of ordinary accounts, each once, separated by commas"))
+        .ignoringUnknown(1);
 
 void empty(AccountSettings* account, int slot) {
   setText(account->user_name[slot], "");
@@ -34,11 +35,7 @@ void closeGaps(AccountSettings* account) {
 
 }  // namespace
 
-class UserDelEndpoint final : public Endpoint {
- public:
-  UserDelEndpoint() : Endpoint(ParamTable<Wanted>(kParams, UnknownNames::kIgnore, 1), Takes::kCommand) {}
-
- private:
+class UserDelEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   int load() override { return read(account_); }
 
   int apply() override {
@@ -46,11 +43,10 @@ class UserDelEndpoint final : public Endpoint {
     if (take(&wanted) != 200) return 400;
     if (account_.user_count == 0) return fail(400, "name: there are no ordinary accounts");
     names_ = wanted.names;
-    std::vector<std::string> pieces;
-    split(names_, ",", pieces);
     AccountSettings changed = account_;
     int deleted = 0;
-    for (const std::string& name : pieces) {
+    for (std::string_view rest = names_; !rest.empty();) {
+      const std::string_view name = takeUntil(',', &rest);
       if (name.empty()) continue;
       const int slot = name == account_.admin_name ? -1 : findUser(changed, name);
       if (slot < 0) return refuse("name");
@@ -72,6 +68,6 @@ class UserDelEndpoint final : public Endpoint {
   std::string names_;
 };
 
-template InfCgilet* create<UserDelEndpoint>();
+template void serve<UserDelEndpoint>();
 
 }  // namespace camera

@@ -14,11 +14,7 @@ constexpr auto kParams = paramRows<Selection>(textParam<&Selection::name>("name"
 
 }  // namespace
 
-class UserListEndpoint final : public Endpoint {
- public:
-  UserListEndpoint() : Endpoint(ParamTable<Selection>(kParams)) {}
-
- private:
+class UserListEndpoint final : public ParamEndpoint<kParams> {
   int load() override { return read(account_); }
 
   int apply() override {
@@ -49,6 +45,6 @@ class UserListEndpoint final : public Endpoint {
   Group group_ = kNoGroup;  // of the selected account
 };
 
-template InfCgilet* create<UserListEndpoint>();
+template void serve<UserListEndpoint>();
 
 }  // namespace camera

@@ -1,6 +1,8 @@
 // user_mod.cgi: creates an ordinary account, renames an account, changes a password.
 #include <algorithm>
+#include <optional>
 
+#include "framework/base64.h"
 #include "handlers/endpoint.h"
 #include "handlers/users/accounts.h"
 #include "platform/store/records/system.h"
@@ -17,28 +19,18 @@ constexpr int kMostUsers = static_cast<int>(std::extent_v<decltype(AccountSettin
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
-struct Password {
-  char text[64];
-};
-
 // White space in the base64 text does not count.
-bool decode(std::string_view encoded, Password* password) {
+std::optional<std::string> decode(std::string_view encoded) {
   std::string compact{encoded};
   std::erase_if(compact, [](char c) { return kBlanks.find(c) != kBlanks.npos; });
-  const int length = CommonAPI::b64_decode(compact, password->text, sizeof password->text);
-  return length >= 0 && length <= 30 &&
-         consistsOf({password->text, static_cast<std::size_t>(length)}, kAlnum, kPunctuationText);
+  std::optional<std::string> password = decodeBase64(compact);
+  const bool isPassword =
+      password && hasLength(*password, 0, 30) && consistsOf(*password, kAlnum, kPunctuationText);
+  return isPassword ? password : std::nullopt;
 }
 
 bool isEncoded(std::string_view encoded) {
-  Password password;
-  return decode(encoded, &password);
-}
-
-std::string encode(const char* password) {
-  char encoded[64];
-  CommonAPI::b64_encode(password, std::strlen(password), encoded, sizeof encoded);
-  return encoded;
+  return decode(encoded).has_value();
 }
 
 struct Wanted {
@@ -57,11 +49,7 @@ constexpr auto kParams = paramRows<Wanted>(
 
 }  // namespace
 
-class UserModEndpoint final : public Endpoint {
- public:
-  UserModEndpoint() : Endpoint(ParamTable<Wanted>(kParams), Takes::kCommand) {}
-
- private:
+class UserModEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   int load() override { return read(account_, system_); }
 
   int apply() override {
@@ -72,14 +60,13 @@ class UserModEndpoint final : public Endpoint {
     isAdmin_ = wanted.name == account_.admin_name;
     if (wanted.group == (isAdmin_ ? kUsers : kAdministrator))
       return refuse("group", "not that of the account");
-    Password password{};
-    decode(wanted.encoded, &password);
+    const std::string password = decode(wanted.encoded).value_or("");
     AccountSettings changed = account_;
-    int result = brand() == kLarkmoor && given("password") ? checkPassword(password.text) : 200;
+    int result = brand() == kLarkmoor && given("password") ? checkPassword(password) : 200;
     if (result == 200) result = isAdmin_ ? changeAdmin(wanted, &changed) : changeUser(wanted, &changed);
     if (result != 200) return result;
     if (given("password"))
-      setText(isAdmin_ ? changed.admin_password : changed.user_password[slot_], password.text);
+      setText(isAdmin_ ? changed.admin_password : changed.user_password[slot_], password);
     writeChanged(account_, changed);
     result = commit();
     if (result == 200) account_ = changed;
@@ -92,7 +79,7 @@ class UserModEndpoint final : public Endpoint {
     if (isAdmin_) {
       const ProductInfo* known = product();
       if (known == nullptr) return 500;
-      if (known->hasModule(kLongPasswordModule) && lengthWithin(password, 8, 16) < 0)
+      if (known->hasModule(kLongPasswordModule) && !hasLength(password, 8, 16))
         return refuse("password", "8 to 16 letters, digits, ! # $ % @, in base64");
     }
     return consistsOf(password, kAlnum, kLarkmoorText)
@@ -130,7 +117,7 @@ class UserModEndpoint final : public Endpoint {
 
   int reply() override {
     pair("name", isAdmin_ ? account_.admin_name : account_.user_name[slot_]);
-    pair("password", encode(isAdmin_ ? account_.admin_password : account_.user_password[slot_]));
+    pair("password", encodeBase64(isAdmin_ ? account_.admin_password : account_.user_password[slot_]));
     pair("group", kGroups[isAdmin_ ? kAdministrator : kUsers]);
     return 200;
   }
@@ -141,6 +128,6 @@ class UserModEndpoint final : public Endpoint {
   int slot_ = 0;  // of an ordinary account
 };
 
-template InfCgilet* create<UserModEndpoint>();
+template void serve<UserModEndpoint>();
 
 }  // namespace camera

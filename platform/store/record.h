@@ -9,6 +9,7 @@
 #include <span>
 #include <type_traits>
 
+#include "platform/store/field.h"
 #include "platform/store/record_list.h"
 
 namespace camera {
@@ -17,13 +18,6 @@ enum class StoreResult : int {
   kDone = 0,
   kRefused = 1,  // a text without an end, a value outside its bounds, or a decision on stale values
   kFailed = 2,   // refused by the operating system, or the stored file is not what the store wrote
-};
-
-enum class FieldKind : std::uint8_t {
-  kByte,      // unsigned 8-bit number
-  kInteger,   // signed 32-bit number
-  kText,      // NUL-terminated text in a fixed-size array
-  kReserved,  // bytes that no endpoint uses; they pass through unchanged
 };
 
 // One field. Every byte of a record belongs to exactly one.

@@ -59,4 +59,12 @@ std::string firstInvalid(const RecordInfo& info, const void* record) {
   return invalid;
 }
 
+Bounds boundsAt(const RecordInfo& info, std::ptrdiff_t offset) {
+  const Field* found = &info.fields.front();
+  for (const Field& field : info.fields) {
+    if (field.offset <= offset) found = &field;
+  }
+  return {found->min, found->max};
+}
+
 }  // namespace camera

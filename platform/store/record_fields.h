@@ -22,6 +22,9 @@ std::int32_t elementNumber(const Field& field, const void* element);
 // Texts are compared up to their NUL.
 bool sameElement(const Field& field, const void* left, const void* right);
 
+// The bounds of the field that holds the byte at that offset.
+Bounds boundsAt(const RecordInfo& info, std::ptrdiff_t offset);
+
 // Copies an element; of a text, what follows the NUL becomes zero.
 void copyElement(const Field& field, void* to, const void* from);
 

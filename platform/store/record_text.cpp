@@ -103,6 +103,8 @@ bool parseKind(const Field& field, std::string_view text, Bytes* element) {
       return parseNumber<std::uint8_t>(text, element);
     case FieldKind::kInteger:
       return parseNumber<std::int32_t>(text, element);
+    case FieldKind::kView:
+      break;
   }
   return false;
 }

@@ -1,23 +1,15 @@
-// Reading a request: query string, form body, and what is refused before an endpoint sees it.
-#include "framework/cgilet.h"
+// Reading a request: query string and form body; and the bytes of a reply.
+#include "framework/request.h"
+
+#include <gtest/gtest.h>
+
+#include "framework/reply.h"
 #include "tests/support/cgi_run.h"
 
 namespace camera::test {
 namespace {
 
 using namespace std::string_literals;
-
-// Answers its parameters back, so that a reply shows what was read.
-class EchoEndpoint final : public InfCgilet {
- public:
-  void onLoad() override { status = 200; }
-  void onApply() override { applied = true; }
-  void onReply() override {
-    for (const auto& [name, value] : queries) pair(name, value);
-    infOK();
-  }
-  bool applied = false;
-};
 
 TEST(Form, ReadsAsTheUrlStandardDoes) {
   const std::pair<const char*, Queries> rows[] = {
@@ -40,52 +32,54 @@ TEST(Form, ReadsAsTheUrlStandardDoes) {
 }
 
 TEST(Request, ReadsABodyOnlyWhenItIsAFormOfTheLengthItSays) {
-  constexpr char kForm[] = "error=400\nmessage=body: a POST of type application/x-www-form-urlencoded\n";
-  constexpr char kLength[] = "error=400\nmessage=body: at most 65536 bytes\n";
-  constexpr char kShort[] = "error=400\nmessage=body: shorter than its Content-Length\n";
+  constexpr char kForm[] = "body: a POST of type application/x-www-form-urlencoded";
+  constexpr char kLength[] = "body: at most 65536 bytes";
+  constexpr char kShort[] = "body: shorter than its Content-Length";
   const std::string longest = "a=" + std::string(64 * 1024 - 2, 'x');
-  // The body, what differs from the environment of a true POSTed form, and the reply.
-  std::vector<std::tuple<std::string, std::map<std::string, std::string>, std::string>> rows = {
-      {"a=1", {{"CONTENT_TYPE", " \tApplication/X-WWW-Form-Urlencoded\t ; charset=utf-8"}}, "a=1\n"},
-      {"a=1", {{"QUERY_STRING", "a=0&b=2"}}, "a=1\nb=2\n"},
-      {"a=1", {{"CONTENT_LENGTH", "2"}}, "a=\n"},  // a server may hand over more than the form
-      {"", {{"CONTENT_LENGTH", ""}}, ""},
-      {longest, {}, longest + "\n"},
-      {longest + "x", {}, kLength},
-      {"a=1", {{"CONTENT_TYPE", "text/plain"}}, kForm},
-      {"a=1", {{"CONTENT_TYPE", ""}}, kForm},
-      {"a=1", {{"REQUEST_METHOD", "PUT"}}, kForm},
-      {"a=1", {{"CONTENT_LENGTH", "4"}, {"QUERY_STRING", "b=2"}}, kShort},
-      {"a=1", {{"CONTENT_LENGTH", "-3"}}, kLength},
-      {"a=1", {{"CONTENT_LENGTH", "99999999999999999999"}}, kLength},
+  const Queries one{{"a", "1"}};
+  const Queries none;
+  // The body, what differs from the environment of a true POSTed form, the parameters and the error.
+  using Changes = std::map<std::string, std::string>;
+  const std::vector<std::tuple<std::string, Changes, Queries, std::string>> rows = {
+      {"a=1", {{"CONTENT_TYPE", " \tApplication/X-WWW-Form-Urlencoded\t ; charset=utf-8"}}, one, ""},
+      {"a=1", {{"QUERY_STRING", "a=0&b=2"}}, {{"a", "1"}, {"b", "2"}}, ""},
+      {"a=1", {{"CONTENT_LENGTH", "2"}}, {{"a", ""}}, ""},  // a server may hand over more than the form
+      {"", {{"CONTENT_LENGTH", ""}}, none, ""},
+      {longest, {}, {{"a", longest.substr(2)}}, ""},
+      {longest + "x", {}, none, kLength},
+      {"", {{"QUERY_STRING", longest}}, {{"a", longest.substr(2)}}, ""},
+      {"", {{"QUERY_STRING", longest + "x"}}, none, "query: at most 65536 bytes"},
+      {"a=1", {{"CONTENT_TYPE", "text/plain"}}, none, kForm},
+      {"a=1", {{"CONTENT_TYPE", ""}}, none, kForm},
+      {"a=1", {{"REQUEST_METHOD", "PUT"}}, none, kForm},
+      {"a=1", {{"CONTENT_LENGTH", "4"}, {"QUERY_STRING", "b=2"}}, none, kShort},
+      {"a=1", {{"CONTENT_LENGTH", "-3"}}, none, kLength},
+      {"a=1", {{"CONTENT_LENGTH", "99999999999999999999"}}, none, kLength},
   };
-  for (const auto& [body, changes, reply] : rows) {
+  for (const auto& [body, changes, params, error] : rows) {
     CgiInput input = post(body);
     for (const auto& [name, value] : changes) input.environment[name] = value;
-    EchoEndpoint cgilet;
-    const std::string response = capture(input, [&] { serve(cgilet); });
-    EXPECT_EQ(response.substr(response.find("\r\n\r\n") + 4), reply) << testing::PrintToString(changes);
-    EXPECT_EQ(cgilet.applied, reply.starts_with("a=")) << testing::PrintToString(changes);
+    Request request;
+    capture(input, [&] { request = readRequest(false); });
+    EXPECT_EQ(request.params, params) << testing::PrintToString(changes);
+    EXPECT_EQ(request.error == nullptr ? "" : request.error, error) << testing::PrintToString(changes);
   }
 }
 
-constexpr char kType[] = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
-
 TEST(Reply, IsTheseBytes) {
-  EchoEndpoint cgilet;
-  EXPECT_EQ(capture(get("b=2&a=x%0d%0ainjected%7f%01%c3%a9&c%0ad=%25"), [&] { serve(cgilet); }),
-            "Status: 200 OK"s + kType + "38\r\n\r\na=x%0D%0Ainjected%7F%01\xC3\xA9\nb=2\nc%0Ad=%\n");
-}
-
-TEST(Reply, FailureSendsItsCodeAndNoPairAfterTheHandlersOwnHeaderLines) {
-  const std::string response = capture(get(""), [] {
-    EchoEndpoint cgilet;
-    std::puts("Pragma: no-cache\r");
-    cgilet.pair("left", "out");
-    cgilet.infFail(409, "a\nb");
-  });
-  EXPECT_EQ(response,
+  constexpr char kType[] = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
+  Reply reply;
+  reply.pair("a", "x\r\ninjected\x7F\x01\xC3\xA9");
+  reply.pair("c\nd", "%");
+  reply.pair("n", -2);
+  reply.append("a line\n");
+  EXPECT_EQ(capture({}, [&] { reply.send(); }),
+            "Status: 200 OK"s + kType + "46\r\n\r\na=x%0D%0Ainjected%7F%01\xC3\xA9\nc%0Ad=%\nn=-2\na line\n");
+  reply.header("Pragma: no-cache");
+  EXPECT_EQ(capture({}, [&] { reply.sendFailure(409, "a\nb"); }),
             "Pragma: no-cache\r\nStatus: 409 Conflict"s + kType + "24\r\n\r\nerror=409\nmessage=a%0Ab\n");
+  EXPECT_EQ(capture({}, [&] { Reply().sendFailure(307, ""); }),
+            "Status: 307 Temporary Redirect"s + kType + "10\r\n\r\nerror=307\n");
 }
 
 }  // namespace

@@ -4,11 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <memory>
 #include <sstream>
 
-#include "framework/cgi_table.h"
-#include "framework/cgilet.h"
+#include "framework/endpoint_table.h"
 
 namespace camera::test {
 namespace {
@@ -62,8 +60,7 @@ std::string asGiven(const std::string& reply, const std::string& query) {
 
 Reply request(const std::string& cgi, const CgiInput& input) {
   scripted().beginRequest();
-  const std::unique_ptr<InfCgilet> cgilet{findCgi(cgi)->create()};
-  const std::string response = capture(input, [&] { serve(*cgilet); });
+  const std::string response = capture(input, findEndpoint(cgi)->serve);
   const std::size_t end = response.find("\r\n\r\n") + 4;
   std::string body = response.substr(std::min(end, response.size()));
   EXPECT_NE(response.find("\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n"), response.npos)

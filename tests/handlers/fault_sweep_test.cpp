@@ -5,7 +5,7 @@
 #include <iterator>
 #include <set>
 
-#include "framework/cgi_table.h"
+#include "framework/endpoint_table.h"
 #include "platform/store/record_fields.h"
 #include "tests/handlers/endpoint.h"
 
@@ -219,7 +219,7 @@ TEST(EveryEndpoint, HasARowAndASectionOfTheDocumentation) {
   const std::string text{std::istreambuf_iterator<char>(file), {}};
   std::set<std::string> rows;
   for (const Sweep& sweep : kSweeps) rows.insert(sweep.cgi);
-  for (const CgiEntry& entry : cgiTable()) {
+  for (const EndpointEntry& entry : endpointTable()) {
     EXPECT_TRUE(rows.contains(std::string{entry.name})) << entry.name;
     EXPECT_NE(text.find("\n## " + std::string{entry.name} + "\n"), text.npos) << entry.name;
   }

@@ -1,0 +1,24 @@
+// The dispatcher's table: the names that the web server calls, and what answers them.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace camera {
+
+struct EndpointEntry {
+  std::string_view name;
+  void (*serve)();  // reads the request, answers it and writes the reply to standard output
+};
+
+// Serves one request with an endpoint of that class. Defined in handlers/endpoint.h and instantiated in the
+// class's own file, so that the table need not know the classes.
+template <class Class>
+void serve();
+
+std::span<const EndpointEntry> endpointTable();
+
+// The entry of the name, compared whole and by case; null for any other name.
+const EndpointEntry* findEndpoint(std::string_view name);
+
+}  // namespace camera

@@ -1,0 +1,14 @@
+// Quoting texts for shell commands.
+#include "platform/shell.h"
+
+std::string shellQuoted(std::string_view text) {
+  std::string quoted;
+  for (const char c : text.substr(0, text.find('\0'))) {
+    if (c == '\'') {
+      quoted += "'\\''";  // end the quotes, an escaped quote, open them again
+    } else {
+      quoted += c;
+    }
+  }
+  return quoted;
+}
