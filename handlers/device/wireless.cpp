@@ -186,6 +186,7 @@ class WirelessEndpoint final : public ParamEndpoint<kParams> {
   static void merge(const Combination& c, Wanted* wanted) {
     WirelessSettings& record = wanted->record;
     const int cipher = c.encryption.effective();
+    // Without auth a stored kOpenOrShared stays, also with encryption none: clients read it as open.
     if (c.auth.isGiven()) {
       record.auth =
           static_cast<std::uint8_t>(cipher == kWep ? static_cast<int>(kOpenOrShared) : c.auth.given);

@@ -76,6 +76,7 @@ void fold(const StatusPackage& package, Status* status) {
 
 class NotifyEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
+    // Read before listening, so that a failure does not keep the client waiting.
     const ProductInfo* known = product();
     if (known == nullptr) return 500;
     listen(kEvents, kListeningSeconds, [this](const StatusPackage& package) {
