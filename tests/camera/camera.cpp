@@ -14,7 +14,7 @@
 namespace camera::test {
 namespace {
 
-constexpr double kBootSeconds = 20;
+constexpr double kBootSeconds = 60;
 // Printed, followed by the port, at every start of the web server.
 constexpr std::string_view kAnnouncement = "The camera answers on http://127.0.0.1:";
 

