@@ -1,5 +1,5 @@
-// The description of a settings record: one table from which follow the file check, the text form, the
-// validation, the merge and the factory default.
+// How a settings record is described: a struct, and a Description of it from which follow the file check, the
+// text form, the validation, the merge and the factory defaults.
 #pragma once
 
 #include <array>
@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <limits>
 #include <span>
+#include <string_view>
 #include <type_traits>
 
 #include "platform/store/field.h"
@@ -61,60 +62,21 @@ CAMERA_RECORDS(CAMERA_DECLARE_DESCRIPTION)
 // All records, by index.
 extern const std::array<const RecordInfo*, kRecordCount> kRecords;
 
-namespace describe {
-
-// The kind, width and count that a member's type stands for: uint8_t, int32_t, a text, or an array of these.
-template <class Member>
-constexpr Field ofType(const char* name, std::size_t offset) {
-  using Element = std::remove_all_extents_t<Member>;
-  constexpr bool isText = std::is_same_v<Element, char>;
-  constexpr bool isByte = std::is_same_v<Element, std::uint8_t>;
-  static_assert(isText || isByte || std::is_same_v<Element, std::int32_t>);
-  constexpr bool isArray = std::rank_v<Member> == (isText ? 2 : 1);
-  constexpr std::size_t count = isArray ? std::extent_v<Member, 0> : 1;
-  constexpr std::size_t width = sizeof(Member) / count;
-  return {.name = name,
-          .kind = isText   ? FieldKind::kText
-                  : isByte ? FieldKind::kByte
-                           : FieldKind::kInteger,
-          .isArray = isArray,
-          .offset = static_cast<std::uint16_t>(offset),
-          .width = static_cast<std::uint16_t>(width),
-          .count = static_cast<std::uint16_t>(count),
-          .min = isText || isByte ? 0 : std::numeric_limits<std::int32_t>::min(),
-          .max = isText   ? static_cast<std::int32_t>(width) - 1
-                 : isByte ? std::numeric_limits<std::uint8_t>::max()
-                          : std::numeric_limits<std::int32_t>::max()};
-}
-
-constexpr Field bounded(Field field, std::int32_t min, std::int32_t max) {
-  field.min = min;
-  field.max = max;
-  return field;
-}
-
-constexpr Field reserved(const char* name, std::size_t offset, std::size_t size) {
-  return {.name = name,
-          .kind = FieldKind::kReserved,
-          .isArray = false,
-          .offset = static_cast<std::uint16_t>(offset),
-          .width = static_cast<std::uint16_t>(size),
-          .count = 1,
-          .min = 0,
-          .max = 0};
-}
-
-// True when the fields, in order, cover the record without a gap or an overlap, and every text has room for
-// its NUL.
-template <std::size_t N>
-constexpr bool tiles(const Field (&fields)[N], std::size_t size) {
-  std::size_t end = 0;
-  for (const Field& field : fields) {
-    if (field.offset != end || (field.kind == FieldKind::kText && field.max >= field.width)) return false;
-    end += std::size_t{field.width} * field.count;
-  }
-  return end == size;
-}
+// The description of a record, written beside its struct:
+//
+//   template <>
+//   struct Description<HostSettings> : Describes<HostSettings, 132> {
+//     static constexpr Field kFields[] = {
+//         CAMERA_FIELD(0, name, 1, 36),
+//         CAMERA_FIELD(68, location),
+//     };
+//   };
+//
+// The size of the struct and the offset of each member are what files have; where the struct has others, it
+// does not compile. The last two arguments of a field are its bounds. Without them it takes whatever its type
+// holds. A member whose name begins with "reserved" is bytes that nobody uses.
+template <class Record>
+struct Description;
 
 // What most records are not.
 struct Exceptions {
@@ -123,21 +85,86 @@ struct Exceptions {
   std::uint64_t dependsOn = 0;
 };
 
+template <class Struct, std::size_t size>
+struct Describes {
+  using Record = Struct;
+  static constexpr std::size_t kSize = size;
+  static constexpr Exceptions kExceptions{};
+};
+
+#define CAMERA_FIELD(position, member, ...)                            \
+  camera::describe::field<decltype(Record::member)>(#member, position, \
+                                                    offsetof(Record, member) __VA_OPT__(, ) __VA_ARGS__)
+
+namespace describe {
+
+// The kind, width and count that a member's type stands for: uint8_t, int32_t, a text, or an array of these.
+template <class Member>
+consteval Field field(std::string_view name, std::size_t position, std::size_t offset) {
+  using Element = std::remove_all_extents_t<Member>;
+  constexpr bool isText = std::is_same_v<Element, char>;
+  constexpr bool isByte = std::is_same_v<Element, std::uint8_t>;
+  static_assert(isText || isByte || std::is_same_v<Element, std::int32_t>);
+  if (position != offset) throw "the struct has another offset than files";
+  const bool isReserved = name.starts_with("reserved");
+  const bool isArray = !isReserved && std::rank_v<Member> == (isText ? 2 : 1);
+  const std::size_t count = isArray ? std::extent_v<Member, 0> : 1;
+  const std::size_t width = sizeof(Member) / count;
+  const auto limits = [&]() -> Bounds {
+    if (isReserved) return {0, 0};
+    if (isText) return {0, static_cast<std::int32_t>(width) - 1};
+    if (isByte) return {0, std::numeric_limits<std::uint8_t>::max()};
+    return {std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()};
+  }();
+  return {.name = name.data(),
+          .kind = isReserved ? FieldKind::kReserved
+                  : isText   ? FieldKind::kText
+                  : isByte   ? FieldKind::kByte
+                             : FieldKind::kInteger,
+          .isArray = isArray,
+          .offset = static_cast<std::uint16_t>(offset),
+          .width = static_cast<std::uint16_t>(width),
+          .count = static_cast<std::uint16_t>(count),
+          .min = limits.min,
+          .max = limits.max};
+}
+
+template <class Member>
+consteval Field field(std::string_view name, std::size_t position, std::size_t offset, std::int32_t min,
+                      std::int32_t max) {
+  Field bounded = field<Member>(name, position, offset);
+  if (bounded.kind == FieldKind::kReserved || min < bounded.min || max > bounded.max)
+    throw "the type does not hold these bounds";
+  bounded.min = min;
+  bounded.max = max;
+  return bounded;
+}
+
+// Whether the fields, in order, cover the record without a gap or an overlap.
+template <std::size_t N>
+constexpr bool tiles(const Field (&fields)[N], std::size_t size) {
+  std::size_t end = 0;
+  for (const Field& field : fields) {
+    if (field.offset != end) return false;
+    end += std::size_t{field.width} * field.count;
+  }
+  return end == size;
+}
+
 // What the member initializers of the record's struct say, and 0 or empty elsewhere.
 template <class Record>
 inline constexpr Record kFactory{};
 
-// A whole description; where the fields do not tile the record, it does not compile.
-template <class Record, std::size_t N>
-consteval RecordInfo record(const char* name, const Field (&fields)[N], Exceptions exceptions = {}) {
-  static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) <= 2000,
-                "the store reads a file at once");
-  if (!tiles(fields, sizeof(Record)))
-    throw "the fields leave a gap or overlap, or a text has no room for its NUL";
+template <class Description>
+consteval RecordInfo record(const char* name, const Exceptions& exceptions = Description::kExceptions) {
+  using Record = typename Description::Record;
+  static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) == Description::kSize);
+  static_assert(sizeof(Record) <= 2000, "the store reads a file at once");
+  static_assert(tiles(Description::kFields, sizeof(Record)), "the fields leave a gap or overlap");
   return {.name = name,
           .version = exceptions.version,
           .size = sizeof(Record),
-          .fields = fields,
+          .fields = Description::kFields,
           .defaults = &kFactory<Record>,
           .indivisible = exceptions.indivisible,
           .dependsOn = exceptions.dependsOn};
@@ -145,10 +172,3 @@ consteval RecordInfo record(const char* name, const Field (&fields)[N], Exceptio
 
 }  // namespace describe
 }  // namespace camera
-
-// Lines of a description. FIELD: any value of its type; BOUNDED: values (of a text: lengths) min to max.
-#define CAMERA_FIELD(type, member) \
-  camera::describe::ofType<decltype(type::member)>(#member, offsetof(type, member))
-#define CAMERA_BOUNDED(type, member, min, max) camera::describe::bounded(CAMERA_FIELD(type, member), min, max)
-#define CAMERA_RESERVED(type, member) \
-  camera::describe::reserved(#member, offsetof(type, member), sizeof(type::member))

@@ -15,7 +15,7 @@ namespace camera::test {
 namespace {
 
 constexpr char kDefaults[] =
-    "number=-7\nflag=1\nspare=000000\ntext=abc\nnames[0]=one\nnames[1]=two\nlevels[0]=1\nlevels[1]=2\nlevels["
+    "number=-7\nflag=1\nreserved=000000\ntext=abc\nnames[0]=one\nnames[1]=two\nlevels[0]=1\nlevels[1]=2\nlevels["
     "2]=3\nlevels[3]=4\n";
 
 class SettingsCommand : public testing::Test {
@@ -61,17 +61,18 @@ TEST_F(SettingsCommand, PrintsAndRefusesByItsArguments) {
 }
 
 TEST_F(SettingsCommand, SetsAllFieldsOrNone) {
-  ASSERT_EQ(run({"set", "sample", "number=5", "names[1]=", "text=a=b", "spare=00fF10"}), 0) << streams.error;
+  ASSERT_EQ(run({"set", "sample", "number=5", "names[1]=", "text=a=b", "reserved=00fF10"}), 0)
+      << streams.error;
   const std::string stored = output({"get", "sample"});
   EXPECT_EQ(stored.substr(0, stored.find("levels")),
-            "number=5\nflag=1\nspare=00ff10\ntext=a=b\nnames[0]=one\nnames[1]=\n");
+            "number=5\nflag=1\nreserved=00ff10\ntext=a=b\nnames[0]=one\nnames[1]=\n");
   const std::pair<const char*, std::vector<const char*>> rows[] = {
       {"sample.flag: 0 to 1", {"flag=2", "flag=0x1", "flag= 1"}},
       {"sample.number: -100 to 1000", {"number=99999999999"}},
       {"sample.text: 1 to 7 bytes, \\\\ for a backslash, \\n and \\xNN for control bytes",
        {"text=", "text=12345678", "text=\\", "text=\\x0", "text=a\\x00b", "text=\\xg1", "text=\\t",
         "text=a\tb"}},
-      {"sample.spare: 6 hexadecimal digits", {"spare=0000000", "spare=00000g"}},
+      {"sample.reserved: 6 hexadecimal digits", {"reserved=0000000", "reserved=00000g"}},
       {"no value for flag", {"flag"}},
       {"no field names[01]", {"names[01]=x"}},
       {"no field flag[0]", {"flag[0]=1"}},
@@ -87,7 +88,8 @@ TEST_F(SettingsCommand, SetsAllFieldsOrNone) {
 
 TEST_F(SettingsCommand, RestoresExactlyWhatItBackedUp) {
   ASSERT_EQ(
-      run({"set", "sample", "text=\\\\\\n\\x1b\xC3\xA4=", "names[0]==", "spare=0102ff", "levels[3]=255"}), 0);
+      run({"set", "sample", "text=\\\\\\n\\x1b\xC3\xA4=", "names[0]==", "reserved=0102ff", "levels[3]=255"}),
+      0);
   ASSERT_EQ(run({"set", "whole", "number=-100"}), 0);
   const std::string backup = output({"backup"});
   const std::string sample = disk.content("sample");

@@ -146,15 +146,16 @@ RecordInfo variant(std::uint16_t version, std::span<const Field> fields) {
 }
 
 TEST_F(Store, TakesTheTailOfAnOlderRecordFromTheDefaults) {
-  const std::span<const Field> withoutLevels = std::span(kSampleFields).first<5>();
-  const Sample written{.number = 5, .flag = 1, .spare = {}, .text = "x", .names = {}, .levels = {9, 9, 9, 9}};
+  const std::span<const Field> withoutLevels = std::span(SampleDescription::kFields).first<5>();
+  const Sample written{
+      .number = 5, .flag = 1, .reserved = {}, .text = "x", .names = {}, .levels = {9, 9, 9, 9}};
   ASSERT_EQ(SettingsStore(disk, {}).write(variant(1, withoutLevels), &written), kDone);
   EXPECT_EQ(disk.content("sample").size(), 16 + offsetof(Sample, levels));
   EXPECT_EQ(stored(disk).number, 5);
   EXPECT_EQ(std::memcmp(stored(disk).levels, kSampleDefaults.levels, sizeof written.levels), 0);
   // Short, but of this version; of an older one, but whole; of a newer one.
-  for (const RecordInfo& writer :
-       {variant(2, withoutLevels), variant(1, kSampleFields), variant(3, kSampleFields)}) {
+  for (const RecordInfo& writer : {variant(2, withoutLevels), variant(1, SampleDescription::kFields),
+                                   variant(3, SampleDescription::kFields)}) {
     disk = MemoryDisk();
     ASSERT_EQ(SettingsStore(disk, {}).write(writer, &written), kDone);
     EXPECT_EQ(Process(disk).read(), kFailed) << "version " << writer.version << ", size " << writer.size;
@@ -162,7 +163,7 @@ TEST_F(Store, TakesTheTailOfAnOlderRecordFromTheDefaults) {
 }
 
 TEST_F(Store, RefusesWhatIsOutsideItsBoundsInAWriteAndInAFile) {
-  static constexpr Field kUnbounded[] = {describe::reserved("all", 0, sizeof(Sample))};
+  static constexpr Field kUnbounded[] = {{"all", FieldKind::kReserved, false, 0, sizeof(Sample), 1, 0, 0}};
   const std::tuple<const char*, bool, Change> rows[] = {
       {"number 1000", true, [](Sample& s) { s.number = 1000; }},
       {"number 1001", false, [](Sample& s) { s.number = 1001; }},
@@ -172,7 +173,7 @@ TEST_F(Store, RefusesWhatIsOutsideItsBoundsInAWriteAndInAFile) {
       {"text without an end", false, [](Sample& s) { std::memcpy(s.text, "12345678", 8); }},
       {"empty text", false, [](Sample& s) { s.text[0] = '\0'; }},
       {"last name without an end", false, [](Sample& s) { std::memcpy(s.names[1], "123456", 6); }},
-      {"any bytes", true, [](Sample& s) { s.spare[0] = s.levels[3] = 255; }}};
+      {"any bytes", true, [](Sample& s) { s.reserved[0] = s.levels[3] = 255; }}};
   for (const auto& [what, valid, change] : rows) {
     disk = MemoryDisk();
     Sample sample = kSampleDefaults;
@@ -205,7 +206,7 @@ TEST_F(Store, MergesWhatTwoProcessesChanged) {
       {"one field: the later", [](Sample& s) { s.number = 1; }, [](Sample& s) { s.number = 2; }},
       {"bytes", [](Sample& s) { s.levels[0] = 9; }, [](Sample& s) { s.levels[3] = 9; }},
       {"texts", [](Sample& s) { s.names[0][0] = 'O'; }, [](Sample& s) { s.names[1][0] = 'T'; }},
-      {"reserved and text", [](Sample& s) { s.spare[1] = 7; }, [](Sample& s) { s.text[0] = 'z'; }},
+      {"reserved and text", [](Sample& s) { s.reserved[1] = 7; }, [](Sample& s) { s.text[0] = 'z'; }},
       {"nothing and a field", [](Sample&) {}, [](Sample& s) { s.flag = 0; }}};
   for (const auto& [what, changeFirst, changeSecond] : rows) {
     disk = MemoryDisk();

@@ -1,9 +1,7 @@
 // The accounts' settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -17,12 +15,20 @@ struct AccountSettings {
   char user_password[21][32];
   std::uint8_t reserved1[389];
 };
-static_assert(sizeof(AccountSettings) == 1800 && std::is_trivially_copyable_v<AccountSettings>);
-static_assert(offsetof(AccountSettings, admin_name) == 1);
-static_assert(offsetof(AccountSettings, admin_password) == 33);
-static_assert(offsetof(AccountSettings, max_users) == 65);
-static_assert(offsetof(AccountSettings, user_count) == 66);
-static_assert(offsetof(AccountSettings, user_name) == 67);
-static_assert(offsetof(AccountSettings, user_password) == 739);
+
+template <>
+struct Description<AccountSettings> : Describes<AccountSettings, 1800> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, reserved0),
+      CAMERA_FIELD(1, admin_name, 1, 30),
+      CAMERA_FIELD(33, admin_password, 0, 30),
+      CAMERA_FIELD(65, max_users, 0, 20),
+      CAMERA_FIELD(66, user_count, 0, 20),
+      CAMERA_FIELD(67, user_name, 0, 30),
+      CAMERA_FIELD(739, user_password, 0, 30),
+      CAMERA_FIELD(1411, reserved1),
+  };
+  static constexpr Exceptions kExceptions{.indivisible = true};
+};
 
 }  // namespace camera

@@ -1,9 +1,7 @@
 // The microphone's and speaker's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -15,7 +13,17 @@ struct AudioSettings {
   std::uint8_t speaker_volume = 5;  // in tenths of the full volume
   std::uint8_t reserved1[6];
 };
-static_assert(sizeof(AudioSettings) == 12 && std::is_trivially_copyable_v<AudioSettings>);
-static_assert(offsetof(AudioSettings, speaker_enable) == 4);
+
+template <>
+struct Description<AudioSettings> : Describes<AudioSettings, 12> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, mic_enable, 0, 1),
+      CAMERA_FIELD(1, mic_volume, 0, 10),
+      CAMERA_FIELD(2, reserved0),
+      CAMERA_FIELD(4, speaker_enable, 0, 1),
+      CAMERA_FIELD(5, speaker_volume, 0, 10),
+      CAMERA_FIELD(6, reserved1),
+  };
+};
 
 }  // namespace camera

@@ -1,9 +1,7 @@
 // The sound detection's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -12,6 +10,14 @@ struct AudioDetectionSettings {
   std::uint8_t sensitivity = 70;  // in steps of 5
   std::uint8_t push;              // push notification on detected sound: 0 off, 1 on
 };
-static_assert(sizeof(AudioDetectionSettings) == 3 && std::is_trivially_copyable_v<AudioDetectionSettings>);
+
+template <>
+struct Description<AudioDetectionSettings> : Describes<AudioDetectionSettings, 3> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, enable, 0, 1),
+      CAMERA_FIELD(1, sensitivity, 50, 90),
+      CAMERA_FIELD(2, push, 0, 1),
+  };
+};
 
 }  // namespace camera

@@ -1,9 +1,7 @@
 // The clock's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -30,12 +28,30 @@ struct ClockSettings {
   std::int32_t utc_minute;
   std::int32_t utc_second;
 };
-static_assert(sizeof(ClockSettings) == 104 && std::is_trivially_copyable_v<ClockSettings>);
-static_assert(offsetof(ClockSettings, year) == 28);
-static_assert(offsetof(ClockSettings, second) == 48);
-static_assert(offsetof(ClockSettings, utc_date_text) == 52);
-static_assert(offsetof(ClockSettings, utc_time_text) == 68);
-static_assert(offsetof(ClockSettings, utc_valid) == 78);
-static_assert(offsetof(ClockSettings, utc_year) == 80);
+
+template <>
+struct Description<ClockSettings> : Describes<ClockSettings, 104> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, offset_days, -100000, 100000),
+      CAMERA_FIELD(4, offset_seconds, -86399, 86399),
+      CAMERA_FIELD(8, reserved0),
+      CAMERA_FIELD(28, year),
+      CAMERA_FIELD(32, month),
+      CAMERA_FIELD(36, day),
+      CAMERA_FIELD(40, hour),
+      CAMERA_FIELD(44, minute),
+      CAMERA_FIELD(48, second),
+      CAMERA_FIELD(52, utc_date_text),
+      CAMERA_FIELD(68, utc_time_text),
+      CAMERA_FIELD(78, utc_valid),
+      CAMERA_FIELD(79, reserved1),
+      CAMERA_FIELD(80, utc_year),
+      CAMERA_FIELD(84, utc_month),
+      CAMERA_FIELD(88, utc_day),
+      CAMERA_FIELD(92, utc_hour),
+      CAMERA_FIELD(96, utc_minute),
+      CAMERA_FIELD(100, utc_second),
+  };
+};
 
 }  // namespace camera

@@ -1,9 +1,7 @@
 // The dynamic DNS client's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -15,10 +13,14 @@ struct DdnsSettings {
   char password[64];
   std::uint8_t reserved[3];
 };
-static_assert(sizeof(DdnsSettings) == 260 && std::is_trivially_copyable_v<DdnsSettings>);
-static_assert(offsetof(DdnsSettings, provider) == 1);
-static_assert(offsetof(DdnsSettings, host) == 65);
-static_assert(offsetof(DdnsSettings, user) == 129);
-static_assert(offsetof(DdnsSettings, password) == 193);
+
+template <>
+struct Description<DdnsSettings> : Describes<DdnsSettings, 260> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, enable, 0, 1),  CAMERA_FIELD(1, provider, 0, 10),   CAMERA_FIELD(65, host, 0, 36),
+      CAMERA_FIELD(129, user, 0, 30), CAMERA_FIELD(193, password, 0, 30), CAMERA_FIELD(257, reserved),
+  };
+  static constexpr Exceptions kExceptions{.indivisible = true};
+};
 
 }  // namespace camera

@@ -1,9 +1,7 @@
 // The FTP upload's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -20,13 +18,22 @@ struct FtpSettings {
   char path[64];    // the remote folder
   std::uint8_t reserved1[20];
 };
-static_assert(sizeof(FtpSettings) == 256 && std::is_trivially_copyable_v<FtpSettings>);
-static_assert(offsetof(FtpSettings, port) == 4);
-static_assert(offsetof(FtpSettings, interval) == 8);
-static_assert(offsetof(FtpSettings, user) == 12);
-static_assert(offsetof(FtpSettings, pass) == 44);
-static_assert(offsetof(FtpSettings, prefix) == 76);
-static_assert(offsetof(FtpSettings, host) == 108);
-static_assert(offsetof(FtpSettings, path) == 172);
+
+template <>
+struct Description<FtpSettings> : Describes<FtpSettings, 256> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, enable, 0, 1),
+      CAMERA_FIELD(1, passive, 0, 1),
+      CAMERA_FIELD(2, reserved0),
+      CAMERA_FIELD(4, port, 1, 65535),
+      CAMERA_FIELD(8, interval, 10000, 86400000),
+      CAMERA_FIELD(12, user, 0, 30),
+      CAMERA_FIELD(44, pass, 0, 30),
+      CAMERA_FIELD(76, prefix, 0, 30),
+      CAMERA_FIELD(108, host, 0, 60),
+      CAMERA_FIELD(172, path, 0, 30),
+      CAMERA_FIELD(236, reserved1),
+  };
+};
 
 }  // namespace camera

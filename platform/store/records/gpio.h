@@ -1,9 +1,7 @@
 // The digital input and output settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -11,6 +9,13 @@ struct GpioSettings {
   std::uint8_t pir;  // detection by the infrared sensor: 0 off, 1 on
   std::uint8_t reserved[31];
 };
-static_assert(sizeof(GpioSettings) == 32 && std::is_trivially_copyable_v<GpioSettings>);
+
+template <>
+struct Description<GpioSettings> : Describes<GpioSettings, 32> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, pir, 0, 1),
+      CAMERA_FIELD(1, reserved),
+  };
+};
 
 }  // namespace camera

@@ -1,9 +1,7 @@
 // The names that the user gave the camera.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -11,7 +9,13 @@ struct HostSettings {
   char name[68] = "Camera";  // 1 to 36 bytes
   char location[64];         // up to 60 bytes
 };
-static_assert(sizeof(HostSettings) == 132 && std::is_trivially_copyable_v<HostSettings>);
-static_assert(offsetof(HostSettings, location) == 68);
+
+template <>
+struct Description<HostSettings> : Describes<HostSettings, 132> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, name, 1, 36),
+      CAMERA_FIELD(68, location, 0, 60),
+  };
+};
 
 }  // namespace camera

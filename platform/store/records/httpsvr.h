@@ -1,9 +1,7 @@
 // The HTTP server's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -15,10 +13,14 @@ struct HttpServerSettings {
   std::int32_t http_port = 80;  // 1 to 65535
   std::int32_t alt_port = 443;  // a second port of the server; no endpoint sets it
 };
-static_assert(sizeof(HttpServerSettings) == 12 && std::is_trivially_copyable_v<HttpServerSettings>);
-static_assert(offsetof(HttpServerSettings, livevideo) == 1);
-static_assert(offsetof(HttpServerSettings, snapshoturl) == 2);
-static_assert(offsetof(HttpServerSettings, http_port) == 4);
-static_assert(offsetof(HttpServerSettings, alt_port) == 8);
+
+template <>
+struct Description<HttpServerSettings> : Describes<HttpServerSettings, 12> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, reserved0), CAMERA_FIELD(1, livevideo, 0, 1),     CAMERA_FIELD(2, snapshoturl, 0, 1),
+      CAMERA_FIELD(3, reserved1), CAMERA_FIELD(4, http_port, 1, 65535), CAMERA_FIELD(8, alt_port),
+  };
+  static constexpr Exceptions kExceptions{.dependsOn = recordBit(RecordIndex::rtspsvr)};
+};
 
 }  // namespace camera

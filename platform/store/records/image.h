@@ -1,9 +1,7 @@
 // The image sensor's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -30,10 +28,32 @@ struct ImageSettings {
   std::uint8_t black_white;  // 0 colour, 1 black and white
   std::uint8_t reserved2;
 };
-static_assert(sizeof(ImageSettings) == 180 && std::is_trivially_copyable_v<ImageSettings>);
-static_assert(offsetof(ImageSettings, max_exposure_time) == 160);
-static_assert(offsetof(ImageSettings, brightness) == 167);
-static_assert(offsetof(ImageSettings, backlight_level) == 176);
-static_assert(offsetof(ImageSettings, black_white) == 178);
+
+template <>
+struct Description<ImageSettings> : Describes<ImageSettings, 180> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, reserved0),
+      CAMERA_FIELD(160, max_exposure_time),
+      CAMERA_FIELD(161, auto_exposure, 0, 1),
+      CAMERA_FIELD(162, video_in_format, 0, 4),
+      CAMERA_FIELD(163, color, 0, 1),
+      CAMERA_FIELD(164, flicker, 0, 2),
+      CAMERA_FIELD(165, flip, 0, 1),
+      CAMERA_FIELD(166, mirror, 0, 1),
+      CAMERA_FIELD(167, brightness, 0, 100),
+      CAMERA_FIELD(168, contrast, 0, 100),
+      CAMERA_FIELD(169, saturation, 0, 100),
+      CAMERA_FIELD(170, hue, 0, 100),
+      CAMERA_FIELD(171, white_balance, 0, 4),
+      CAMERA_FIELD(172, auto_gain, 0, 2),
+      CAMERA_FIELD(173, backlight, 0, 3),
+      CAMERA_FIELD(174, sharpness, 0, 100),
+      CAMERA_FIELD(175, noise_reduction, 0, 7),
+      CAMERA_FIELD(176, backlight_level),
+      CAMERA_FIELD(177, reserved1),
+      CAMERA_FIELD(178, black_white, 0, 1),
+      CAMERA_FIELD(179, reserved2),
+  };
+};
 
 }  // namespace camera

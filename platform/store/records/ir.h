@@ -1,9 +1,7 @@
 // The night vision's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -12,6 +10,15 @@ struct IrSettings {
   std::uint8_t ir_led;    // infrared LEDs: 0 off, 1 on; follows the switch in its fixed modes
   std::uint8_t reserved[2];
 };
-static_assert(sizeof(IrSettings) == 4 && std::is_trivially_copyable_v<IrSettings>);
+
+template <>
+struct Description<IrSettings> : Describes<IrSettings, 4> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, icr_mode, 0, 3),
+      CAMERA_FIELD(1, ir_led, 0, 1),
+      CAMERA_FIELD(2, reserved),
+  };
+  static constexpr Exceptions kExceptions{.indivisible = true};
+};
 
 }  // namespace camera

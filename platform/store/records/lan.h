@@ -1,9 +1,7 @@
 // The wired network's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -16,11 +14,14 @@ struct LanSettings {
   char dns2[16];
   std::uint8_t reserved[3];
 };
-static_assert(sizeof(LanSettings) == 84 && std::is_trivially_copyable_v<LanSettings>);
-static_assert(offsetof(LanSettings, ip) == 1);
-static_assert(offsetof(LanSettings, netmask) == 17);
-static_assert(offsetof(LanSettings, gateway) == 33);
-static_assert(offsetof(LanSettings, dns1) == 49);
-static_assert(offsetof(LanSettings, dns2) == 65);
+
+template <>
+struct Description<LanSettings> : Describes<LanSettings, 84> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, dhcp, 0, 1),      CAMERA_FIELD(1, ip, 1, 15),    CAMERA_FIELD(17, netmask, 1, 15),
+      CAMERA_FIELD(33, gateway, 1, 15), CAMERA_FIELD(49, dns1, 0, 15), CAMERA_FIELD(65, dns2, 0, 15),
+      CAMERA_FIELD(81, reserved),
+  };
+};
 
 }  // namespace camera

@@ -1,9 +1,7 @@
 // The motion detection's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -20,8 +18,16 @@ struct MotionSettings {
   std::uint8_t reserved;
   std::int32_t pir_sensitivity = 50;  // of the infrared sensor: 0, 50 or 100
 };
-static_assert(sizeof(MotionSettings) == 520 && std::is_trivially_copyable_v<MotionSettings>);
-static_assert(offsetof(MotionSettings, mbmask) == 3);
-static_assert(offsetof(MotionSettings, pir_sensitivity) == 516);
+
+template <>
+struct Description<MotionSettings> : Describes<MotionSettings, 520> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, enable, 0, 1), CAMERA_FIELD(1, sensitivity, 0, 100),
+      CAMERA_FIELD(2, push, 0, 1),   CAMERA_FIELD(3, mbmask, 0, 511),
+      CAMERA_FIELD(515, reserved),   CAMERA_FIELD(516, pir_sensitivity, 0, 100),
+  };
+  // Motion is not detected in every display system, so neither may change while the other is decided.
+  static constexpr Exceptions kExceptions{.dependsOn = recordBit(RecordIndex::profile)};
+};
 
 }  // namespace camera

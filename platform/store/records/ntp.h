@@ -1,9 +1,7 @@
 // The network time client's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -12,7 +10,15 @@ struct NtpSettings {
   std::uint8_t reserved;
   char timeserver[64];
 };
-static_assert(sizeof(NtpSettings) == 66 && std::is_trivially_copyable_v<NtpSettings>);
-static_assert(offsetof(NtpSettings, timeserver) == 2);
+
+template <>
+struct Description<NtpSettings> : Describes<NtpSettings, 66> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, method, 0, 1),
+      CAMERA_FIELD(1, reserved),
+      CAMERA_FIELD(2, timeserver, 0, 60),
+  };
+  static constexpr Exceptions kExceptions{.indivisible = true};
+};
 
 }  // namespace camera

@@ -1,9 +1,7 @@
 // The on-screen display's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -12,7 +10,14 @@ struct OsdSettings {
   std::uint8_t showtime;  // 0 off, 1 on
   char label[34];
 };
-static_assert(sizeof(OsdSettings) == 36 && std::is_trivially_copyable_v<OsdSettings>);
-static_assert(offsetof(OsdSettings, label) == 2);
+
+template <>
+struct Description<OsdSettings> : Describes<OsdSettings, 36> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, enable, 0, 1),
+      CAMERA_FIELD(1, showtime, 0, 1),
+      CAMERA_FIELD(2, label, 0, 30),
+  };
+};
 
 }  // namespace camera

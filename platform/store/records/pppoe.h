@@ -1,9 +1,7 @@
 // The PPPoE client's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -12,8 +10,15 @@ struct PppoeSettings {
   char user[64];
   char password[64];
 };
-static_assert(sizeof(PppoeSettings) == 129 && std::is_trivially_copyable_v<PppoeSettings>);
-static_assert(offsetof(PppoeSettings, user) == 1);
-static_assert(offsetof(PppoeSettings, password) == 65);
+
+template <>
+struct Description<PppoeSettings> : Describes<PppoeSettings, 129> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, enable, 0, 1),
+      CAMERA_FIELD(1, user, 0, 32),
+      CAMERA_FIELD(65, password, 0, 60),
+  };
+  static constexpr Exceptions kExceptions{.indivisible = true};
+};
 
 }  // namespace camera

@@ -1,9 +1,7 @@
 // The privacy mode's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -13,6 +11,15 @@ struct PrivacySettings {
   std::uint8_t manual;  // switched on by hand: 0 off, 1 on
   std::uint8_t reserved1;
 };
-static_assert(sizeof(PrivacySettings) == 4 && std::is_trivially_copyable_v<PrivacySettings>);
+
+template <>
+struct Description<PrivacySettings> : Describes<PrivacySettings, 4> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, reserved0),
+      CAMERA_FIELD(1, enable, 0, 1),
+      CAMERA_FIELD(2, manual, 0, 1),
+      CAMERA_FIELD(3, reserved1),
+  };
+};
 
 }  // namespace camera

@@ -1,9 +1,7 @@
 // The video profiles' settings record; its arrays are indexed by the profile's number, 1 to 4.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -22,14 +20,27 @@ struct ProfileSettings {
   std::uint8_t display_subtype = 2;
   std::uint8_t reserved4[2];
 };
-static_assert(sizeof(ProfileSettings) == 72 && std::is_trivially_copyable_v<ProfileSettings>);
-static_assert(offsetof(ProfileSettings, codec) == 5);
-static_assert(offsetof(ProfileSettings, resolution) == 10);
-static_assert(offsetof(ProfileSettings, frame_rate) == 15);
-static_assert(offsetof(ProfileSettings, quality) == 25);
-static_assert(offsetof(ProfileSettings, quality_mode) == 40);
-static_assert(offsetof(ProfileSettings, bit_rate) == 48);
-static_assert(offsetof(ProfileSettings, display_system) == 68);
-static_assert(offsetof(ProfileSettings, display_subtype) == 69);
+
+template <>
+struct Description<ProfileSettings> : Describes<ProfileSettings, 72> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, reserved0),
+      CAMERA_FIELD(5, codec, 0, 2),
+      CAMERA_FIELD(10, resolution, 0, 3),
+      CAMERA_FIELD(15, frame_rate, 0, 30),
+      CAMERA_FIELD(20, reserved1),
+      CAMERA_FIELD(25, quality, 0, 4),
+      CAMERA_FIELD(30, reserved2),
+      CAMERA_FIELD(40, quality_mode, 0, 1),
+      CAMERA_FIELD(45, reserved3),
+      CAMERA_FIELD(48, bit_rate, 0, 4096),
+      CAMERA_FIELD(68, display_system, 0, 10),
+      CAMERA_FIELD(69, display_subtype),
+      CAMERA_FIELD(70, reserved4),
+  };
+  // What a profile may be follows from the display system and from its other fields, and motion is not
+  // detected in every display system.
+  static constexpr Exceptions kExceptions{.indivisible = true, .dependsOn = recordBit(RecordIndex::motiond)};
+};
 
 }  // namespace camera

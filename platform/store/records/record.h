@@ -1,9 +1,7 @@
 // The recording's settings record; no endpoint changes it.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -13,7 +11,15 @@ struct RecordingSettings {
   std::uint8_t format_while_recording;  // other than 0: the card may be formatted although recording is on
   std::uint8_t reserved1[15];
 };
-static_assert(sizeof(RecordingSettings) == 32 && std::is_trivially_copyable_v<RecordingSettings>);
-static_assert(offsetof(RecordingSettings, format_while_recording) == 16);
+
+template <>
+struct Description<RecordingSettings> : Describes<RecordingSettings, 32> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, enable, 0, 1),
+      CAMERA_FIELD(1, reserved0),
+      CAMERA_FIELD(16, format_while_recording),
+      CAMERA_FIELD(17, reserved1),
+  };
+};
 
 }  // namespace camera

@@ -1,13 +1,19 @@
 // The pan/tilt head's patrol route.
 #pragma once
 
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
 struct RouteSettings {
   char stops[64];  // preset slots, counted from 1, separated by commas; empty: no route
 };
-static_assert(sizeof(RouteSettings) == 64 && std::is_trivially_copyable_v<RouteSettings>);
+
+template <>
+struct Description<RouteSettings> : Describes<RouteSettings, 64> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, stops),
+  };
+};
 
 }  // namespace camera

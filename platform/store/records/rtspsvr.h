@@ -1,9 +1,7 @@
 // The RTSP server's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -15,9 +13,14 @@ struct RtspServerSettings {
                           "live4"};  // stream path of the video profiles 1 to 4, NUL-terminated
   std::uint8_t reserved2[75];
 };
-static_assert(sizeof(RtspServerSettings) == 212 && std::is_trivially_copyable_v<RtspServerSettings>);
-static_assert(offsetof(RtspServerSettings, rtsp_port) == 4);
-static_assert(offsetof(RtspServerSettings, urlentry) == 9);
-static_assert(offsetof(RtspServerSettings, reserved2) == 137);
+
+template <>
+struct Description<RtspServerSettings> : Describes<RtspServerSettings, 212> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, reserved0),       CAMERA_FIELD(4, rtsp_port, 1, 65535), CAMERA_FIELD(8, reserved1),
+      CAMERA_FIELD(9, urlentry, 1, 15), CAMERA_FIELD(137, reserved2),
+  };
+  static constexpr Exceptions kExceptions{.dependsOn = recordBit(RecordIndex::httpsvr)};
+};
 
 }  // namespace camera

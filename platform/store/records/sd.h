@@ -1,9 +1,7 @@
 // The SD card's state; no endpoint changes it. Spaces share one unit.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -16,10 +14,13 @@ struct CardSettings {
   std::int32_t free;
   std::int32_t used;
 };
-static_assert(sizeof(CardSettings) == 20 && std::is_trivially_copyable_v<CardSettings>);
-static_assert(offsetof(CardSettings, state) == 4);
-static_assert(offsetof(CardSettings, total) == 8);
-static_assert(offsetof(CardSettings, free) == 12);
-static_assert(offsetof(CardSettings, used) == 16);
+
+template <>
+struct Description<CardSettings> : Describes<CardSettings, 20> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, full_threshold), CAMERA_FIELD(4, state), CAMERA_FIELD(5, reserved),
+      CAMERA_FIELD(8, total),          CAMERA_FIELD(12, free), CAMERA_FIELD(16, used),
+  };
+};
 
 }  // namespace camera

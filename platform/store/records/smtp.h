@@ -1,9 +1,7 @@
 // The mail account's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -18,12 +16,14 @@ struct SmtpSettings {
   char to[64];      // addresses
   std::uint8_t reserved1[56];
 };
-static_assert(sizeof(SmtpSettings) == 384 && std::is_trivially_copyable_v<SmtpSettings>);
-static_assert(offsetof(SmtpSettings, port) == 4);
-static_assert(offsetof(SmtpSettings, host) == 8);
-static_assert(offsetof(SmtpSettings, user) == 72);
-static_assert(offsetof(SmtpSettings, pass) == 136);
-static_assert(offsetof(SmtpSettings, sender) == 200);
-static_assert(offsetof(SmtpSettings, to) == 264);
+
+template <>
+struct Description<SmtpSettings> : Describes<SmtpSettings, 384> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, enable, 0, 1),    CAMERA_FIELD(1, reserved0),    CAMERA_FIELD(4, port, 1, 65535),
+      CAMERA_FIELD(8, host, 0, 60),     CAMERA_FIELD(72, user, 0, 30), CAMERA_FIELD(136, pass, 0, 30),
+      CAMERA_FIELD(200, sender, 0, 60), CAMERA_FIELD(264, to, 0, 60),  CAMERA_FIELD(328, reserved1),
+  };
+};
 
 }  // namespace camera

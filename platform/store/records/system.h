@@ -1,9 +1,7 @@
 // What the firmware says of itself; no endpoint changes it.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -15,11 +13,13 @@ struct SystemSettings {
   char product[160] = "Network Camera";
   char build[40] = "1";
 };
-static_assert(sizeof(SystemSettings) == 552 && std::is_trivially_copyable_v<SystemSettings>);
-static_assert(offsetof(SystemSettings, version) == 32);
-static_assert(offsetof(SystemSettings, model) == 64);
-static_assert(offsetof(SystemSettings, brand) == 224);
-static_assert(offsetof(SystemSettings, product) == 352);
-static_assert(offsetof(SystemSettings, build) == 512);
+
+template <>
+struct Description<SystemSettings> : Describes<SystemSettings, 552> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, reserved), CAMERA_FIELD(32, version),  CAMERA_FIELD(64, model),
+      CAMERA_FIELD(224, brand),  CAMERA_FIELD(352, product), CAMERA_FIELD(512, build),
+  };
+};
 
 }  // namespace camera

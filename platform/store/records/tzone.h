@@ -1,11 +1,8 @@
 // The time zone's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
-
 #include "platform/clock/time_zones.h"
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -18,9 +15,17 @@ struct TimeZoneSettings {
       "M3.5.0/02:00";  // "M3.5.0/02:00": month, week (5 last), weekday (0 Sunday), local time
   char stoptime[32] = "M10.5.0/03:00";
 };
-static_assert(sizeof(TimeZoneSettings) == 99 && std::is_trivially_copyable_v<TimeZoneSettings>);
-static_assert(offsetof(TimeZoneSettings, offset) == 3);
-static_assert(offsetof(TimeZoneSettings, starttime) == 35);
-static_assert(offsetof(TimeZoneSettings, stoptime) == 67);
+
+template <>
+struct Description<TimeZoneSettings> : Describes<TimeZoneSettings, 99> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, timezone, 1, kTimeZoneCount),
+      CAMERA_FIELD(1, dstenable, 0, 1),
+      CAMERA_FIELD(2, dstauto, 0, 1),
+      CAMERA_FIELD(3, offset),
+      CAMERA_FIELD(35, starttime),
+      CAMERA_FIELD(67, stoptime),
+  };
+};
 
 }  // namespace camera

@@ -1,9 +1,7 @@
 // The UPnP port mapping's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -15,8 +13,18 @@ struct UpnpSettings {
   std::int32_t rtsp_external_port = 554;
   std::uint8_t reserved2[16];
 };
-static_assert(sizeof(UpnpSettings) == 32 && std::is_trivially_copyable_v<UpnpSettings>);
-static_assert(offsetof(UpnpSettings, http_external_port) == 4);
-static_assert(offsetof(UpnpSettings, rtsp_external_port) == 12);
+
+template <>
+struct Description<UpnpSettings> : Describes<UpnpSettings, 32> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, enable, 0, 1),
+      CAMERA_FIELD(1, reserved0),
+      CAMERA_FIELD(4, http_external_port, 1, 65535),
+      CAMERA_FIELD(8, reserved1),
+      CAMERA_FIELD(12, rtsp_external_port, 1, 65535),
+      CAMERA_FIELD(16, reserved2),
+  };
+  static constexpr Exceptions kExceptions{.indivisible = true};
+};
 
 }  // namespace camera

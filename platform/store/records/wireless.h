@@ -1,9 +1,7 @@
 // The wireless client's settings record.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <type_traits>
+#include "platform/store/record.h"
 
 namespace camera {
 
@@ -16,9 +14,15 @@ struct WirelessSettings {
   char essid[64] = "default";  // network name, 1 to 32 bytes
   char key[68];                // WEP key or WPA passphrase, up to 64 bytes
 };
-static_assert(sizeof(WirelessSettings) == 140 && std::is_trivially_copyable_v<WirelessSettings>);
-static_assert(offsetof(WirelessSettings, channel) == 4);
-static_assert(offsetof(WirelessSettings, essid) == 8);
-static_assert(offsetof(WirelessSettings, key) == 72);
+
+template <>
+struct Description<WirelessSettings> : Describes<WirelessSettings, 140> {
+  static constexpr Field kFields[] = {
+      CAMERA_FIELD(0, enable, 0, 1),     CAMERA_FIELD(1, mode, 0, 1),     CAMERA_FIELD(2, auth, 0, 6),
+      CAMERA_FIELD(3, encryption, 0, 3), CAMERA_FIELD(4, channel, 1, 14), CAMERA_FIELD(8, essid, 1, 32),
+      CAMERA_FIELD(72, key, 0, 64),
+  };
+  static constexpr Exceptions kExceptions{.indivisible = true};
+};
 
 }  // namespace camera
