@@ -92,21 +92,15 @@ int Endpoint::fail(int code, std::string_view why) {
 }
 
 const ProductInfo* Endpoint::product() {
-  if (hasProduct_) return &product_;
-  try {
-    product_.init();
-    hasProduct_ = true;
-    return &product_;
-  } catch (const ProductInfoError&) {
-    fail(500, "product information: cannot be read");
-    return nullptr;
-  }
+  const ProductInfo* known = productInfo();
+  if (known == nullptr) fail(500, "product information: cannot be read");
+  return known;
 }
 
 int Endpoint::require(Feature feature) {
   const ProductInfo* known = product();
   if (known == nullptr) return 500;
-  if (known->*feature == 1) return 200;
+  if (known->*feature) return 200;
   const auto* name = std::find_if(std::begin(kFeatureNames), std::end(kFeatureNames),
                                   [&](const FeatureName& n) { return n.feature == feature; });
   return fail(404,

@@ -16,8 +16,8 @@
 
 namespace camera {
 
-// A field of the product information that is 1 if the camera has the part.
-using Feature = std::uint8_t ProductInfo::*;
+// A field of the product information: whether the camera has the part.
+using Feature = bool ProductInfo::*;
 
 // Whether two records differ in any byte.
 template <class Record>
@@ -76,7 +76,7 @@ class Endpoint {
   void pair(std::string_view key, int value) { reply_.pair(key, value); }
   Reply& replyText() { return reply_; }
 
-  // The product information, read at the first call; null, with the failure said, if it cannot be read.
+  // The product information. Null, with the failure explained, if it cannot be read.
   const ProductInfo* product();
   // 200 if the camera has the part, otherwise 404; 500 if the product information cannot be read.
   int require(Feature feature);
@@ -115,8 +115,6 @@ class Endpoint {
   std::uint64_t given_ = 0;  // a bit for each row of the parameters
   Reply reply_;
   std::string message_;  // of a failure
-  ProductInfo product_;
-  bool hasProduct_ = false;
   Actions actions_;
   bool isOvertaken_ = false;  // another client's change is why a write was refused
   StoreResult writeResult_ = StoreResult::kDone;

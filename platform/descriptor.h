@@ -1,10 +1,37 @@
-// Reading and writing a descriptor past interruptions and short transfers; each returns 0 or an errno value.
+// File descriptors: one that closes itself, and transfers that survive interruptions and short counts. Each
+// function returns 0 or an errno value.
 #pragma once
+
+#include <unistd.h>
 
 #include <cstddef>
 #include <string>
+#include <utility>
 
 namespace camera {
+
+// Owns a descriptor; -1 is none.
+class Descriptor {
+ public:
+  explicit Descriptor(int number = -1) : number_(number) {}
+  Descriptor(Descriptor&& other) noexcept : number_(other.release()) {}
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    other.close();
+    return *this;
+  }
+  ~Descriptor() { close(); }
+
+  bool isOpen() const { return number_ >= 0; }
+  int number() const { return number_; }
+  int release() { return std::exchange(number_, -1); }
+  void close() {
+    if (isOpen()) ::close(release());
+  }
+
+ private:
+  int number_;
+};
 
 // One read of at most size bytes; of a regular file, fewer than size are all there are.
 int readOnce(int descriptor, void* buffer, std::size_t size, std::size_t* length);

@@ -5,8 +5,8 @@
 
 namespace camera {
 
-// Reads the file into text. Returns 0, or an errno value that the log has with the path, unless it is the
-// expected one; text is then empty.
+// Reads the file into text. Returns 0, or an errno value with text empty; the log then has path and reason,
+// unless it is the expected error.
 int readFile(const char* path, std::string* text, int expected = 0);
 
 }  // namespace camera

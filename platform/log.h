@@ -3,6 +3,10 @@
 
 #include <string>
 
-// Formats printf-style (at most 1023 bytes) and hands the text to the system log. A log that nobody reads is
-// no failure. Returns the formatted text.
+namespace camera {
+
+// Formats printf-style (at most 1023 bytes) and sends the text to the system log. If nobody reads the log,
+// the text is lost. Returns the formatted text.
 [[gnu::format(printf, 1, 2)]] std::string logDebug(const char* format, ...);
+
+}  // namespace camera

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace camera {
+
 // Runs the command and waits for it. Returns its wait status, -1 if it could not be started.
 int runShell(const char* command);
 
@@ -16,3 +18,5 @@ int readCommand(const char* command, void (*take)(const char* piece, void* conte
 // The text as it must stand between single quotes in a command. It ends at the first NUL, which no command
 // line can hold.
 std::string shellQuoted(std::string_view text);
+
+}  // namespace camera

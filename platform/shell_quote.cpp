@@ -1,7 +1,7 @@
 // Quoting texts for shell commands.
 #include "platform/shell.h"
 
-std::string shellQuoted(std::string_view text) {
+std::string camera::shellQuoted(std::string_view text) {
   std::string quoted;
   for (const char c : text.substr(0, text.find('\0'))) {
     if (c == '\'') {

@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "handlers/endpoint.h"
-#include "platform/network/if_info.h"
+#include "platform/network/interface.h"
 #include "platform/store/records/gpio.h"
 #include "platform/store/records/host.h"
 #include "platform/store/records/system.h"
@@ -33,8 +33,10 @@ class InfoEndpoint final : public ReadOnlyEndpoint {
   }
 
   bool findInterface() {
-    return std::any_of(std::begin(kInterfaces), std::end(kInterfaces),
-                       [this](const char* name) { return GetActiveIFInfo(name, &interface_); });
+    return std::any_of(std::begin(kInterfaces), std::end(kInterfaces), [this](const char* name) {
+      interface_ = activeInterface(name);
+      return interface_.has_value();
+    });
   }
 
   void replyNames(const ProductInfo& product) {
@@ -46,30 +48,30 @@ class InfoEndpoint final : public ReadOnlyEndpoint {
     pair("brixa", kInterfaceVersion);
     pair("name", host_.name);
     pair("location", host_.location);
-    pair("macaddr", product.getMacAddress());
-    pair("ipaddr", inet_ntoa(interface_.address));
-    pair("netmask", inet_ntoa(interface_.netmask));
-    pair("gateway", inet_ntoa(interface_.gateway));
+    pair("macaddr", product.mac_address);
+    pair("ipaddr", inet_ntoa(interface_->address));
+    pair("netmask", inet_ntoa(interface_->netmask));
+    pair("gateway", inet_ntoa(interface_->gateway));
   }
 
   void replyFeatures(const ProductInfo& product) {
-    replyFeature("wireless", product.probeWireless());
-    if (product.has_pan_tilt == 1) pair("ptz", product.has_zoom != 0 ? "P,T,Z" : "P,T");
-    pair("inputs", static_cast<std::uint8_t>(product.input_count));
-    pair("outputs", static_cast<std::uint8_t>(product.output_count));
-    replyFeature("speaker", product.has_speaker != 0);
-    replyFeature("videoout", product.getSensor().starts_with(kVideoOutSensor));
-    replyFeature("pir", product.has_pir != 0);
-    replyFeature("icr", product.has_icr != 0);
-    replyFeature("ir", product.has_irled != 0);
-    replyFeature("mic", product.has_mic != 0);
+    replyFeature("wireless", product.wireless);
+    if (product.has_pan_tilt) pair("ptz", product.has_zoom ? "P,T,Z" : "P,T");
+    pair("inputs", product.input_count);
+    pair("outputs", product.output_count);
+    replyFeature("speaker", product.has_speaker);
+    replyFeature("videoout", product.sensor.starts_with(kVideoOutSensor));
+    replyFeature("pir", product.has_pir);
+    replyFeature("icr", product.has_icr);
+    replyFeature("ir", product.has_irled);
+    replyFeature("mic", product.has_mic);
   }
 
   void replyFeature(const char* name, bool present) { pair(name, kNoYes[present ? 1 : 0]); }
 
   SystemSettings system_;
   HostSettings host_;
-  IF_INFO interface_{};
+  std::optional<InterfaceInfo> interface_;
 };
 
 template void serve<InfoEndpoint>();

@@ -125,7 +125,7 @@ class WirelessEndpoint final : public ParamEndpoint<kParams> {
   int load() override {
     const ProductInfo* known = product();
     if (known == nullptr) return 500;
-    channels_ = channelPattern(known->getRegion());
+    channels_ = channelPattern(known->region);
     return read(wireless_);
   }
 

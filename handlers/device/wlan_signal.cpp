@@ -1,5 +1,6 @@
 // wlansignal.cgi: the signal of the wireless network that the camera is connected to.
 #include "handlers/endpoint.h"
+#include "platform/network/site_survey.h"
 
 namespace camera {
 

@@ -26,7 +26,7 @@ constexpr EncryptionWord kEncryptionWords[] = {
     {"NONE", "none"}, {"WEP", "WEP"}, {"AES", "AES"}, {"TKIP", "TKIP"}};
 
 // Null for a network that is not listed.
-const char* authWord(const sitelist& site) {
+const char* authWord(const Site& site) {
   for (const AuthWord& row : kAuthWords) {
     if (row.auth == site.auth && (row.encryption.empty() || row.encryption == site.encryption))
       return row.word;
@@ -34,7 +34,7 @@ const char* authWord(const sitelist& site) {
   return nullptr;
 }
 
-const char* encryptionWord(const sitelist& site) {
+const char* encryptionWord(const Site& site) {
   for (const EncryptionWord& row : kEncryptionWords) {
     if (row.encryption == site.encryption) return row.word;
   }
@@ -55,17 +55,15 @@ class WlanSurveyEndpoint final : public ReadOnlyEndpoint {
   int load() override {
     const ProductInfo* known = product();
     if (known == nullptr) return 500;
-    return known->probeWireless() ? 200 : fail(404, "this camera has no wireless client");
+    return known->wireless ? 200 : fail(404, "this camera has no wireless client");
   }
 
   int reply() override {
-    sitelist* sites = dumpSites(nullptr);
-    for (const sitelist* site = sites; site != nullptr; site = site->next) replySite(*site);
-    ClearQueue(sites);
+    for (const Site& site : surveySites()) replySite(site);
     return 200;
   }
 
-  void replySite(const sitelist& site) {
+  void replySite(const Site& site) {
     const char* auth = authWord(site);
     const char* encryption = encryptionWord(site);
     if (*site.ssid == '\0' || auth == nullptr || encryption == nullptr) return;

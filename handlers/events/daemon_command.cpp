@@ -1,7 +1,7 @@
 // The commands that the digital I/O daemon and the event daemon take.
 #include "handlers/events/daemon_command.h"
 
-#include "platform/daemons/little_endian.h"
+#include "platform/little_endian.h"
 
 namespace camera {
 namespace {
@@ -11,13 +11,13 @@ constexpr std::size_t kReplySize = 140;
 
 }  // namespace
 
-bool askDaemon(IpcClient& client, const char* daemon, std::int32_t code, std::int32_t argument,
+bool askDaemon(DaemonClient& client, const char* daemon, std::int32_t code, std::int32_t argument,
                DaemonAnswer* answer) {
   char request[kRequestSize] = {};
   char reply[kReplySize];
   storeLittle(request, code);
   storeLittle(request + 8, argument);
-  if (client.send_cmd(daemon, request, sizeof request, reply, sizeof reply) < 0) return false;
+  if (!client.ask(daemon, request, sizeof request, reply, sizeof reply)) return false;
   answer->result = loadLittle<std::int32_t>(reply);
   answer->state = loadLittle<std::int32_t>(reply + 4);
   return true;

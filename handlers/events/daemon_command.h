@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "platform/daemons/ipc_client.h"
+#include "platform/daemons/daemon_client.h"
 
 namespace camera {
 
@@ -25,7 +25,7 @@ struct DaemonAnswer {
 };
 
 // False, and the answer untouched, when the daemon cannot be reached or gives no answer.
-bool askDaemon(IpcClient& client, const char* daemon, std::int32_t code, std::int32_t argument,
+bool askDaemon(DaemonClient& client, const char* daemon, std::int32_t code, std::int32_t argument,
                DaemonAnswer* answer);
 
 }  // namespace camera

@@ -81,7 +81,7 @@ class DetectionPushEndpoint final : public StateEndpoint<kParams> {
       failures += result != 200 ? 1 : 0;
     const ProductInfo* known = product();
     if (failures > 0 || known == nullptr) return 500;
-    state.hasPir = known->has_pir != 0;
+    state.hasPir = known->has_pir;
     return 200;
   }
 

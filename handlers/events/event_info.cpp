@@ -30,7 +30,7 @@ class EventInfoEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
     const ProductInfo& known = *product();
     handlers_.add({"cifs_rec"});
-    if (known.has_sdcard != 0) handlers_.add({"sd1_rec"});
+    if (known.has_sdcard) handlers_.add({"sd1_rec"});
     handlers_.add({"mail_shot"});
     handlers_.add({"ftp_shot"});
     addTrigger("schedule", "", "");  // knows none of the outputs, and its rules do not end as the others

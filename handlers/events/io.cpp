@@ -77,13 +77,13 @@ class IoEndpoint final : public ParamEndpoint<kParams> {
 
   int command(std::int32_t code, std::int32_t* state = nullptr) {
     DaemonAnswer answer;
-    if (!askDaemon(client_, kIoDaemon, code, 0, &answer)) return fail(500, "the I/O daemon does not answer");
+    if (!askDaemon(daemonClient(), kIoDaemon, code, 0, &answer))
+      return fail(500, "the I/O daemon does not answer");
     if (answer.result != 0) return fail(500, "the I/O daemon refuses");
     if (state != nullptr) *state = answer.state;
     return 200;
   }
 
-  IpcClient client_;
   int inputs_ = 0;
   int outputs_ = 0;
 };

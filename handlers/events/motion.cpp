@@ -45,7 +45,7 @@ class MotionEndpoint final : public StateEndpoint<kParams> {
     if (const int result = read(state.motiond, state.gpio); result != 200) return result;
     const ProductInfo* known = product();
     if (known == nullptr) return 500;
-    state.hasPir = known->has_pir != 0;
+    state.hasPir = known->has_pir;
     return 200;
   }
 
@@ -58,10 +58,10 @@ class MotionEndpoint final : public StateEndpoint<kParams> {
   }
 
   int checkThatItCanSee(const Motion& wanted) {
-    const int displaySystem = GetDS();
+    const int displaySystem = displaySystemInUse();
     if (displaySystem < 0) return fail(500, "settings: the display system cannot be read");
     if (displaySystem == kBlindDisplaySystem)
-      return refuse("enable", std::string{"only no in the display system "} + DisplaySystem[displaySystem]);
+      return refuse("enable", joined({"only no in the display system ", kDisplaySystems[displaySystem]}));
     if (watchesNothing(wanted.motiond.mbmask)) return refuse("mbmask", "not all 0 while enable is yes");
     return 200;
   }

@@ -11,7 +11,8 @@ namespace camera {
 namespace {
 
 constexpr int kListeningSeconds = 4;
-constexpr std::int32_t kAskingSeconds = 25;  // a client waits no longer than for any other command
+constexpr std::chrono::seconds kAskingTime{
+    25};  // after listening: a client waits no longer than for other endpoints
 constexpr std::uint32_t kEvents = kMotionEvent | kUnusedEvent | kRecordingEvent | 0xF * kInputEvent |
                                   kSoundEvent | kSpeakerOccupiedEvent | kMicMutedEvent | kSoundLevelEvent;
 static_assert(kEvents == 0x8340F7);
@@ -88,7 +89,7 @@ class NotifyEndpoint final : public ReadOnlyEndpoint {
     if (replyParts(*known) != 200) return 500;
     state("audio_detected", status_.soundDetected);
     pair("audio_detect_val", status_.soundLevel);
-    if (known->has_speaker != 0) state("speaker_occupied", status_.speakerOccupied);
+    if (known->has_speaker) state("speaker_occupied", status_.speakerOccupied);
     state("mic_muted", status_.micMuted);
     HostSettings host;
     if (read(host) == 200) pair("cameraname", host.name);
@@ -109,7 +110,7 @@ class NotifyEndpoint final : public ReadOnlyEndpoint {
     for (std::uint32_t i = 0; i < product.input_count; ++i) {
       state(numbered("input", std::int64_t{i} + 1), i < kMostLines ? status_.input[i] : 0);
     }
-    IpcClient client{kAskingSeconds};
+    DaemonClient client{kAskingTime};
     for (std::uint32_t i = 0; i < product.output_count; ++i) {
       int output = i < kMostLines ? status_.output[i] : 0;
       if (output == 0 && i < kMostLines) output = askOutput(client, static_cast<std::int32_t>(i));
@@ -122,16 +123,16 @@ class NotifyEndpoint final : public ReadOnlyEndpoint {
     state("vsignal", 1);
     AudioSettings audio{};
     IrSettings ir{};
-    const bool hasSound = product.has_speaker != 0 || product.has_mic != 0;
+    const bool hasSound = product.has_speaker || product.has_mic;
     if (hasSound && read(audio) != 200) return 500;
-    if (product.has_irled != 0 && read(ir) != 200) return 500;
-    if (product.has_speaker != 0) state("speaker", audio.speaker_enable);
-    if (product.has_mic != 0) state("mic", audio.mic_enable);
-    if (product.has_irled != 0) state("irled", ir.ir_led);
+    if (product.has_irled && read(ir) != 200) return 500;
+    if (product.has_speaker) state("speaker", audio.speaker_enable);
+    if (product.has_mic) state("mic", audio.mic_enable);
+    if (product.has_irled) state("irled", ir.ir_led);
     return 200;
   }
 
-  static int askOutput(IpcClient& client, std::int32_t index) {
+  static int askOutput(DaemonClient& client, std::int32_t index) {
     DaemonAnswer answer;
     const bool isOn = askDaemon(client, kIoDaemon, kReadOutput + index, 0, &answer) && answer.state == 1;
     return isOn ? 1 : 0;

@@ -36,10 +36,10 @@ inline std::uint8_t lowByte(std::int32_t number) {
 template <class Take>
 void listen(std::uint32_t events, int seconds, Take take) {
   StatusReceiver receiver;
-  receiver.Init(0);
+  receiver.open();
   StatusPackage package{};
-  while (receiver.secondsSinceInit() < seconds) {
-    if (receiver.Wait(events, &package, 1, 0) >= 0 && !take(package)) return;
+  while (receiver.secondsSinceOpen() < seconds) {
+    if (receiver.wait(events, &package, std::chrono::seconds(1)) && !take(package)) return;
   }
 }
 

@@ -16,9 +16,8 @@ constexpr auto kParams =
 
 class SwInputEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
   int carryOut(SoftwareInput& wanted) override {
-    IpcClient client;
     DaemonAnswer answer;
-    return askDaemon(client, kEventDaemon, kSoftwareInput, wanted.fired != 0 ? 0 : 1, &answer)
+    return askDaemon(daemonClient(), kEventDaemon, kSoftwareInput, wanted.fired != 0 ? 0 : 1, &answer)
                ? 200
                : fail(500, "the event daemon does not answer");
   }

@@ -23,7 +23,7 @@ class SensorEndpoint final : public Endpoint {
 
   void readExposureTimes() {
     exposureTimes_.clear();
-    const std::string times = sensor_get_all_max_exposure_time();
+    const std::string times = exposureTimes();
     for (std::string_view rest = times; !rest.empty();) exposureTimes_.emplace_back(takeUntil(' ', &rest));
     exposureNames_.clear();
     for (const std::string& entry : exposureTimes_) exposureNames_.push_back(exposureTime(entry).data());

@@ -32,9 +32,7 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
     const ProductInfo* known = product();
     if (known == nullptr) return 500;
-    int number = 0;
-    int reserved = 0;
-    const DisplayMode* display = sensor_get_status(number, reserved) ? displayMode(number) : nullptr;
+    const DisplayMode* display = displayMode(displaySystemInUse());
     if (display == nullptr) return fail(500, "display system: cannot be read");
     if (!sensor_.init(*known)) return fail(500, "product information: too long a list of capabilities");
     for (const Capability& capability : capabilities()) {
@@ -56,7 +54,7 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
 
   int replyExposureTimes(const Capability& capability) {
     std::string list;
-    if (!listExposureTimes(sensor_get_all_max_exposure_time(), &list))
+    if (!listExposureTimes(exposureTimes(), &list))
       return fail(500, "product information: too long a list of exposure times");
     pair(capability.parameter, list);
     return 200;

@@ -13,9 +13,6 @@
 namespace camera {
 namespace {
 
-constexpr std::size_t kMostSupported = 3;
-constexpr std::size_t kLongestSupported = kMostSupported * (kLongestName + 1) - 1;  // as one text
-
 struct Output {
   std::string supports;  // the names, separated by commas
   int current = 0;
@@ -29,7 +26,7 @@ bool isOneOf(std::string_view name, std::string_view list) {
 }
 
 bool takeCurrent(std::string_view value, Output& output) {
-  const int found = indexOf(value, DisplaySystem);
+  const int found = indexOf(value, kDisplaySystems);
   if (found < 0 || !isOneOf(value, output.supports)) return false;
   output.current = found;
   return true;
@@ -61,18 +58,11 @@ void adapt(ProfileSettings* profiles, int number, const DisplayMode& display) {
 
 class SensorOutputEndpoint final : public StateEndpoint<kParams> {
   int load() override {
-    const std::string text = sensor_get_all_ds();
-    if (text.empty() || text.size() > kLongestSupported)
-      return fail(500, text.empty() ? "display systems: cannot be read" : "display systems: too long a list");
-    std::string_view rest = text;
-    state.supports.clear();
-    for (std::size_t i = 0; i < kMostSupported && !rest.empty(); ++i) {
-      const std::string_view name = takeUntil(' ', &rest);
-      if (name.size() > kLongestName) break;
-      state.supports.append(i == 0 ? "" : ",").append(name);
-    }
-    int reserved = 0;
-    const bool isKnown = sensor_get_status(state.current, reserved) && displayMode(state.current) != nullptr;
+    state.supports = supportedDisplaySystems();
+    if (state.supports.empty()) return fail(500, "display systems: cannot be read");
+    std::replace(state.supports.begin(), state.supports.end(), ' ', ',');
+    state.current = displaySystemInUse();
+    const bool isKnown = displayMode(state.current) != nullptr;
     return isKnown ? 200 : fail(500, "display system: cannot be read");
   }
 
@@ -107,7 +97,7 @@ class SensorOutputEndpoint final : public StateEndpoint<kParams> {
 
   int reply() override {
     pair("supports", state.supports);
-    pair("current", DisplaySystem[state.current]);
+    pair("current", kDisplaySystems[state.current]);
     return 200;
   }
 };

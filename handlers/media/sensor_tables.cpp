@@ -286,7 +286,7 @@ constexpr DisplayMode kDisplayModes[] = {
      .accepted = kFull60Hz,
      .offered = kFull60Hz},
 };
-static_assert(std::size(kDisplayModes) == kDisplaySystemCount);
+static_assert(std::size(kDisplayModes) == std::size(kDisplaySystems));
 
 // The row of the model, or else that of its base model; null for one without.
 template <class Row>
@@ -365,9 +365,9 @@ std::span<const Capability> capabilities() {
 }
 
 bool SensorCapabilities::init(const ProductInfo& product) {
-  const ImageSensor* known = findModel<ImageSensor>(kImageSensors, product.getSensor());
+  const ImageSensor* known = findModel<ImageSensor>(kImageSensors, product.sensor);
   sensor_ = known != nullptr ? known : &kUnknownSensor;
-  const std::string text = product.getSensorCaps();
+  const std::string text = product.sensor_caps.spaced();
   if (text.size() > kLongestList) return false;
   for (std::string_view rest = text; !rest.empty();) {
     const std::string_view name = takeUntil(' ', &rest);

@@ -27,7 +27,7 @@ class StreamInfoEndpoint final : public ReadOnlyEndpoint {
  private:
   int load() override {
     if (read(profiles_, audio_) != 200) return 500;
-    displaySystem_ = GetDS();
+    displaySystem_ = displaySystemInUse();
     display_ = displayMode(displaySystem_);
     return display_ != nullptr ? 200 : fail(500, "display system: cannot be read");
   }
@@ -35,20 +35,15 @@ class StreamInfoEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
     const ProductInfo* known = product();
     if (known == nullptr) return 500;
-    const StreamSensor* stream = streamSensor(known->getSensor());
-    const VideoSensor* video = videoSensor(known->getSensor());
+    const StreamSensor* stream = streamSensor(known->sensor);
+    const VideoSensor* video = videoSensor(known->sensor);
     if (stream == nullptr || video == nullptr)
       return fail(500, "product information: no streams for this image sensor");
-    replyCodecs(known->has_h264 != 0);
+    replyCodecs(known->has_h264);
     replyResolutions(*stream, *video);
     replyRates(*stream, *video);
     replySound();
-    bool hasModule = false;
-    try {
-      hasModule = check_extra_modules(kExtraModule) == 1;
-    } catch (const ProductInfoError&) {
-      return fail(500, "product information: cannot be read");
-    }
+    const bool hasModule = known->hasModule(kExtraModule);
     replyVideoProfiles(hasModule);
     replyAudioProfiles(hasModule);
     line("vban", 0, {stream->bans});

@@ -87,16 +87,13 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   }
 
   int readCamera() {
-    int number = 0;
-    int reserved = 0;
-    const bool isKnown = sensor_get_status(number, reserved);
-    video_.display = isKnown ? displayMode(number) : nullptr;
+    video_.display = displayMode(displaySystemInUse());
     if (video_.display == nullptr) return fail(500, "display system: cannot be read");
     if (read(video_.profiles) != 200) return 500;
     const ProductInfo* known = product();
     if (known == nullptr) return 500;
-    video_.hasH264 = known->has_h264 == 1;
-    video_.sensor = videoSensor(known->getSensor());
+    video_.hasH264 = known->has_h264;
+    video_.sensor = videoSensor(known->sensor);
     return video_.sensor != nullptr ? 200 : fail(500, "product information: no video for this image sensor");
   }
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/daemons/ipc_client.h"
+#include "platform/daemons/daemon_client.h"
 
 namespace camera {
 namespace {
@@ -59,8 +59,7 @@ bool ptzCommand(PtzCode code, void* data, std::size_t length) {
   PtzRequest request{};
   fillRequest(code, data, &request);
   PtzAnswer answer{};
-  IpcClient client;
-  const bool done = client.send_cmd(kPanTiltDaemon, &request, sizeof request, &answer, sizeof answer) == 0 &&
+  const bool done = daemonClient().ask(kPanTiltDaemon, &request, sizeof request, &answer, sizeof answer) &&
                     answer.result == 0;
   if (const void* told = payload(code, answer); done && told != nullptr) std::memcpy(data, told, length);
   return done;

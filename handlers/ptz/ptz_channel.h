@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/daemons/little_endian.h"
+#include "platform/little_endian.h"
 
 namespace camera {
 

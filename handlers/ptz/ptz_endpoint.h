@@ -33,7 +33,7 @@ class PtzEndpoint : public Base {
 
   // No endpoint drives the zoom, so there is one place where it is.
   void replyZoom() {
-    if (this->product()->has_zoom != 0) this->pair("z", 0);
+    if (this->product()->has_zoom) this->pair("z", 0);
   }
 };
 

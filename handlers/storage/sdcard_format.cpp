@@ -5,8 +5,7 @@
 
 #include "handlers/confirmation.h"
 #include "handlers/storage/card_endpoint.h"
-#include "platform/card/card_path.h"
-#include "platform/card/fresh_card.h"
+#include "platform/card/card.h"
 #include "platform/shell.h"
 #include "platform/store/records/system.h"
 
@@ -24,7 +23,7 @@ void makeProductFolder(std::string_view model) {
   std::string path{kCardFolder};
   path += model;
   path.resize(std::min(path.size(), kMostPath));
-  makeCardFolder(path.c_str());
+  makeCardFolder(path);
 }
 
 }  // namespace

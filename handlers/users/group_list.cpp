@@ -13,10 +13,10 @@ constexpr auto kParams = paramRows<Selection>(choiceParam<&Selection::group>("na
 
 std::string privileges(const ProductInfo& product) {
   std::string text;
-  if (product.has_pan_tilt == 1) text += product.has_zoom != 0 ? "ptz," : "pt,";
+  if (product.has_pan_tilt) text += product.has_zoom ? "ptz," : "pt,";
   if (product.output_count != 0) text += "outputs,";
-  if (product.has_speaker == 1) text += "speaker,";
-  if (product.has_mic == 1) text += "mic,";
+  if (product.has_speaker) text += "speaker,";
+  if (product.has_mic) text += "mic,";
   return text + "video,notify";
 }
 

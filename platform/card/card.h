@@ -1,12 +1,14 @@
-// The SD card: the product's folder and what lies in it. Whatever a path holds, nothing outside of that
-// folder is reached, and a symbolic link on the card leads nowhere.
+// The SD card: the product's folder and what lies in it. No path reaches anything outside of that folder, and
+// symbolic links on the card are not followed.
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "platform/card/card_path.h"
 #include "platform/card/name_list.h"
+#include "platform/descriptor.h"
 
 namespace camera {
 
@@ -15,30 +17,32 @@ struct ProductFolder {
   std::string_view card = kCardFolder;
 };
 
-// Paths begin at the product's folder, with or without a slash. Results are 0 or an errno value; ENOENT for
-// all that is not there: what does not exist, leads outside or through a link, or may not be read.
+// Paths begin at the product's folder, with or without a slash. Results are 0 or an errno value; ENOENT also
+// for what leads outside or through a link, or may not be read.
 
 class CardFolder {
  public:
-  CardFolder() = default;
-  ~CardFolder();
-  CardFolder(const CardFolder&) = delete;
-  CardFolder& operator=(const CardFolder&) = delete;
-
   int open(const ProductFolder& product, std::string_view path);
-  // Adds the entries, in no order; the kind of some may be unknown. "." and ".." are none.
+  // Adds the entries, in no order; the kind of some may be unknown. "." and ".." are left out.
   int list(NameFilter wanted, NameList* names) const;
 
-  // Of a listed entry its kind, which may have been unknown, and of a file its size in bytes, of a folder the
-  // number of its visible entries; 0 when it cannot be examined or is gone. Fails only for want of memory.
+  // Finds out the kind of a listed entry, if unknown, and a number: of a file its size in bytes, of a folder
+  // how many visible entries it has, otherwise 0, also for an entry that is gone. Fails only for lack of
+  // memory.
   int examine(const char* name, EntryKind* kind, std::int64_t* number) const;
 
  private:
-  int descriptor_ = -1;
+  Descriptor descriptor_;
 };
 
 int findEntry(const ProductFolder& product, std::string_view path, EntryKind* kind);
 bool canReadFile(const ProductFolder& product, std::string_view path);
 int removeFile(const ProductFolder& product, std::string_view path);
+
+// After formatting: sleeps for a second, in which the system mounts the card again.
+void awaitMount();
+
+// Creates the folder, for everybody. A failure is only logged, as the folder may be there.
+void makeCardFolder(const std::string& path);
 
 }  // namespace camera

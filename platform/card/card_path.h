@@ -7,23 +7,23 @@
 
 namespace camera {
 
-// Where the card is mounted; the product's folder on it carries the model's name.
+// Where the card is mounted; the product's folder on it has the model's name.
 inline constexpr std::string_view kCardFolder = "/mnt/usb/";
 
-// Whether a folder can have the name: it is neither empty nor "." or "..", and holds no slash.
+// False if empty, "." or "..", or with a slash.
 bool isFolderName(std::string_view name);
 
-// What a client's path means: the path from the product's folder, empty or with a slash before it. The client
-// may name the whole path, begin at the model's name, or at the product's folder. Nothing for a path that
-// means no folder, or for a model whose name no folder can have. It may still lead outside.
+// What a client's path means: the path from the product's folder, empty or beginning with a slash. The client
+// may name the whole path, or begin at the model's name or at the product's folder. Nothing if the path means
+// no folder, or if the model cannot be a folder's name. The result may still lead outside.
 std::optional<std::string> folderFromClient(std::string_view path, std::string_view model);
 
-// Where a path leads, without ".", ".." and needless slashes; empty: where it begins. Nothing for one that
-// leads out on its way, or holds a NUL. Links, which are not followed on the card, count as names.
+// Where a path leads, without ".", ".." and needless slashes; empty: where it begins. Nothing if it leads out
+// on its way or holds a NUL. Links count as names: they are not followed on the card.
 std::optional<std::string> plainPath(std::string_view path);
 
 // Where an entry of a folder lies, both paths from the product's folder. Nothing for a name that leads
-// outside or to the folder itself or one around it: that is no entry of it.
+// outside, to the folder itself or to one around it.
 std::optional<std::string> entryPath(std::string_view folder, std::string_view name);
 
 }  // namespace camera

@@ -1,4 +1,4 @@
-// The camera's clock over a settings store: reading it, setting it, and applying the stored time zone.
+// The camera's clock: reading it, setting it, and applying the stored time zone.
 #include "platform/clock/clock.h"
 
 #include <algorithm>
@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::int64_t kDay = 86400;
 
-// The zone that was applied last; UTC before that.
+// UTC until one is applied.
 LocalZone appliedZone{};
 
 std::int64_t offsetOf(const ClockSettings& setting) {
@@ -26,8 +26,8 @@ std::int64_t zoneOffset(std::int64_t instant) {
   return offsetAt(appliedZone, instant);
 }
 
-// The instant at which the zone shows that local time, given as if it were UTC. A larger offset is an earlier
-// instant; a time that is skipped is one of before the change, when the offset was the smaller.
+// The instant at which the zone shows that local time, given in seconds as if it were UTC. Of two, the
+// earlier: that of the larger offset. A skipped time takes the smaller one, which holds before the change.
 std::int64_t instantOf(std::int64_t wall) {
   const auto [smaller, larger] =
       std::minmax({appliedZone.standard, appliedZone.standard + appliedZone.saving});

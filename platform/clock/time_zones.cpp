@@ -44,8 +44,8 @@ constexpr std::int16_t east(int hours, int minutes = 0) {
   return static_cast<std::int16_t>(hours * 60 + minutes);
 }
 
-// Takes a number and the character that must follow it (0: the end) off the text. -1 without a number of 0 to
-// max.
+// Takes a number and the character that must follow it (0: the end) off the text. -1 if that is not a number
+// of 0 to max.
 int takeNumber(std::string_view* text, int max, char follower) {
   int number = 0;
   if (text->starts_with('-')) return -1;
@@ -58,7 +58,7 @@ int takeNumber(std::string_view* text, int max, char follower) {
   return number;
 }
 
-// Reads "M3.5.0/02:00", with seconds or without.
+// "M3.5.0/02:00", with or without seconds.
 bool parseRule(std::string_view text, ChangeRule* rule) {
   if (!text.starts_with('M')) return false;
   text.remove_prefix(1);
@@ -75,7 +75,7 @@ bool parseRule(std::string_view text, ChangeRule* rule) {
   return true;
 }
 
-// "1:00" or "-0:30", in minutes; 0 for what is none.
+// "1:00" or "-0:30", in minutes; 0 if malformed.
 int savingOf(std::string_view text) {
   const bool negative = text.starts_with('-');
   if (negative) text.remove_prefix(1);
@@ -86,7 +86,7 @@ int savingOf(std::string_view text) {
   return negative ? -saving : saving;
 }
 
-// The instant at which the rule takes effect in that year, by clocks that are so far from UTC.
+// The instant at which the rule takes effect in that year, by clocks with that offset from UTC.
 std::int64_t changeIn(int year, const ChangeRule& rule, std::int32_t offset) {
   return secondsOfWeekday(year, rule.month, rule.week, rule.weekday) + rule.seconds - offset;
 }

@@ -1,4 +1,4 @@
-// The time zones that the camera knows, and what the stored settings make of one.
+// The time zones that the camera knows, and the zone that the stored settings describe.
 #pragma once
 
 #include <array>
@@ -11,8 +11,8 @@ struct TimeZoneSettings;
 inline constexpr int kTimeZoneCount = 87;
 inline constexpr int kUtcTimeZone = 34;  // without daylight saving
 
-// When clocks change: month 1 to 12, week 1 to 5 (5: the last), weekday 0 to 6 (0: Sunday), and the local
-// time of the change in seconds from that day's midnight, which may lie before it or after the day.
+// When clocks change: month 1 to 12, week 1 to 5 (5: last), weekday 0 to 6 (0: Sunday), and the local time of
+// the change in seconds from that day's midnight; it may be negative or more than a day.
 struct ChangeRule {
   std::uint8_t month;
   std::uint8_t week;
@@ -32,17 +32,17 @@ struct TimeZone {
   std::int16_t saving = 60;       // daylight saving time minus standard time
 };
 
-// From west to east; zone number n is entry n - 1. The numbers are stored, so that no entry ever moves.
+// From west to east; zone number n is entry n - 1. The numbers are stored: no entry may ever move.
 extern const std::array<TimeZone, kTimeZoneCount> kTimeZones;
 
-// What the stored settings make of a zone: offsets from UTC in seconds.
+// The zone that the stored settings describe: offsets from UTC in seconds.
 struct LocalZone {
   std::int32_t standard;
   std::int32_t saving;  // 0 without daylight saving
   DaylightRules daylight;
 };
 
-// Stored daylight saving rules that are none, or an offset beyond two hours, leave standard time only.
+// Malformed daylight saving rules, or an offset of more than two hours, leave standard time only.
 LocalZone localZone(const TimeZoneSettings& setting);
 
 // Local time minus UTC at that instant, in seconds.

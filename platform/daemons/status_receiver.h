@@ -1,4 +1,4 @@
-// The status channel: packages that the camera's daemons send by multicast to whoever listens.
+// The status channel: packages that the camera's daemons send by multicast to everyone who listens.
 #pragma once
 
 #include <netinet/in.h>
@@ -9,13 +9,17 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/descriptor.h"
+
+namespace camera {
+
 inline constexpr char kStatusGroup[] = "231.1.1.1";
 inline constexpr std::uint16_t kStatusPort = 8888;
 
 // A status package, as it travels: 24 little-endian words.
 struct StatusPackage {
-  std::uint32_t event;  // bits: which kind of report this is
-  std::uint32_t flags;  // bits, or a result value, depending on the event
+  std::uint32_t event;  // bits: the kind of report
+  std::uint32_t flags;  // bits, or a result, depending on the event
   std::uint32_t unused2[2];
   std::int32_t value;  // a number: motion value or sound level
   std::uint32_t unused5;
@@ -25,24 +29,19 @@ struct StatusPackage {
 static_assert(sizeof(StatusPackage) == 96);
 static_assert(offsetof(StatusPackage, value) == 16 && offsetof(StatusPackage, value2) == 24);
 
-// Any number of receivers listen at the same time, each to everything that arrives after its Init.
+// Any number of receivers listen at the same time, each to everything that arrives after its open.
 class StatusReceiver {
  public:
-  StatusReceiver() = default;
-  ~StatusReceiver();
-  StatusReceiver(const StatusReceiver&) = delete;
-  StatusReceiver& operator=(const StatusReceiver&) = delete;
-
   // Joins the group on the loopback interface and on every other one that is up and does multicast. Called
-  // once, with 0. 0, or -1 when the system gives no socket (the log says why); Wait then only takes its time.
-  int Init(int reserved);
+  // once. If the system gives no socket, which the log then says, wait only takes its time.
+  void open();
 
-  // Sleeps until there is a package from this machine whose event has a bit in the mask, or until the time is
-  // over. 0 with the package filled, or -1, and the package untouched.
-  int Wait(std::uint32_t events, StatusPackage* package, int seconds, int microseconds);
+  // Sleeps until there is a package from this machine whose event has a bit of the mask, or until the time is
+  // over. False then, with the package untouched.
+  bool wait(std::uint32_t events, StatusPackage* package, std::chrono::milliseconds time);
 
   // Whole seconds, on a clock that setting the time does not move.
-  int secondsSinceInit() const;
+  int secondsSinceOpen() const;
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -52,7 +51,7 @@ class StatusReceiver {
   bool isOwn(in_addr source) const;
   bool fetch(Clock::time_point end);
 
-  int descriptor_ = -1;
+  Descriptor socket_;
   Clock::time_point begin_;
   std::vector<in_addr_t> ownAddresses_;  // in network byte order
   std::array<StatusPackage, kBatch> batch_;
@@ -60,3 +59,5 @@ class StatusReceiver {
   std::size_t count_ = 0;
   Clock::time_point nextFetch_;
 };
+
+}  // namespace camera

@@ -2,7 +2,6 @@
 #include "platform/file.h"
 
 #include <fcntl.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
@@ -14,12 +13,8 @@ namespace camera {
 
 int readFile(const char* path, std::string* text, int expected) {
   text->clear();
-  const int descriptor = open(path, O_RDONLY | O_CLOEXEC);
-  int error = descriptor < 0 ? errno : 0;
-  if (descriptor >= 0) {
-    error = readAll(descriptor, text);
-    close(descriptor);
-  }
+  const Descriptor file(open(path, O_RDONLY | O_CLOEXEC));
+  const int error = file.isOpen() ? readAll(file.number(), text) : errno;
   if (error == 0) return 0;
   text->clear();
   if (error != expected) logDebug("%s: %s", path, std::strerror(error));

@@ -3,29 +3,29 @@
 
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <unistd.h>
 
 #include <array>
 #include <cstdarg>
 #include <cstdio>
 #include <string_view>
 
+#include "platform/descriptor.h"
+
+namespace camera {
 namespace {
 
 constexpr std::string_view kHead = "<15>camera: ";  // facility user, severity debug
 
 void send(const std::string& line) {
-  const int descriptor = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-  if (descriptor < 0) return;
+  const Descriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
   constexpr sockaddr_un kSystemLog{.sun_family = AF_UNIX, .sun_path = "/dev/log"};
-  sendto(descriptor, line.data(), line.size(), MSG_DONTWAIT | MSG_NOSIGNAL,
+  sendto(socket.number(), line.data(), line.size(), MSG_DONTWAIT | MSG_NOSIGNAL,
          reinterpret_cast<const sockaddr*>(&kSystemLog), sizeof kSystemLog);
-  close(descriptor);
 }
 
 }  // namespace
 
-// NOLINTNEXTLINE(cert-dcl50-cpp): the shape of the platform's call; its callers are checked by gnu::format.
+// NOLINTNEXTLINE(cert-dcl50-cpp): gnu::format checks the callers.
 std::string logDebug(const char* format, ...) {
   std::array<char, 1024> text{};
   va_list arguments;
@@ -37,3 +37,5 @@ std::string logDebug(const char* format, ...) {
   send(line);
   return line.substr(kHead.size());
 }
+
+}  // namespace camera

@@ -15,6 +15,7 @@
 #include "platform/log.h"
 #include "platform/process.h"
 
+namespace camera {
 namespace {
 
 constexpr std::size_t kPieceSize = 128;  // with its NUL
@@ -23,8 +24,8 @@ constexpr std::size_t kPieceSize = 128;  // with its NUL
 int startShell(const char* command, int output, pid_t* shell) {
   const char* path = std::getenv("PATH");
   const char* const arguments[] = {"/bin/sh", "-c", command, nullptr};
-  const int error = camera::startProgram(
-      {arguments, path == nullptr ? "/usr/bin:/bin" : path, STDIN_FILENO, output}, shell);
+  const int error =
+      startProgram({arguments, path == nullptr ? "/usr/bin:/bin" : path, STDIN_FILENO, output}, shell);
   if (error != 0) logDebug("/bin/sh: %s", std::strerror(error));
   return error;
 }
@@ -49,7 +50,7 @@ void takePieces(int descriptor, void (*take)(const char* piece, void* context), 
     take(piece.data(), context);
     count = length = 0;
   };
-  while (camera::readOnce(descriptor, block.data(), block.size(), &size) == 0 && size > 0) {
+  while (readOnce(descriptor, block.data(), block.size(), &size) == 0 && size > 0) {
     for (const char byte : std::span(block).first(size)) {
       ++count;
       if (byte != '\0') piece[length++] = byte;
@@ -62,19 +63,22 @@ void takePieces(int descriptor, void (*take)(const char* piece, void* context), 
 }  // namespace
 
 int runShell(const char* command) {
-  const camera::ChildrenWaitable waitable;
+  const ChildrenWaitable waitable;
   pid_t shell = -1;
   return startShell(command, STDOUT_FILENO, &shell) == 0 ? waitFor(shell) : -1;
 }
 
 int readCommand(const char* command, void (*take)(const char* piece, void* context), void* context) {
-  const camera::ChildrenWaitable waitable;
+  const ChildrenWaitable waitable;
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) return -1;
+  const Descriptor reader(ends[0]);
+  Descriptor writer(ends[1]);
   pid_t shell = -1;
-  const int error = startShell(command, ends[1], &shell);
-  close(ends[1]);
-  if (error == 0) takePieces(ends[0], take, context);
-  close(ends[0]);
-  return error == 0 ? waitFor(shell) : -1;
+  if (startShell(command, writer.number(), &shell) != 0) return -1;
+  writer.close();
+  takePieces(reader.number(), take, context);
+  return waitFor(shell);
 }
+
+}  // namespace camera

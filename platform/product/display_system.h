@@ -1,5 +1,14 @@
-// The names of the display systems, by index; a display system fixes resolutions and frame rates.
+// The names of the display systems: the standard, and the size of the largest picture. A display system
+// decides which resolutions and frame rates there are.
 #pragma once
 
-inline constexpr int kDisplaySystemCount = 11;
-extern const char* const DisplaySystem[kDisplaySystemCount];
+namespace camera {
+
+// By index, as the record of the profiles stores it.
+inline constexpr const char* kDisplaySystems[] = {
+    "VGA-640x480-60Hz", "SXGA-1280x1024",   "NTSC-704x480",     "PAL-704x576",
+    "PAL-704x576-25",   "XGA-1024x768",     "VGA-640x480-50Hz", "HD-1280x720",
+    "QuadVGA-1280x960", "FullHD-1920x1080", "WXGA-1280x800",
+};
+
+}  // namespace camera

@@ -1,68 +1,70 @@
-// Product information: what the camera knows about its own hardware.
+// Product information: what the camera knows about its own hardware, from product.conf.
 #pragma once
 
 #include <cstdint>
-#include <exception>
-#include <memory>
 #include <string>
 #include <string_view>
 
-// Raised by ProductInfo::init when the product information is missing or malformed; the log says where.
-class ProductInfoError : public std::exception {
- public:
-  const char* what() const noexcept override;
+namespace camera {
+
+// Words as a line of product.conf lists them; blanks around a word do not belong to it, and empty words do
+// not count.
+struct WordList {
+  std::string_view text;
+  char separator;
+
+  // Takes the next word off the text; empty at the end.
+  std::string_view next();
+  // The words, or the first of them, separated by single spaces.
+  std::string spaced(std::size_t most = SIZE_MAX) const;
 };
 
-// Read-only data; construct, init, read, destroy. The constructor reads nothing and leaves every field 0.
-class ProductInfo {
- public:
-  ProductInfo();
-  ~ProductInfo();
+struct ProductInfo {
+  // Reads the text of a product.conf into a new object. False if a line of it is malformed; the log says
+  // which.
+  bool parse(std::string file);
 
-  // Reads /etc/camera/product.conf, the first time that this process asks. Raises ProductInfoError. Returns
-  // 0.
-  int init();
+  bool has_pir = false;  // a passive infrared sensor
+  bool has_speaker = false;
+  bool has_mic = false;
+  bool has_pan_tilt = false;
+  bool has_zoom = false;  // only matters with has_pan_tilt
+  bool has_privacy = false;
+  bool has_sdcard = false;
+  bool has_irled = false;
+  bool has_icr = false;  // a day/night switch
+  bool has_h264 = false;
+  bool wireless = false;
+  std::uint8_t input_count = 0;   // digital inputs; a byte, as info.cgi reports it
+  std::uint8_t output_count = 0;  // digital outputs
+  std::int32_t region = 0;        // the regulatory region, which limits the wireless channels
 
-  // What init does with the file's text; on a fresh object.
-  void parse(std::string text);
+  // Parts of the text.
+  std::string_view sensor;       // model name of the image sensor
+  std::string_view mac_address;  // of the wired interface
+  WordList sensor_caps{{}, ' '};
+  WordList modules{{}, ','};
+  WordList display_systems{{}, ' '};  // empty: the sensor supports only the one in use
+  WordList max_exposure_times{{}, ' '};
+  // The system's own names of the camera's interfaces.
+  std::string_view eth0 = "eth0";
+  std::string_view ppp0 = "ppp0";
+  std::string_view ra0 = "ra0";
 
-  std::uint32_t has_pir;       // a passive infrared sensor
-  std::uint32_t input_count;   // digital inputs
-  std::uint32_t output_count;  // digital outputs
-  std::uint8_t has_speaker;
-  std::uint8_t has_mic;
-  std::uint8_t has_pan_tilt;
-  std::uint8_t has_zoom;  // only looked at when has_pan_tilt is 1
-  std::uint8_t has_privacy;
-  std::uint8_t has_sdcard;
-  std::uint8_t has_irled;
-  std::uint8_t has_icr;  // a day/night switch
-  std::uint8_t has_h264;
-
-  int getRegion() const;              // index of the regulatory region, which limits the wireless channels
-  std::string getSensor() const;      // model name of the image sensor
-  std::string getSensorCaps() const;  // names of the sensor's capabilities, separated by single spaces
-  std::string getMacAddress() const;  // of the wired interface
-  bool probeWireless() const;         // a wireless interface exists
-
-  // Separated by single spaces.
-  std::string displaySystems() const;  // supported names; empty: only the one in use
-  std::string maxExposureTimes() const;
-  // The system's own name of one of the camera's interfaces "eth0", "ppp0", "ra0"; good for as long as the
-  // object.
+  // The system's own name of the interface that the camera calls "eth0", "ppp0" or "ra0".
   std::string_view interfaceName(std::string_view name) const;
+  // Whether the optional software module is installed.
   bool hasModule(std::string_view name) const;
 
+  ProductInfo() = default;
   ProductInfo(const ProductInfo&) = delete;
+  ProductInfo& operator=(const ProductInfo&) = delete;
 
  private:
-  struct Data;
-  ProductInfo& operator=(const ProductInfo& other);
-  const Data& data() const;
-
-  std::shared_ptr<const Data> data_;  // null before parse
+  std::string text_;
 };
 
-// 1 when the named optional software module is installed on the product, otherwise 0. Raises
-// ProductInfoError.
-int check_extra_modules(const char* name);
+// The camera's product information, read and parsed at the first call. Null if that failed; the log says why.
+const ProductInfo* productInfo();
+
+}  // namespace camera

@@ -1,46 +1,34 @@
-// The image sensor, as the stored profiles and the product information tell of it.
+// The image sensor, by the stored profiles and the product information.
 #include "platform/product/sensor.h"
 
 #include "platform/product/product_info.h"
 #include "platform/store/records/profile.h"
 #include "platform/store/settings.h"
 
+namespace camera {
 namespace {
 
-// False when the product information cannot be read.
-bool readProduct(ProductInfo* product) {
-  try {
-    product->init();
-    return true;
-  } catch (const ProductInfoError&) {
-    return false;
-  }
-}
+constexpr std::size_t kMostSupported = 3;  // more are not reported to clients
 
 }  // namespace
 
-int GetDS() {
-  camera::ProfileSettings profile;
-  return camera::loadRecord(&profile) == camera::StoreResult::kDone ? profile.display_system : -1;
+int displaySystemInUse() {
+  ProfileSettings profile;
+  return loadRecord(&profile) == StoreResult::kDone ? profile.display_system : -1;
 }
 
-bool sensor_get_status(int& displaySystem, int& reserved) {
-  const int index = GetDS();
-  if (index < 0) return false;
-  displaySystem = index;
-  reserved = 0;
-  return true;
+std::string supportedDisplaySystems() {
+  const ProductInfo* product = productInfo();
+  if (product == nullptr) return {};
+  std::string supported = product->display_systems.spaced(kMostSupported);
+  if (!supported.empty()) return supported;
+  const int inUse = displaySystemInUse();
+  return inUse < 0 ? std::string{} : kDisplaySystems[inUse];
 }
 
-std::string sensor_get_all_ds() {
-  ProductInfo product;
-  if (!readProduct(&product)) return {};
-  if (!product.displaySystems().empty()) return product.displaySystems();
-  const int inUse = GetDS();
-  return inUse < 0 ? std::string{} : DisplaySystem[inUse];
+std::string exposureTimes() {
+  const ProductInfo* product = productInfo();
+  return product == nullptr ? std::string{} : product->max_exposure_times.spaced();
 }
 
-std::string sensor_get_all_max_exposure_time() {
-  ProductInfo product;
-  return readProduct(&product) ? product.maxExposureTimes() : std::string{};
-}
+}  // namespace camera

@@ -17,8 +17,8 @@ namespace camera {
 
 enum class StoreResult : int {
   kDone = 0,
-  kRefused = 1,  // a text without an end, a value outside its bounds, or a decision on stale values
-  kFailed = 2,   // refused by the operating system, or the stored file is not what the store wrote
+  kRefused = 1,  // an unterminated text, a value outside its bounds, or a decision on outdated values
+  kFailed = 2,   // an error of the operating system, or the store did not write the stored file
 };
 
 // One field. Every byte of a record belongs to exactly one.
@@ -40,8 +40,8 @@ struct RecordInfo {
   std::uint16_t size;     // in bytes
   std::span<const Field> fields;
   const void* defaults;
-  bool indivisible;         // its fields depend on one another: two processes' changes are never merged
-  std::uint64_t dependsOn;  // the indexes, as bits, of other records that its values have to go together with
+  bool indivisible;         // its fields depend on one another: changes of two processes are never merged
+  std::uint64_t dependsOn;  // bits of the records on which its values depend
 };
 
 // The index of each record, by its short name.

@@ -1,4 +1,4 @@
-// The elements of a record: where each lies, how two of them compare, and which values they may hold.
+// The elements of a record: where each is, how two of them compare, and which values they may hold.
 #include "platform/store/record_fields.h"
 
 #include <cstring>
@@ -44,7 +44,7 @@ bool validElement(const Field& field, const void* element) {
     const std::int32_t number = elementNumber(field, element);
     return number >= field.min && number <= field.max;
   }
-  // The longest text that fits is shorter than the field, so that this finds a missing NUL as well.
+  // A text without a NUL is longer than any bound.
   const auto length = static_cast<std::int32_t>(textOf(field, element).size());
   return length >= field.min && length <= field.max;
 }

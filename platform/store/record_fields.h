@@ -1,4 +1,4 @@
-// The elements of a record: where each lies, how two of them compare, and which values they may hold.
+// The elements of a record: where each is, how two of them compare, and which values they may hold.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ inline std::size_t elementOffset(const Field& field, unsigned index) {
   return field.offset + std::size_t{field.width} * index;
 }
 
-// "name", of an array "name[index]".
+// "name"; for an element of an array "name[index]".
 std::string elementName(const Field& field, unsigned index);
 
 // The value of a number element.
@@ -25,13 +25,13 @@ bool sameElement(const Field& field, const void* left, const void* right);
 // The bounds of the field that holds the byte at that offset.
 Bounds boundsAt(const RecordInfo& info, std::ptrdiff_t offset);
 
-// Copies an element; of a text, what follows the NUL becomes zero.
+// Copies an element. What follows the NUL of a text becomes zero.
 void copyElement(const Field& field, void* to, const void* from);
 
 // False for a text without a NUL and for a value outside the bounds.
 bool validElement(const Field& field, const void* element);
 
-// Calls visit(field, index, offset) for every element, in the order in which they lie in the record.
+// Calls visit(field, index, offset) for every element, in the order of their offsets.
 template <class Visit>
 void forEachElement(const RecordInfo& info, Visit visit) {
   for (const Field& field : info.fields) {
@@ -39,7 +39,7 @@ void forEachElement(const RecordInfo& info, Visit visit) {
   }
 }
 
-// The name of the first element that is not valid; empty when all are.
+// The name of the first invalid element; empty if all are valid.
 std::string firstInvalid(const RecordInfo& info, const void* record);
 
 }  // namespace camera

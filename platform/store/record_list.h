@@ -1,8 +1,8 @@
-// The records of the settings store: one line each, in the order of their index, which is also the order in
-// which the action programs of a transaction run.
+// The records of the settings store, a line each, in the order of their index, in which the action programs
+// of a request run.
 #pragma once
 
-// RECORD(short name, struct): the file in the store, the action program and its actions carry the short name.
+// RECORD(short name, struct): the file in the store and the action program have the short name.
 #define CAMERA_RECORDS(RECORD)                   \
   RECORD(curtime, ClockSettings)                 \
   RECORD(ntp, NtpSettings)                       \

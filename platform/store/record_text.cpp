@@ -13,10 +13,6 @@ namespace {
 
 constexpr std::string_view kHex = "0123456789abcdef";
 
-bool isControl(char c) {
-  return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-}
-
 void appendHex(std::string* text, unsigned char byte) {
   *text += kHex[byte >> 4];
   *text += kHex[byte & 15];
@@ -44,8 +40,7 @@ std::string escaped(std::string_view text) {
   return line;
 }
 
-// What the escape at the start of the text stands for, and how long it is; 0 for none that can stand in a
-// text.
+// Reads the escape at the start of the text. Returns its length; 0 if it is malformed or stands for a NUL.
 std::size_t escapeAt(std::string_view text, char* c) {
   if (text.starts_with("\\\\")) *c = '\\';
   if (text.starts_with("\\n")) *c = '\n';

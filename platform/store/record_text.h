@@ -1,4 +1,4 @@
-// The text form of a record's elements, the same for every command that prints or reads one.
+// The text form of a record's elements, for every command that prints or reads one.
 #pragma once
 
 #include <optional>
@@ -9,11 +9,11 @@
 
 namespace camera {
 
-// A number in decimal; reserved bytes in hexadecimal; a text as it is, except for a backslash, a line end and
-// any other control byte, which become \\, \n and \xNN.
+// A number in decimal, reserved bytes in hexadecimal, a text as it is. In a text, a backslash, a line end and
+// other control bytes become \\, \n and \xNN.
 std::string formatElement(const Field& field, const void* element);
 
-// Stores the value of a text in that form. False, and the element untouched, for a text in another form or a
+// Stores the value of a text in that form. False, with the element untouched, if the text is malformed or the
 // value outside the field's bounds.
 bool parseElement(const Field& field, std::string_view text, void* element);
 

@@ -1,4 +1,4 @@
-// The settings store as endpoints use it: load a record whole, change the copy, store it.
+// The settings store as endpoints use it: load a whole record, change the copy, store it.
 #pragma once
 
 #include <cstdint>
@@ -13,13 +13,12 @@ struct Actions {
 };
 
 // Fills the record with what is stored, or with the factory defaults where nothing was stored yet.
-// kDone or kFailed, with the record untouched and the reason in the log.
+// kDone, or kFailed with the record untouched and the reason in the log.
 StoreResult loadRecord(RecordIndex index, void* record);
 
-// Stores what differs from this process's last load of the record, and adds the record to the actions.
-// kDone once it is stored and synced; kRefused for an unterminated text, a value outside its bounds or a
-// decision based on values that another process has changed since; kFailed for an error of the operating
-// system.
+// Stores what differs from this process's last load of the record, and adds the record to the actions. kDone
+// once it is stored and synced; kRefused for an unterminated text, a value outside its bounds, or a decision
+// on values that another process changed since; kFailed for an error of the operating system.
 StoreResult storeRecord(RecordIndex index, const void* record, Actions* actions);
 
 // The same by type.
@@ -41,19 +40,16 @@ StoreResult loadRecord(Record* record) {
 // depends on, since this process loaded it. Loaded and decided again, the change may be stored.
 bool isStoreOvertaken();
 
-// Locks the store, so that what is loaded from now on is what a write finds. Released by releaseStore, by
-// runActions and at the end of the process. If the store cannot be locked, the next write fails.
+// Locks the store, so that a write finds what is loaded from now on. releaseStore, runActions and the end of
+// the process release it. If the store cannot be locked, the next write fails.
 void holdStore();
 void releaseStore();
 
-// Releases the store, which an action program may write, then runs the action programs of the records in
-// record order and waits at most 10 s for each. A record without a program is no error.
+// Releases the store, since an action program may write it. Then runs the action programs of the records in
+// record order and waits at most 10 s for each. A record needs no program.
 void runActions(const Actions& actions);
 
 // Stores the factory defaults of the image settings, whatever was stored, and runs their action program.
 StoreResult resetImage();
-
-// The signal of the wireless connection, in the driver's unit; 0 without a connection.
-int wirelessRssi();
 
 }  // namespace camera

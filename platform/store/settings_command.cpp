@@ -14,24 +14,21 @@
 namespace camera {
 namespace {
 
-// A backup is this line, a line for each element, and a last one with their number, by which a cut one is
-// seen.
+// A backup is this line, a line for each element, and a last line with their number, which shows whether it
+// was cut.
 constexpr std::string_view kBackupTitle = "camera-settings backup 2";
 constexpr std::string_view kBackupEnd = "end ";
 constexpr std::size_t kMaxBackup = 1 << 20;  // bytes
 
-// What the firmware says of itself: another firmware's word is not put into its mouth.
+// Excluded from backups: it describes the installed firmware.
 constexpr std::string_view kFirmware = "system";
 
 constexpr char kHelp[] =
     "\n"
-    "A field is named as get shows it; of an array, name[i]. A number is decimal. A text stands as it is, "
-    "but for a\n"
-    "backslash, a line end and other control bytes, which are \\\\, \\n and \\xNN. Bytes that nobody uses "
-    "are\n"
-    "hexadecimal digits. A backup is text in the same form, and is restored whole or not at all; what the "
-    "firmware\n"
-    "says of itself (system) is not part of it.\n"
+    "FIELD is a name as get shows it; name[i] is an element of an array. Numbers are decimal. In texts,\n"
+    "\\\\ is a backslash, \\n a line end and \\xNN any other control byte. Reserved bytes are hexadecimal\n"
+    "digits. A backup is text in the same form. It is restored whole or not at all, and does not include\n"
+    "the record system, which describes the installed firmware.\n"
     "\n"
     "Exit status: 0 done, 1 refused or unknown, 2 settings cannot be read or written.\n";
 
@@ -45,15 +42,14 @@ struct Restored {
   std::vector<bool> seen;  // by the offset of the element
 };
 
-// Of what came from outside, as much as belongs in a line.
+// A text from outside, made fit for a line of a message.
 std::string shown(std::string_view text) {
   std::string line(text.substr(0, 64));
-  std::replace_if(
-      line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; }, '?');
+  std::replace_if(line.begin(), line.end(), isControl, '?');
   return line;
 }
 
-// Which values an element takes.
+// A message that says which values an element takes.
 std::string accepted(const RecordInfo& info, const Field& field) {
   const std::string name = std::string(info.name) + "." + field.name + ": ";
   if (field.kind == FieldKind::kReserved)
@@ -63,7 +59,7 @@ std::string accepted(const RecordInfo& info, const Field& field) {
   return range + " bytes, \\\\ for a backslash, \\n and \\xNN for control bytes";
 }
 
-// Reads to the end of the file, but no more than a backup can have. Returns 0 or an errno value.
+// Reads to the end of the file, but at most what a backup can have. Returns 0 or an errno value.
 int readBackup(int descriptor, std::string* text) {
   char buffer[4096];
   int error = 0;
@@ -141,7 +137,7 @@ StoreResult Command::set(Arguments arguments) {
   return report(store_.write(*info, record.data()));
 }
 
-// A record that cannot be reset does not keep the others from it.
+// Goes on after a record that cannot be reset.
 StoreResult Command::reset(Arguments arguments) {
   std::span<const RecordInfo* const> records = store_.records();
   const RecordInfo* info = nullptr;
@@ -187,9 +183,9 @@ StoreResult Command::restore(Arguments /*arguments*/) {
     const std::string_view line = takeUntil('\n', &rest);
     StoreResult result = StoreResult::kDone;
     if (number == 1 && line != kBackupTitle) {
-      result = refuse("no backup");
+      result = refuse("not a backup");
     } else if (!whole || complete) {
-      result = refuse(whole ? "more after the end" : "cut short");
+      result = refuse(whole ? "text after the end" : "cut short");
     } else if (line.starts_with(kBackupEnd)) {
       result = checkEnd(line, number - 2);
       complete = true;
@@ -244,7 +240,7 @@ StoreResult Command::restoreLine(std::string_view line, std::vector<Restored>* r
 
 StoreResult Command::checkEnd(std::string_view line, std::size_t elements) {
   if (line.substr(kBackupEnd.size()) == std::to_string(elements)) return StoreResult::kDone;
-  return refuse("not as many lines as it says");
+  return refuse("not as many lines as the last one says");
 }
 
 StoreResult Command::writeRestored(const std::vector<Restored>& restored) {
@@ -280,13 +276,13 @@ struct Verb {
 };
 
 constexpr Verb kVerbs[] = {
-    {"list", 0, 0, &Command::list, "", "the records"},
-    {"get", 1, 2, &Command::get, " RECORD [FIELD]", "the fields of a record, or one of them"},
+    {"list", 0, 0, &Command::list, "", "lists the records"},
+    {"get", 1, 2, &Command::get, " RECORD [FIELD]", "prints the fields of a record, or one of them"},
     {"set", 2, SIZE_MAX, &Command::set, " RECORD FIELD=VALUE...", "changes all of these fields or none"},
     {"reset", 0, 1, &Command::reset, " [RECORD]", "goes back to the factory defaults"},
-    {"backup", 0, 0, &Command::backup, "", "all settings, on standard output"},
-    {"restore", 0, 0, &Command::restore, "", "puts back a backup from standard input"},
-    {"--version", 0, 0, &Command::version, "", "the version of this program and of camera-cgi"},
+    {"backup", 0, 0, &Command::backup, "", "writes all settings to standard output"},
+    {"restore", 0, 0, &Command::restore, "", "restores a backup from standard input"},
+    {"--version", 0, 0, &Command::version, "", "prints the version of this program and of camera-cgi"},
 };
 
 std::string usage(const Verb& verb) {

@@ -1,5 +1,4 @@
-// The settings store: records in files, replaced atomically, and merged where two processes change one
-// record.
+// The settings store: records in files that are replaced atomically.
 #include "platform/store/settings_store.h"
 
 #include <algorithm>
@@ -8,35 +7,23 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/little_endian.h"
 #include "platform/log.h"
 #include "platform/store/record_fields.h"
 
 namespace camera {
 namespace {
 
-// One for the whole store, so that whoever writes next clears what a killed process left.
+// One name for all records, so that the next writer removes what a killed process left.
 constexpr char kTemporary[] = ".new";
 
-constexpr std::size_t kMostBytes = 2048;  // of a file, and one more
+constexpr std::size_t kMostBytes = 2048;  // more than any file has
 
 // The header, little-endian: magic, format version, record version, payload length, CRC-32 of the payload.
 constexpr std::size_t kHeaderSize = 16;
 constexpr char kMagic[] = {'C', 'S', 'E', 'T'};
 constexpr std::uint16_t kFormatVersion = 1;
 enum HeaderOffset : std::size_t { kFormatAt = 4, kVersionAt = 6, kLengthAt = 8, kCrcAt = 12 };
-
-template <class Number>
-void putNumber(std::uint8_t* to, Number number) {
-  for (std::size_t i = 0; i < sizeof number; ++i) to[i] = static_cast<std::uint8_t>(number >> 8 * i);
-}
-
-template <class Number>
-Number getNumber(const std::uint8_t* from) {
-  Number number = 0;
-  for (std::size_t i = 0; i < sizeof number; ++i)
-    number = static_cast<Number>(number | Number{from[i]} << 8 * i);
-  return number;
-}
 
 // The CRC-32 of IEEE 802.3.
 constexpr auto kCrcOfByte = [] {
@@ -55,21 +42,21 @@ std::uint32_t crc32(std::span<const std::uint8_t> bytes) {
   return ~crc;
 }
 
-// Makes the record of a file's content, with the missing tail from the defaults. Returns what is wrong, empty
-// when nothing.
+// Decodes a file; the missing tail of an older one comes from the defaults. Returns what is wrong with it,
+// empty if nothing is.
 std::string decode(const RecordInfo& info, std::span<const std::uint8_t> file,
                    std::vector<std::uint8_t>* record) {
   if (file.size() < kHeaderSize) return "wrong size";
-  if (!std::equal(std::begin(kMagic), std::end(kMagic), file.begin())) return "corrupt: no settings file";
-  if (getNumber<std::uint16_t>(&file[kFormatAt]) != kFormatVersion) return "corrupt: unknown format";
-  const auto version = getNumber<std::uint16_t>(&file[kVersionAt]);
-  if (version > info.version) return "of a newer version";
+  if (!std::equal(std::begin(kMagic), std::end(kMagic), file.begin())) return "corrupt: not a settings file";
+  if (loadLittle<std::uint16_t>(&file[kFormatAt]) != kFormatVersion) return "corrupt: unknown format";
+  const auto version = loadLittle<std::uint16_t>(&file[kVersionAt]);
+  if (version > info.version) return "newer version";
 
   const std::span<const std::uint8_t> payload = file.subspan(kHeaderSize);
   const bool older = version < info.version;
   const bool fits = older ? payload.size() < info.size : payload.size() == info.size;
-  if (!fits || getNumber<std::uint32_t>(&file[kLengthAt]) != payload.size()) return "wrong size";
-  if (getNumber<std::uint32_t>(&file[kCrcAt]) != crc32(payload)) return "corrupt: checksum";
+  if (!fits || loadLittle<std::uint32_t>(&file[kLengthAt]) != payload.size()) return "wrong size";
+  if (loadLittle<std::uint32_t>(&file[kCrcAt]) != crc32(payload)) return "corrupt: checksum";
 
   const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
   record->reserve(info.size);
@@ -82,15 +69,15 @@ std::string decode(const RecordInfo& info, std::span<const std::uint8_t> file,
 std::vector<std::uint8_t> encode(const RecordInfo& info, const std::vector<std::uint8_t>& record) {
   std::vector<std::uint8_t> file(kHeaderSize);
   std::copy(std::begin(kMagic), std::end(kMagic), file.begin());
-  putNumber(&file[kFormatAt], kFormatVersion);
-  putNumber(&file[kVersionAt], info.version);
-  putNumber(&file[kLengthAt], static_cast<std::uint32_t>(record.size()));
-  putNumber(&file[kCrcAt], crc32(record));
+  storeLittle(&file[kFormatAt], kFormatVersion);
+  storeLittle(&file[kVersionAt], info.version);
+  storeLittle(&file[kLengthAt], static_cast<std::uint32_t>(record.size()));
+  storeLittle(&file[kCrcAt], crc32(record));
   file.insert(file.end(), record.begin(), record.end());
   return file;
 }
 
-// Copies the elements in which wanted differs from base, all of them without a base.
+// Copies the elements in which wanted differs from base; without a base, all of them.
 void merge(const RecordInfo& info, const std::uint8_t* base, const std::uint8_t* wanted,
            std::uint8_t* stored) {
   forEachElement(info, [&](const Field& field, unsigned, std::size_t offset) {
@@ -114,7 +101,7 @@ class SettingsStore::Lock {
 
  private:
   StoreFiles& files_;
-  bool isHeld_;  // beyond this one
+  bool isHeld_;  // by hold(), beyond this lock
   int error_;
 };
 
@@ -135,7 +122,7 @@ StoreResult SettingsStore::peek(const RecordInfo& info, void* record) {
 }
 
 StoreResult SettingsStore::write(const RecordInfo& info, const void* record) {
-  // What is valid field by field is so after the merge with a valid record as well.
+  // Valid fields stay valid when they are merged with those of a valid record.
   if (const std::string invalid = firstInvalid(info, record); !invalid.empty()) {
     return refuseInvalid(info, invalid);
   }
@@ -199,7 +186,7 @@ StoreResult SettingsStore::begin(const Lock& lock) {
 StoreResult SettingsStore::load(const RecordInfo& info, Bytes* record) {
   std::array<std::uint8_t, kMostBytes> file;
   std::size_t length = 0;
-  // One byte more than the record has, so that a file that is too long is seen.
+  // One byte more than the record has, to notice a file that is too long.
   const int error = files_.read(info.name, file.data(), kHeaderSize + info.size + 1, &length);
   if (error == ENOENT) {
     const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
@@ -235,8 +222,8 @@ StoreResult SettingsStore::replace(const RecordInfo& info, const Bytes& record) 
   return fail(info.name, error);
 }
 
-// Makes a write durable and remembers it. Also after one that changed nothing: the process that made the
-// change may have died before its sync.
+// Makes a write durable and remembers it. Also syncs if nothing changed: the process that made the change may
+// have died before its sync.
 StoreResult SettingsStore::finish(const RecordInfo& info, Bytes callersCopy, Bytes storedCopy) {
   if (const int error = files_.syncFolder(); error != 0) return fail(info.name, error);
   remember(info, std::move(callersCopy), std::move(storedCopy));

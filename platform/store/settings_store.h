@@ -1,14 +1,16 @@
-// The settings store: records in files, replaced atomically, and merged where two processes change one
-// record.
+// The settings store: records in files that are replaced atomically. Changes of two processes are merged.
 //
 // A request is a process that reads records, decides, and writes them back, while others do the same. So the
-// store remembers of each record what this process knows, and a write looks at what was stored since:
-//   - Usually a field (of an array, an element) goes into the file only when the writer changed it. Two
-//     processes that change different fields both win; of one field, the later wins.
-//   - A record that is indivisible is not merged: a write is refused when another process has changed it.
-//   - A write of a record that depends on others is refused when another process has changed one of those
-//     that this one read, since what goes together was decided on them.
-// Such a refusal is told apart (overtaken), so that the request can be decided again on what is stored now.
+// store remembers what this process read, and a write compares it with what is stored now:
+//   - Usually only the fields (of an array, the elements) that the writer changed go into the file. Two
+//   processes that
+//     change different fields both succeed; of changes to the same field, the later one stays.
+//   - An indivisible record is not merged: the write is refused if another process changed the record.
+//   - The write of a record that depends on others is refused if another process changed one of them after
+//   this one
+//     read it.
+// overtaken() tells such a refusal from others, so that the request can be decided again on what is stored
+// now.
 #pragma once
 
 #include <cstdint>
@@ -21,8 +23,8 @@
 
 namespace camera {
 
-// One per process and not thread-safe. Every record that is read is validated. A file that cannot be read is
-// never replaced but by overwrite and reset.
+// One per process; not thread-safe. Every record that is read is validated. Only overwrite and reset replace
+// a file that cannot be read.
 class SettingsStore {
  public:
   // The bits of RecordInfo::dependsOn are positions in records.
@@ -31,14 +33,14 @@ class SettingsStore {
     known_.reserve(records.size());
   }
 
-  // Fills the record with what is stored, or the factory defaults without a file. A failure leaves it
-  // untouched.
+  // Fills the record with what is stored, or with the factory defaults if there is no file. A failure leaves
+  // it untouched.
   StoreResult read(const RecordInfo& info, void* record);
-  // The same, but the next write of the record does not count it as this process's last read.
+  // The same, but it does not count as this process's last read of the record.
   StoreResult peek(const RecordInfo& info, void* record);
 
-  // Stores what differs from this process's last read or write of the record; all of it where there was none.
-  // Returns kDone only after the disk has it.
+  // Stores what differs from this process's last read or write of the record; without one, all of it. Returns
+  // kDone only after the disk has it.
   StoreResult write(const RecordInfo& info, const void* record);
 
   // Stores the whole record, whatever the file holds and whoever changed it.
@@ -47,31 +49,31 @@ class SettingsStore {
   // Goes back to the factory defaults, whatever the file holds.
   StoreResult reset(const RecordInfo& info);
 
-  // Keeps other processes from writing until release or the end of this process, so that what is read from
-  // now on is what a write finds. Where the lock cannot be had, the next write says so.
+  // Keeps other processes from writing until release or the end of this process, so that a write finds what
+  // is read from now on. If the store cannot be locked, the next write fails.
   void hold();
   void release();
 
-  // What the last refusal or failure was about: for a failure the file and why.
+  // The reason of the last refusal or failure; for a failure with the path of the file.
   const std::string& fault() const { return fault_; }
-  // Whether the last refusal came only because another process changed the record, or one that it depends on,
-  // since this process read it.
+  // Whether the only reason of the last refusal is that another process changed the record, or one on which
+  // it depends, after this process read it.
   bool overtaken() const { return overtaken_; }
 
-  // Refuses for a rule that is not the store's own. Returns kRefused.
+  // Refuses for a rule that the store does not know. Returns kRefused.
   StoreResult refuse(const RecordInfo& info, const char* reason);
 
   std::span<const RecordInfo* const> records() const { return records_; }
 
  private:
   using Bytes = std::vector<std::uint8_t>;
-  // What this process knows of a record. The two copies differ by what other processes had changed when this
-  // one wrote, which its handler has not seen.
+  // What this process knows of a record. The two copies differ in what other processes had changed when this
+  // one wrote, which the caller has not seen.
   struct Known {
     const RecordInfo* info;
-    Bytes callersCopy;  // last read or written here: what differs from it in the next write is a change;
-                        // empty where it is the stored one
-    Bytes storedCopy;   // what the file held after that: when it holds another, another process wrote it
+    Bytes callersCopy;  // last read or written by the caller; what differs from it in the next write is a
+                        // change. Empty: the same as the stored one
+    Bytes storedCopy;   // what the file held then; if it holds something else, another process wrote it
     const Bytes& callersBytes() const { return callersCopy.empty() ? storedCopy : callersCopy; }
   };
   class Lock;

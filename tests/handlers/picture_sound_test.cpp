@@ -28,7 +28,7 @@ TEST(AudioSwitch, TakesASwitchAndAVolumeInTens) {
   kSpeaker.accepts("enable=no volume=90");
   kMic.refuses("enable=on volume=55 volume=110 volume= volume=050 enable=yes&volume=10&!level=1");
   kMic.refuses("! enable=yes", "product.has_mic=0", 404);
-  kSpeaker.refuses("! volume=90", "product.has_speaker=2", 404);
+  kSpeaker.refuses("! volume=90", "product.has_speaker=0", 404);
 }
 
 const Endpoint kRtspUrl{"rtspurl.cgi",

@@ -31,7 +31,7 @@ const Endpoint* const kAll[] = {&kMove,   &kMoveRel, &kDirection, &kPos,        
 
 TEST(Ptz, NeedsAHead) {
   for (const Endpoint* endpoint : kAll) {
-    for (const char* heads : {"0", "2"}) endpoint->refuses("!", "product.has_pan_tilt="s + heads, 404);
+    endpoint->refuses("!", "product.has_pan_tilt=0", 404);
     EXPECT_EQ(scripted().history({"get", "send"}), "get product") << endpoint->cgi;
   }
 }

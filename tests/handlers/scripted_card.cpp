@@ -1,4 +1,6 @@
 // The SD card on the scripted platform: the product's folder, every entry of which can be made to fail.
+#include <fcntl.h>
+
 #include <cerrno>
 
 #include "platform/card/card.h"
@@ -9,8 +11,8 @@ namespace {
 
 using test::scripted;
 
-// What the paths of entries begin with, of every folder that was opened.
-std::vector<std::string> opened;
+// What the paths of the entries of an opened folder begin with, by its descriptor.
+std::map<int, std::string> opened;
 
 // What is at the path, empty when nothing is.
 std::string contentAt(std::string_view path) {
@@ -33,24 +35,22 @@ void list(const std::string& start, NameFilter wanted, NameList* names) {
 
 }  // namespace
 
-CardFolder::~CardFolder() = default;
-
 int CardFolder::open(const ProductFolder& /*product*/, std::string_view path) {
   const int error = scripted().answer("get card folder");
   if (error != 0 || contentAt(path) != "folder") return error == EIO ? EIO : ENOENT;
-  descriptor_ = static_cast<int>(opened.size());
-  opened.push_back(plainPath(path) == "" ? "" : *plainPath(path) + "/");
+  descriptor_ = Descriptor(::open("/", O_PATH));
+  opened[descriptor_.number()] = plainPath(path) == "" ? "" : *plainPath(path) + "/";
   return 0;
 }
 
 int CardFolder::list(NameFilter wanted, NameList* names) const {
-  camera::list(opened[static_cast<std::size_t>(descriptor_)], wanted, names);
+  camera::list(opened[descriptor_.number()], wanted, names);
   const int error = scripted().answer("get card names");
   return error == 0 ? 0 : error == ENOTDIR ? ENOENT : EIO;
 }
 
 int CardFolder::examine(const char* name, EntryKind* kind, std::int64_t* number) const {
-  const std::string path = opened[static_cast<std::size_t>(descriptor_)] + name;
+  const std::string path = opened[descriptor_.number()] + name;
   const int result = scripted().answer(std::string{"ask to examine "} + name);
   NameList inside;
   camera::list(path + "/", isVisible, &inside);

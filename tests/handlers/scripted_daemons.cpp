@@ -7,7 +7,7 @@
 #include <cstring>
 #include <sstream>
 
-#include "platform/daemons/little_endian.h"
+#include "platform/little_endian.h"
 #include "tests/handlers/scripted_platform.h"
 #include "virtual-camera/simulator/daemons.h"
 
@@ -68,7 +68,7 @@ std::string answerOf(std::size_t daemon, const std::string& bytes) {
   return answer;
 }
 
-int sendCommand(std::size_t daemon, const std::string& bytes, char* reply, std::size_t capacity) {
+bool sendCommand(std::size_t daemon, const std::string& bytes, char* reply, std::size_t capacity) {
   const std::string call = callOf(kDaemons[daemon].path, bytes);
   const int result = scripted().answer(call);
   const auto other = daemons().answers.find(call);
@@ -81,7 +81,7 @@ int sendCommand(std::size_t daemon, const std::string& bytes, char* reply, std::
     answer = answerOf(daemon, bytes);
   std::memset(reply, 0, capacity);
   answer.copy(reply, capacity);
-  return result < 0 ? result : answer.empty() ? -1 : 0;
+  return result >= 0 && !answer.empty();
 }
 
 }  // namespace
@@ -140,50 +140,50 @@ bool ScriptedDaemons::store(const std::string& name, const std::string& value) {
 
 }  // namespace camera::test
 
-using camera::test::daemons;
+namespace camera {
 
-int DomainSocket::open(const char* /*path*/) {
-  return -1;
+using test::daemons;
+
+DaemonClient& daemonClient() {
+  static DaemonClient client;
+  return client;
 }
 
-void DomainSocket::close() {}
-
-int IpcClient::send_cmd(const char* path, const void* request, std::size_t length, void* reply,
-                        std::size_t capacity) {
-  for (std::size_t i = 0; i < std::size(camera::test::kDaemons); ++i) {
-    const auto& known = camera::test::kDaemons[i];
+bool DaemonClient::ask(const char* path, const void* request, std::size_t length, void* reply,
+                       std::size_t capacity) {
+  for (std::size_t i = 0; i < std::size(test::kDaemons); ++i) {
+    const auto& known = test::kDaemons[i];
     if (std::strcmp(known.path, path) != 0 || known.request != length || known.reply != capacity) continue;
     const std::string bytes(static_cast<const char*>(request), length);
-    return camera::test::sendCommand(i, bytes, static_cast<char*>(reply), capacity);
+    return test::sendCommand(i, bytes, static_cast<char*>(reply), capacity);
   }
   ADD_FAILURE() << path << " is not asked with " << length << " bytes for " << capacity;
-  return -1;
+  return false;
 }
 
-StatusReceiver::~StatusReceiver() = default;
-
-int StatusReceiver::Init(int /*reserved*/) {
+void StatusReceiver::open() {
   daemons().began = daemons().clock;
   daemons().heard = 0;
-  return 0;
 }
 
 // The clock goes on to the package that was waited for, or to the end.
-int StatusReceiver::Wait(std::uint32_t events, StatusPackage* package, int seconds, int microseconds) {
+bool StatusReceiver::wait(std::uint32_t events, StatusPackage* package, std::chrono::milliseconds time) {
   auto& all = daemons();
   all.mask = events;
-  const std::int64_t end = all.clock + seconds * 1000 + microseconds / 1000;
+  const std::int64_t end = all.clock + time.count();
   while (all.heard < all.packages.size() && all.began + all.packages[all.heard].first < end) {
     const auto& [milliseconds, arrived] = all.packages[all.heard++];
     all.clock = std::max(all.clock, all.began + milliseconds);
     if ((arrived.event & events) == 0) continue;
     *package = arrived;
-    return 0;
+    return true;
   }
   all.clock = end;
-  return -1;
+  return false;
 }
 
-int StatusReceiver::secondsSinceInit() const {
+int StatusReceiver::secondsSinceOpen() const {
   return static_cast<int>((daemons().clock - daemons().began) / 1000);
 }
+
+}  // namespace camera

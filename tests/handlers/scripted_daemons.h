@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/daemons/ipc_client.h"
+#include "platform/daemons/daemon_client.h"
 #include "platform/daemons/status_receiver.h"
 #include "virtual-camera/simulator/camera_state.h"
 
@@ -19,7 +19,8 @@ namespace camera::test {
 //   send ptd 2 PAN TILT, 3 PAN TILT           send watchdog 606 to 609, 624 to 627
 //   send ptd 6 SLOT NAME, 6 SLOT, 7 SLOT      send eventd 9 0 WORD
 //   send ptd 8, 16, 24, 25, 34, 35
-// A result below 0 of such a call is what send_cmd gives; above 0 it is the daemon's refusal, its first word.
+// A result below 0 of such a call is a daemon that does not answer; above 0 it is the daemon's refusal, its
+// first word.
 struct ScriptedDaemons {
   ScriptedDaemons();
 

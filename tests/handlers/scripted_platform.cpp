@@ -12,7 +12,7 @@
 #include <stdexcept>
 
 #include "framework/checks.h"
-#include "platform/card/fresh_card.h"
+#include "platform/card/card.h"
 #include "platform/clock/clock.h"
 #include "platform/log.h"
 #include "platform/product/product_info.h"
@@ -48,8 +48,8 @@ std::map<std::string, std::string> readProduct() {
   return lines;
 }
 
-IF_INFO interfaceAt(const std::string& address) {
-  IF_INFO info{};
+InterfaceInfo interfaceAt(const std::string& address) {
+  InterfaceInfo info{};
   inet_pton(AF_INET, address.c_str(), &info.address);
   inet_pton(AF_INET, "255.255.240.0", &info.netmask);
   inet_pton(AF_INET, "192.168.0.1", &info.gateway);
@@ -59,6 +59,12 @@ IF_INFO interfaceAt(const std::string& address) {
 int answer(const std::string& call) {
   return scripted().answer(call);
 }
+
+// Of the request, which reads it once.
+struct {
+  bool isRead = false;
+  std::unique_ptr<ProductInfo> info;
+} knownProduct;
 
 }  // namespace
 
@@ -125,6 +131,7 @@ std::string ScriptedPlatform::stored(const std::string& name) const {
 void ScriptedPlatform::beginRequest() {
   calls.clear();
   times_.clear();
+  knownProduct = {};
   unfinished = 0;
 }
 
@@ -150,11 +157,11 @@ std::string ScriptedPlatform::history(const std::vector<std::string>& verbs) con
 using camera::test::answer;
 using camera::test::scripted;
 
+namespace camera {
+
 std::string logDebug(const char* format, ...) {
   return format;
 }
-
-namespace camera {
 
 StoreResult loadRecord(RecordIndex index, void* record) {
   const auto i = static_cast<std::size_t>(index);
@@ -219,46 +226,40 @@ int wirelessRssi() {
   return answer("ask rssi") == 0 ? scripted().rssi : 0;
 }
 
-}  // namespace camera
-
-bool GetActiveIFInfo(const char* name, IF_INFO* info) {
-  const auto found = scripted().interfaces.find(name);
+std::optional<InterfaceInfo> activeInterface(std::string_view name) {
+  const auto found = scripted().interfaces.find(std::string{name});
   const bool active = found != scripted().interfaces.end();
-  if (answer(std::string{active ? "get " : "ask "} + name) != 0 || !active) return false;
-  *info = found->second;
-  return true;
+  if (answer((active ? "get " : "ask ") + std::string{name}) != 0 || !active) return std::nullopt;
+  return found->second;
 }
 
-sitelist* dumpSites(sitelist* list) {
+std::vector<Site> surveySites() {
   std::string sites = answer("ask sites") == 0 ? scripted().sites : "";
   std::replace(sites.begin(), sites.end(), ',', '\t');
-  return camera::parseSites(sites, list);
+  return parseSites(sites);
 }
 
-int ProductInfo::init() {
-  if (answer("get product") != 0) throw ProductInfoError();
+const ProductInfo* productInfo() {
+  auto& [isRead, info] = test::knownProduct;
+  if (isRead) return info.get();
+  isRead = true;
   std::string text;
   for (const auto& [key, value] : scripted().product) text.append(key).append("=").append(value).append("\n");
-  parse(text);
-  return 0;
-}
-
-int check_extra_modules(const char* name) {
-  ProductInfo product;
-  product.init();
-  return product.hasModule(name) ? 1 : 0;
+  auto read = std::make_unique<ProductInfo>();
+  if (answer("get product") == 0 && read->parse(text)) info = std::move(read);
+  return info.get();
 }
 
 int runShell(const char* command) {
   return answer(std::string{"run "} + command);
 }
 
-void camera::awaitMount() {
+void awaitMount() {
   answer("ask 1 s");
 }
 
-void camera::makeCardFolder(const char* path) {
-  answer(std::string{"run mkdir "} + path);
+void makeCardFolder(const std::string& path) {
+  answer("run mkdir " + path);
 }
 
 int readCommand(const char* command, void (*take)(const char* piece, void* context), void* context) {
@@ -267,6 +268,8 @@ int readCommand(const char* command, void (*take)(const char* piece, void* conte
     if (status == 0) take(piece.c_str(), context);
   return status;
 }
+
+}  // namespace camera
 
 // Takes the place of libc's: no command of an endpoint ever runs on the machine that tests it.
 extern "C" int system(const char* command) {

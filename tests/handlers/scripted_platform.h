@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/network/if_info.h"
+#include "platform/network/interface.h"
 #include "platform/network/site_survey.h"
 #include "platform/store/record.h"
 
@@ -26,11 +26,11 @@ struct ScriptedPlatform {
   bool isContested = false;   // another process comes first at every write, until the store is held
   bool wasOvertaken = false;  // the last one was
 
-  std::map<std::string, std::string> product;  // the lines of product.conf
-  std::map<std::string, IF_INFO> interfaces;   // the active ones, by the camera's name
-  std::string sites;                           // lines of the survey's file, with commas for tabs
-  std::vector<std::string> printed;            // what readCommand hands over, in pieces
-  std::map<std::string, std::string> card;     // entries of the product's folder, by path
+  std::map<std::string, std::string> product;       // the lines of product.conf
+  std::map<std::string, InterfaceInfo> interfaces;  // the active ones, by the camera's name
+  std::string sites;                                // lines of the survey's file, with commas for tabs
+  std::vector<std::string> printed;                 // what readCommand hands over, in pieces
+  std::map<std::string, std::string> card;          // entries of the product's folder, by path
   int rssi = 0;
   std::int64_t time = 0;  // of the camera's clock; the local time of curtime is what the record holds
 

@@ -226,23 +226,25 @@ void switchOver(const std::string& from, const std::string& to, const std::strin
     EXPECT_EQ(request("video.cgi", std::string{"profileid="} + profile).status, 200);
 }
 
+constexpr int kCount = std::size(kDisplaySystems);
+
 TEST(SensorOutput, ASwitchMakesTheSettingsFitTheNewDisplaySystem) {
   std::istringstream switches{kSwitches};
   std::string fast, odd, resolutions, codec, subtype, format, writes;
-  for (int to = 0; to < kDisplaySystemCount; ++to) {
+  for (int to = 0; to < kCount; ++to) {
     switches >> fast >> odd >> resolutions >> codec >> subtype >> format >> writes;
     writes = (writes == "none" ? "" : "set " + writes + " ") + "set profile";
     const std::string others = fourProfiles("resolution", resolutions) + " profile.codec[1]=" + codec +
                                " profile.display_system=" + std::to_string(to) +
                                " profile.display_subtype=" + subtype + " image.video_in_format=" + format +
                                " motiond.enable=" + (to == 1 ? "0" : "1");
-    for (int from = 0; from < kDisplaySystemCount; ++from) {
+    for (int from = 0; from < kCount; ++from) {
       if (from == to) continue;
       const std::string before =
           " motiond.enable=1 image.video_in_format=4 profile.display_subtype=7 profile.codec[1]=1" +
           fourProfiles("resolution", "0,0,0,0") + " profile.display_system=" + std::to_string(from);
       for (const auto& [rates, then] : {std::pair{"30,15,10,6", fast}, {"25,12,8,11", odd}})
-        switchOver(DisplaySystem[from], DisplaySystem[to], before + fourProfiles("frame_rate", rates),
+        switchOver(kDisplaySystems[from], kDisplaySystems[to], before + fourProfiles("frame_rate", rates),
                    others + fourProfiles("frame_rate", then), writes);
     }
   }
@@ -259,6 +261,10 @@ TEST(SensorOutput, ChangesOnlyWhatHasToChange) {
       "current= current=PAL-704x576 current=VGA-640x480-60Hz,SXGA-1280x1024 current=vga-640x480-60hz "
       "current=SXGA-1280x1024&!colour=red");
   output.refuses("! current=HD-1280x720", "product.display_systems=HD-1280x720+HD", 500);
+  const char* const kFour =
+      "product.display_systems=SXGA-1280x1024+VGA-640x480-60Hz+PAL-704x576+NTSC-704x480";
+  output.accepts({{"", kFour, "supports=SXGA-1280x1024,VGA-640x480-60Hz,PAL-704x576"}});
+  output.refuses("current=NTSC-704x480", kFour);
 }
 
 }  // namespace

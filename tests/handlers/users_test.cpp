@@ -41,7 +41,7 @@ TEST(GroupList, TellsMembersAndWhatTheProductLetsThemDo) {
   groups.accepts({{"", "account.user_name[2]=", "-user&-privilege&groups=2&Administrator=admin&Users=a,,c"},
                   {"name=Users", "account.user_count=0", "user="},
                   {"name=Administrator", "", "user=admin"},
-                  {"name=Users", "product.has_zoom=2 product.has_mic=1 product.has_speaker=1",
+                  {"name=Users", "product.has_zoom=1 product.has_mic=1 product.has_speaker=1",
                    "privilege=ptz,outputs,speaker,mic,video,notify"},
                   {"name=Users", "product=", "privilege=video,notify"}});
   groups.refuses("name=users name= name=Users&!a=1 a=1");

@@ -228,8 +228,8 @@ TEST(StreamInfo, SaysEverythingInItsOrder) {
 // apart from what is offered.
 constexpr char kOffers[] = R"(
 ov7740 product.has_h264=0 videos=MJPEG,MPEG4 codeclist1=MJPEG,MPEG4 codeclist2=MPEG4,H264 -2&codec=H264
-ov7740 product.has_h264=2 profile.display_system=2
-       videos=MJPEG,MPEG4,H264 codeclist1=MPEG4,H264 +1&codec=MJPEG -1&codec=H264
+ov7740 profile.display_system=2
+       videos=MJPEG,MPEG4,H264 codeclist1=MPEG4,H264 +1&codec=MJPEG
 ov9710 profile.display_system=1 resolutions=1280x1024,640x512,320x256,160x128
        resolutionlist1=1280x1024,640x512,320x256,160x128 resolutionlist2=640x512,320x256,160x128
        resolutionlist3=1280x1024,640x512,320x256,160x128 resolutionlist4=640x512,320x256,160x128

@@ -55,24 +55,21 @@ struct Card : testing::Test {
     for (const auto& [name, target] : links) fs::create_symlink(target, at("M/"s + name));
     fs::create_symlink("M", at("L"));
     mkfifo(at("M/pipe").c_str(), 0600);
-    folder = open(at("M").c_str(), O_PATH | O_DIRECTORY);
+    folder = Descriptor(open(at("M").c_str(), O_PATH | O_DIRECTORY));
   }
-  ~Card() override { close(folder); }
   std::string at(const std::string& path) const { return card.path(path); }
 
   // What that opens, as a path of the card; empty when nothing.
-  std::string opened(int (*open)(int, const char*, int), const std::string& path) const {
-    const int found = open(folder, path.c_str(), O_PATH);
-    const std::string link = "/proc/self/fd/" + std::to_string(found);
-    const std::string target = found < 0 ? "" : fs::relative(fs::read_symlink(link), at("")).string();
-    close(found);
-    return target;
+  std::string opened(Descriptor (*open)(int, const char*, int), const std::string& path) const {
+    const Descriptor found = open(folder.number(), path.c_str(), O_PATH);
+    const std::string link = "/proc/self/fd/" + std::to_string(found.number());
+    return found.isOpen() ? fs::relative(fs::read_symlink(link), at("")).string() : "";
   }
 
   const TemporaryFolder card;
   const std::string mount = card.path() + "/";
   const ProductFolder product{"M", mount};
-  int folder = -1;
+  Descriptor folder;
 };
 
 TEST_F(Card, OpensNothingButWhatLiesBeneathTheProductsFolder) {

@@ -10,7 +10,7 @@
 #include <future>
 #include <thread>
 
-#include "platform/daemons/ipc_client.h"
+#include "platform/daemons/daemon_client.h"
 #include "tests/support/own_network.h"
 #include "tests/support/status_sender.h"
 #include "tests/support/temporary_folder.h"
@@ -41,8 +41,7 @@ struct Behaviour {
   bool reads;                        // or else leaves the request where it is
   std::vector<std::string> answers;  // with a pause of 400 ms between them
   bool closes;
-  int result;
-  std::string reply;  // where there is a result; zero bytes follow
+  std::string reply;  // zero bytes follow; empty: the command fails
 };
 
 // Serves one connection; its result is what it was asked, where it looked.
@@ -66,19 +65,19 @@ std::string serveOnce(int listener, const Behaviour& behaviour, std::future<void
   return request;
 }
 
-TEST(IpcClient, EndsInTimeWhateverADaemonDoes) {
+TEST(DaemonClient, EndsInTimeWhateverADaemonDoes) {
   std::signal(SIGPIPE, SIG_DFL);
   const std::string whole(140, 'w');
   const Behaviour rows[] = {
-      {"answers", true, {whole}, false, 0, whole},
-      {"answers in pieces", true, {whole.substr(0, 3), whole.substr(3)}, false, 0, whole},
-      {"answers short", true, {"1234567"}, true, 0, "1234567"},
-      {"answers without reading", false, {"1234567"}, true, 0, "1234567"},
-      {"answers 10 MB", true, {std::string(10'000'000, 'w')}, true, 0, whole},
-      {"closes at once", false, {}, true, -1, ""},
-      {"closes without an answer", true, {}, true, -1, ""},
-      {"never answers", true, {}, false, -1, ""},
-      {"never ends its answer", true, {"1", "2", "3", "4"}, false, -1, ""},
+      {"answers", true, {whole}, false, whole},
+      {"answers in pieces", true, {whole.substr(0, 3), whole.substr(3)}, false, whole},
+      {"answers short", true, {"1234567"}, true, "1234567"},
+      {"answers without reading", false, {"1234567"}, true, "1234567"},
+      {"answers 10 MB", true, {std::string(10'000'000, 'w')}, true, whole},
+      {"closes at once", false, {}, true, ""},
+      {"closes without an answer", true, {}, true, ""},
+      {"never answers", true, {}, false, ""},
+      {"never ends its answer", true, {"1", "2", "3", "4"}, false, ""},
   };
   const TemporaryFolder folder;
   const std::ptrdiff_t before = openDescriptors();
@@ -86,64 +85,69 @@ TEST(IpcClient, EndsInTimeWhateverADaemonDoes) {
   for (const Behaviour& row : rows) {
     tries.push_back(std::async(std::launch::async, [&row, &folder] {
       const std::string path = folder.path(row.what);
-      const int listener = listenAt(path, 1);
+      const Descriptor listener(listenAt(path, 1));
       std::promise<void> end;
-      auto daemon = std::async(std::launch::async, serveOnce, listener, row, end.get_future());
+      auto daemon = std::async(std::launch::async, serveOnce, listener.number(), row, end.get_future());
       std::string reply(140, 'x');
       const auto start = Clock::now();
-      IpcClient client{1};
-      const auto ask = [&] { return client.send_cmd(path.c_str(), "rstuvwxyzabc", 12, reply.data(), 140); };
-      EXPECT_EQ(ask(), row.result) << row.what;
-      EXPECT_TRUE(row.result == 0 || row.closes || ask() == -1) << "its time is over";
-      EXPECT_LT(Clock::now() - start, milliseconds(2000)) << row.what;
+      DaemonClient client{milliseconds(1000)};
+      const auto ask = [&] { return client.ask(path.c_str(), "rstuvwxyzabc", 12, reply.data(), 140); };
+      EXPECT_EQ(ask(), !row.reply.empty()) << row.what;
       const std::string expected = row.reply + std::string(140 - row.reply.size(), '\0');
-      EXPECT_TRUE(row.result != 0 || reply == expected) << row.what << ": " << reply;
+      EXPECT_TRUE(row.reply.empty() || reply == expected) << row.what << ": " << reply;
+      EXPECT_TRUE(!row.reply.empty() || row.closes || !ask()) << row.what << ": all commands share the time";
+      EXPECT_LT(Clock::now() - start, milliseconds(2000)) << row.what;
       end.set_value();
-      EXPECT_EQ(daemon.get(), row.reads || row.result == 0 ? "rstuvwxyzabc" : "") << row.what;
-      close(listener);
+      EXPECT_EQ(daemon.get(), row.reads || !row.reply.empty() ? "rstuvwxyzabc" : "") << row.what;
     }));
   }
   tries.clear();
   EXPECT_EQ(openDescriptors(), before);
 }
 
-struct Socket : DomainSocket {
-  using DomainSocket::DomainSocket;
-  std::int32_t limit() const { return limit_; }
-  std::int32_t descriptor() const { return descriptor_; }
-};
+// The second command gets what the first one left, however much of that passed between them.
+TEST(DaemonClient, CountsItsTimeFromTheFirstCommand) {
+  const TemporaryFolder folder;
+  const Descriptor listener(listenAt(folder.path("silent"), 2));
+  DaemonClient client{milliseconds(600)};
+  char reply = '\0';
+  EXPECT_FALSE(client.ask(folder.path("missing").c_str(), "x", 1, &reply, 1));
+  std::this_thread::sleep_for(milliseconds(400));
+  const auto start = Clock::now();
+  EXPECT_FALSE(client.ask(folder.path("silent").c_str(), "x", 1, &reply, 1));
+  EXPECT_GE(Clock::now() - start, milliseconds(100));
+  EXPECT_LT(Clock::now() - start, milliseconds(500));
+}
 
-TEST(DomainSocket, ReachesOnlyWhoListens) {
-  EXPECT_EQ(Socket{}.limit(), 30);
+TEST(DaemonClient, ReachesOnlyWhoListens) {
   const TemporaryFolder folder;
   const std::ptrdiff_t before = openDescriptors();
   close(listenAt(folder.path("gone"), 1));
   folder.put("file", "");
   for (const std::string& path : {folder.path("gone"), folder.path("file"), folder.path("missing"),
-                                  folder.path(std::string(200, 'x')), std::string{}}) {
-    Socket socket;
-    EXPECT_EQ(socket.open(path.c_str()), -1) << path;
-    EXPECT_EQ(socket.descriptor(), -1) << path;
+                                  folder.path(std::string(200, 'x')), std::string{}})
+    EXPECT_FALSE(connectToDaemon(path.c_str(), milliseconds(1000)).isOpen()) << path;
+  {
+    const Descriptor listener(listenAt(folder.path("busy"), 0));
+    const Descriptor first = connectToDaemon(folder.path("busy").c_str(), milliseconds(500));
+    EXPECT_TRUE(first.isOpen());
+    const auto start = Clock::now();
+    EXPECT_FALSE(connectToDaemon(folder.path("busy").c_str(), milliseconds(500)).isOpen());
+    EXPECT_EQ(errno, ETIMEDOUT) << "it accepts nobody";
+    EXPECT_GE(Clock::now() - start, milliseconds(500));
   }
-  const int listener = listenAt(folder.path("busy"), 0);
-  Socket first{1};
-  EXPECT_EQ(first.open(folder.path("busy").c_str()), 0);
-  const auto start = Clock::now();
-  EXPECT_EQ(Socket{1}.open(folder.path("busy").c_str()), -1) << "it accepts nobody";
-  EXPECT_GE(Clock::now() - start, milliseconds(1000));
-  close(listener);
-  first.close();
   EXPECT_EQ(openDescriptors(), before);
 }
 
 constexpr std::uint32_t kAny = 0xFFFFFFFF;
+constexpr milliseconds kSecond{1000};
 
 TEST(StatusReceiver, TakesWholePackagesOfThisMachineThatMatch) {
   expectInOwnNetwork([] {
     StatusReceiver receiver;
     StatusReceiver other;
-    ASSERT_EQ(receiver.Init(0), 0);
-    ASSERT_EQ(other.Init(0), 0);
+    receiver.open();
+    other.open();
     const Sender local;
     const std::string large(65'507, '\xFF');
     for (const std::size_t size : {0UL, 95UL, 97UL, large.size()}) local.send(large.data(), size);
@@ -154,19 +158,19 @@ TEST(StatusReceiver, TakesWholePackagesOfThisMachineThatMatch) {
     local.send(large.data(), 96);
 
     StatusPackage taken{};
-    EXPECT_EQ(receiver.Wait(0x1, &taken, 1, 0), 0);
+    EXPECT_TRUE(receiver.wait(0x1, &taken, kSecond));
     EXPECT_EQ(taken.event, 0x800001U);
     EXPECT_EQ(taken.value, 3);
-    EXPECT_EQ(receiver.Wait(0x800000, &taken, 1, 0), 0);
+    EXPECT_TRUE(receiver.wait(0x800000, &taken, kSecond));
     EXPECT_EQ(taken.event, kAny);
     EXPECT_EQ(taken.value, -1);
     taken = package(7);
-    EXPECT_EQ(receiver.Wait(kAny, &taken, 0, 50'000), -1);
+    EXPECT_FALSE(receiver.wait(kAny, &taken, milliseconds(50)));
     EXPECT_EQ(taken.event, 7U);
-    EXPECT_EQ(other.Wait(kAny, &taken, 1, 0), 0) << "each receiver has its own";
+    EXPECT_TRUE(other.wait(kAny, &taken, kSecond)) << "each receiver has its own";
     EXPECT_EQ(taken.value, 2);
     for (int i = 0; i < 100; ++i) local.send(package(0x4, i));
-    for (int i = 0; i < 100 && receiver.Wait(0x4, &taken, 1, 0) == 0; ++i) EXPECT_EQ(taken.value, i);
+    for (int i = 0; i < 100 && receiver.wait(0x4, &taken, kSecond); ++i) EXPECT_EQ(taken.value, i);
     EXPECT_EQ(taken.value, 99);
   });
 }
@@ -179,13 +183,13 @@ TEST(StatusReceiver, SleepsWhileNothingMatches) {
   expectInOwnNetwork([] {
     StatusReceiver silent;
     StatusReceiver busy;
-    ASSERT_EQ(busy.Init(0), 0);
+    busy.open();
     const Sender local;
     for (StatusReceiver* receiver : {&silent, &busy}) {
       for (int i = 0; i < 20; ++i) local.send(package(0x2));
       StatusPackage ignored;
       const auto start = Clock::now();
-      EXPECT_EQ(receiver->Wait(0x1, &ignored, 0, 300'000), -1);
+      EXPECT_FALSE(receiver->wait(0x1, &ignored, milliseconds(300)));
       EXPECT_GE(Clock::now() - start, milliseconds(300));
       EXPECT_LT(Clock::now() - start, milliseconds(900));
     }

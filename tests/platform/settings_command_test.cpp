@@ -15,7 +15,8 @@ namespace camera::test {
 namespace {
 
 constexpr char kDefaults[] =
-    "number=-7\nflag=1\nreserved=000000\ntext=abc\nnames[0]=one\nnames[1]=two\nlevels[0]=1\nlevels[1]=2\nlevels["
+    "number=-7\nflag=1\nreserved=000000\ntext=abc\nnames[0]=one\nnames[1]=two\nlevels[0]=1\nlevels[1]="
+    "2\nlevels["
     "2]=3\nlevels[3]=4\n";
 
 class SettingsCommand : public testing::Test {

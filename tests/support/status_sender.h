@@ -1,11 +1,10 @@
-// Sends status packages, and what is none, as the camera's daemons and others would.
+// Sends status packages, and datagrams that are not, as the camera's daemons and others would.
 #pragma once
 
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include "platform/daemons/status_receiver.h"
 
@@ -25,23 +24,20 @@ class Sender {
     const int yes = 1;
     const in_addr loopback{htonl(INADDR_LOOPBACK)};
     sockaddr_in address{AF_INET, 0, {inet_addr(source)}, {}};
-    EXPECT_EQ(setsockopt(socket_, IPPROTO_IP, IP_TRANSPARENT, &yes, sizeof yes), 0);
-    EXPECT_EQ(setsockopt(socket_, IPPROTO_IP, IP_MULTICAST_IF, &loopback, sizeof loopback), 0);
-    EXPECT_EQ(bind(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    EXPECT_EQ(setsockopt(socket_.number(), IPPROTO_IP, IP_TRANSPARENT, &yes, sizeof yes), 0);
+    EXPECT_EQ(setsockopt(socket_.number(), IPPROTO_IP, IP_MULTICAST_IF, &loopback, sizeof loopback), 0);
+    EXPECT_EQ(bind(socket_.number(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
   }
-  ~Sender() { close(socket_); }
-  Sender(const Sender&) = delete;
-  Sender& operator=(const Sender&) = delete;
-
   void send(const void* data, std::size_t size, const char* to = kStatusGroup) const {
     const sockaddr_in address{AF_INET, htons(kStatusPort), {inet_addr(to)}, {}};
-    EXPECT_EQ(sendto(socket_, data, size, 0, reinterpret_cast<const sockaddr*>(&address), sizeof address),
-              static_cast<ssize_t>(size));
+    EXPECT_EQ(
+        sendto(socket_.number(), data, size, 0, reinterpret_cast<const sockaddr*>(&address), sizeof address),
+        static_cast<ssize_t>(size));
   }
   void send(const StatusPackage& what) const { send(&what, sizeof what); }
 
  private:
-  int socket_ = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+  Descriptor socket_{socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)};
 };
 
 }  // namespace camera::test

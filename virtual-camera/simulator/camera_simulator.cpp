@@ -1,9 +1,9 @@
 // The virtual camera's daemons in one process: digital I/O, events, pan/tilt, event log and status packages.
 //
-//   camera-simulator serve                            until it is killed
-//   camera-simulator send DAEMON CODE [WORD [WORD]]   asks a daemon, and prints what it answers
-//   camera-simulator fill-card FOLDER                 makes recordings and snapshots
-//   camera-simulator COMMAND...                       tells the one that serves what happens; see --help
+//   camera-simulator serve                            runs the daemons until it is killed
+//   camera-simulator send DAEMON CODE [WORD [WORD]]   sends a command to a daemon and prints its answer
+//   camera-simulator fill-card FOLDER                 creates recordings and snapshots
+//   camera-simulator COMMAND...                       sends a command to the running simulator; see --help
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -14,10 +14,10 @@
 #include <cstring>
 
 #include "platform/card/card_state.h"
-#include "platform/daemons/ipc_client.h"
-#include "platform/daemons/little_endian.h"
+#include "platform/daemons/daemon_client.h"
 #include "platform/descriptor.h"
 #include "platform/file.h"
+#include "platform/little_endian.h"
 #include "platform/product/product_info.h"
 #include "platform/shell.h"
 #include "platform/store/records/curtime.h"
@@ -40,7 +40,7 @@ constexpr char kControl[] = "/run/camera/simulator";
 constexpr char kDaemonFolder[] = "/var/tmp/";
 constexpr char kLogDaemon[] = "/var/tmp/logd";
 constexpr int kFailed = 1;
-// The first character of what control answers.
+// The first character of an answer from the control socket.
 constexpr char kDone[] = "+";
 constexpr char kNotDone[] = "-";
 constexpr std::chrono::milliseconds kStatusInterval{500};
@@ -52,7 +52,7 @@ int complain(const std::string& about, const std::string& problem) {
 
 std::string localTime() {
   ClockSettings time{};
-  if (camera::loadRecord(&time) != camera::StoreResult::kDone) return "-";
+  if (loadRecord(&time) != StoreResult::kDone) return "-";
   std::array<char, 64> text;
   (void)std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d:%02d", time.year, time.month,
                       time.day, time.hour, time.minute, time.second);
@@ -60,20 +60,19 @@ std::string localTime() {
 }
 
 std::string storedRoute() {
-  camera::RouteSettings route;
-  return camera::loadRecord(&route) == camera::StoreResult::kDone ? route.stops : "";
+  RouteSettings route;
+  return loadRecord(&route) == StoreResult::kDone ? route.stops : "";
 }
 
 void save(const Head& head) {
   const std::string memory = head.memory();
-  const int file = open(kNewMemory, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-  int error = file < 0 ? errno : writeAll(file, memory.data(), memory.size());
-  if (file >= 0) close(file);
+  const Descriptor file(open(kNewMemory, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+  int error = file.isOpen() ? writeAll(file.number(), memory.data(), memory.size()) : errno;
   if (error == 0 && rename(kNewMemory, kMemory) != 0) error = errno;
   if (error != 0) complain(kMemory, std::strerror(error));
 }
 
-// A card that is recorded to is a ready one while recording is enabled: so it is not formatted.
+// "recording" is not stored: a ready card is in that state while recording is enabled.
 ControlReply setCard(std::size_t state) {
   const bool isRecordedTo = state == kRecording;
   const std::size_t stored = isRecordedTo ? std::size_t{kReady} : state;
@@ -87,21 +86,19 @@ ControlReply setCard(std::size_t state) {
   return {status == 0, printed};
 }
 
-// What cannot be read is said, and the camera has the usual equipment.
+// Uses the defaults for what cannot be read, and says so.
 void equip(CameraState* camera) {
   HeadDesign design;
   std::string text;
   const int error = readFile(kDesign, &text, ENOENT);
-  if ((error != 0 && error != ENOENT) || !readHeadDesign(text, &design)) complain(kDesign, "is no head");
+  if ((error != 0 && error != ENOENT) || !readHeadDesign(text, &design)) complain(kDesign, "malformed");
   camera->head = Head{design};
   if (readFile(kMemory, &text, ENOENT) == 0) camera->head.remember(text);
-  ProductInfo product;
-  try {
-    product.init();
-    camera->inputCount = std::min<std::size_t>(product.input_count, CameraState::kLines);
-    camera->outputCount = std::min<std::size_t>(product.output_count, CameraState::kLines);
-  } catch (const ProductInfoError& problem) {
-    complain("camera-simulator", problem.what());
+  if (const ProductInfo* product = productInfo(); product != nullptr) {
+    camera->inputCount = std::min<std::size_t>(product->input_count, CameraState::kLines);
+    camera->outputCount = std::min<std::size_t>(product->output_count, CameraState::kLines);
+  } else {
+    complain("product information", "cannot be read");
   }
   camera->route = storedRoute;
   camera->headChanged = [camera] { save(camera->head); };
@@ -136,8 +133,8 @@ int serve() {
   for (Daemon& daemon : server.daemons()) {
     if (!server.behave(&daemon, Behaviour::kUp)) return complain(daemon.path, std::strerror(errno));
   }
-  const PackageSender sender;
-  if (!sender.isReady()) return complain("status packages", std::strerror(errno));
+  PackageSender sender;
+  if (!sender.open()) return complain("status packages", std::strerror(errno));
   for (auto next = start;;) {
     next = std::max(next + kStatusInterval, Server::Clock::now());
     server.serveUntil(next);
@@ -158,7 +155,7 @@ int tell(const std::string& command) {
   return writeAll(STDOUT_FILENO, answer.data(), answer.size()) == 0 ? 0 : kFailed;
 }
 
-// The tool by which the camera's scripts ask its daemons.
+// Behind the camera's send_cmd.
 int send(const std::string& daemon, const std::vector<int>& words) {
   std::string request(kShortRequest, '\0');
   for (std::size_t i = 0; i < words.size(); ++i) storeLittle<std::int32_t>(&request[4 * i], words[i]);

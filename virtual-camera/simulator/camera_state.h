@@ -1,4 +1,4 @@
-// All that the simulated daemons know: the truth that endpoints report.
+// The state that the simulated daemons report and change.
 #pragma once
 
 #include <array>
@@ -13,14 +13,14 @@ namespace camera::simulator {
 
 enum class Storage : unsigned char { kOk, kFull, kFailed };
 
-// Something that was noticed, and goes on being reported for a while.
+// Something that was detected, and is reported until a time.
 struct Detection {
   int value = 0;
-  double until = 0;  // seconds, on the clock of CameraState
+  double until = 0;  // seconds since the simulator started
 };
 
 struct CameraState {
-  static constexpr std::size_t kLines = 4;  // as many as the protocols have codes for
+  static constexpr std::size_t kLines = 4;  // the protocols have codes for no more
 
   double now = 0;  // seconds since the simulator started
 
@@ -44,10 +44,10 @@ struct CameraState {
   EventLog log;
 
   // The camera around the daemons.
-  std::function<std::string()> route = [] { return std::string{}; };  // "1,4,2": slots from 1, in order
-  std::function<void()> headChanged = [] {};                          // home and presets are to be kept
+  std::function<std::string()> route = [] { return std::string{}; };  // "1,4,2": slots, counted from 1
+  std::function<void()> headChanged = [] {};                          // stores home and presets
 
-  // Lets time pass until then.
+  // Moves the clock, and the head with it.
   void passTo(double seconds) {
     head.advance(seconds - now);
     now = seconds;

@@ -1,4 +1,4 @@
-// The files of a card: snapshots of a plain wall, brighter by day, and recordings of one such picture.
+// The files of a card: plain grey snapshots, brighter by day, and recordings of one such picture.
 #include "virtual-camera/simulator/card.h"
 
 #include <fcntl.h>
@@ -9,7 +9,8 @@
 #include <cerrno>
 #include <string_view>
 
-#include "platform/daemons/little_endian.h"
+#include "platform/descriptor.h"
+#include "platform/little_endian.h"
 
 namespace camera::simulator {
 namespace {
@@ -27,7 +28,7 @@ constexpr std::string_view kJpegStart =
 constexpr std::string_view kQuantizationTable = "\xFF\xDB\x00\x43\x00"sv;
 constexpr std::size_t kQuantities = 64;
 constexpr char kQuantity = 16;
-// One component of 640 by 480, and codes for two brightness steps (none, and one of six bits) and an end of
+// One component of 640 by 480. The Huffman codes are: no change of brightness, a change of six bits, end of
 // block.
 constexpr std::string_view kJpegTables =
     "\xFF\xC0\x00\x0B\x08\x01\xE0\x02\x80\x01\x01\x11\x00"
@@ -37,14 +38,14 @@ constexpr std::string_view kJpegTables =
 constexpr std::string_view kJpegEnd = "\xFF\xD9"sv;
 constexpr std::size_t kBlocks = std::size_t{kWidth} * kHeight / 64;
 
-// A file that is all zeros between its head and its tail.
+// A file with only zeros between its head and its tail.
 struct Sparse {
   std::string head;
   std::string tail;
   off_t size;
 };
 
-// The parts of a picture before and behind a comment. Brightness: 0 to 63.
+// A picture in two parts, between which a comment may stand. Brightness: 0 to 63.
 std::array<std::string, 2> jpeg(int brightness) {
   std::string tail{kQuantizationTable};
   tail.append(kQuantities, kQuantity).append(kJpegTables);
@@ -73,7 +74,7 @@ std::string chunk(std::string_view name, const std::string& content) {
   return std::string{name} + words({static_cast<std::int32_t>(content.size())}) + content;
 }
 
-// One picture for as long as a recording lasts, and room behind it.
+// One picture that lasts for the whole recording, and padding.
 Sparse recording(int brightness, off_t size) {
   const auto [start, rest] = jpeg(brightness);
   std::string picture = start + rest;
@@ -91,18 +92,16 @@ Sparse recording(int brightness, off_t size) {
 }
 
 int write(const std::string& path, const Sparse& content, std::time_t time) {
-  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
-  if (file < 0) return errno;
+  const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
+  if (!file.isOpen()) return errno;
   const timespec stamp{.tv_sec = time, .tv_nsec = 0};
   const timespec stamps[] = {stamp, stamp};
   const off_t tail = content.size - static_cast<off_t>(content.tail.size());
   const bool isDone =
-      pwrite(file, content.head.data(), content.head.size(), 0) == std::ssize(content.head) &&
-      pwrite(file, content.tail.data(), content.tail.size(), tail) == std::ssize(content.tail) &&
-      ftruncate(file, content.size) == 0 && futimens(file, stamps) == 0;
-  const int error = isDone ? 0 : errno != 0 ? errno : EIO;
-  close(file);
-  return error;
+      pwrite(file.number(), content.head.data(), content.head.size(), 0) == std::ssize(content.head) &&
+      pwrite(file.number(), content.tail.data(), content.tail.size(), tail) == std::ssize(content.tail) &&
+      ftruncate(file.number(), content.size) == 0 && futimens(file.number(), stamps) == 0;
+  return isDone ? 0 : errno != 0 ? errno : EIO;
 }
 
 std::string text(const char* format, std::time_t time) {
@@ -112,7 +111,7 @@ std::string text(const char* format, std::time_t time) {
   return {buffer.data(), std::strftime(buffer.data(), buffer.size(), format, &parts)};
 }
 
-// A recording and the snapshot that was taken as it began.
+// A recording, and a snapshot of its beginning.
 int record(const std::string& folder, std::time_t time) {
   const auto hour = static_cast<int>(time % kDaySeconds / 3600);
   const bool isDay = hour >= 6 && hour < 20;

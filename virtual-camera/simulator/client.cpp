@@ -6,29 +6,21 @@
 
 #include <cerrno>
 
-#include "platform/daemons/domain_socket.h"
+#include "platform/daemons/daemon_client.h"
 #include "platform/descriptor.h"
 
 namespace camera::simulator {
-namespace {
-
-class Client : DomainSocket {
- public:
-  int exchange(const char* path, std::string_view request, std::string* answer) {
-    const timeval limit{.tv_sec = limit_, .tv_usec = 0};
-    if (open(path) != 0 || setsockopt(descriptor_, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit) != 0 ||
-        send(descriptor_, request.data(), request.size(), MSG_NOSIGNAL) < 0 ||
-        shutdown(descriptor_, SHUT_WR) != 0) {
-      return errno;
-    }
-    return readAll(descriptor_, answer);
-  }
-};
-
-}  // namespace
 
 int exchange(const char* path, std::string_view request, std::string* answer) {
-  return Client{}.exchange(path, request, answer);
+  constexpr timeval kPatience{.tv_sec = 30, .tv_usec = 0};
+  const Descriptor connection = connectToDaemon(path, std::chrono::seconds(kPatience.tv_sec));
+  if (!connection.isOpen() ||
+      setsockopt(connection.number(), SOL_SOCKET, SO_RCVTIMEO, &kPatience, sizeof kPatience) != 0 ||
+      send(connection.number(), request.data(), request.size(), MSG_NOSIGNAL) < 0 ||
+      shutdown(connection.number(), SHUT_WR) != 0) {
+    return errno;
+  }
+  return readAll(connection.number(), answer);
 }
 
 }  // namespace camera::simulator

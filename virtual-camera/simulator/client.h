@@ -1,4 +1,4 @@
-// The other side of the simulator's sockets: for people and scripts inside the camera.
+// The other side of the simulator's sockets, for people and scripts inside the camera.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace camera::simulator {
 
-// Sends the request and takes all that is answered, whose parts may be 30 s apart. Returns 0 or an errno
+// Sends the request and reads the whole answer, waiting at most 30 s for each part. Returns 0 or an errno
 // value.
 int exchange(const char* path, std::string_view request, std::string* answer);
 

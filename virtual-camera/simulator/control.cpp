@@ -1,4 +1,4 @@
-// What a person tells the simulated camera.
+// The commands of `./run sim`.
 #include "virtual-camera/simulator/control.h"
 
 #include <algorithm>
@@ -57,10 +57,10 @@ class Words {
   std::istringstream rest_;
 };
 
-// Each is false for words that it does not understand; the camera is then untouched.
+// Returns false, with nothing changed, if the words are wrong.
 using Command = bool (*)(const Controlled& target, Words& words, ControlReply* reply);
 
-// "[SECONDS]", the last word.
+// The last word, "[SECONDS]".
 bool notice(const Controlled& target, Words& words, int value, Detection* detection) {
   int seconds = kNoticedSeconds;
   if (!words.isOver() && (!words.number(1, kDay, &seconds) || !words.isOver())) return false;
@@ -145,7 +145,7 @@ bool tellDaemon(const Controlled& target, Words& words, ControlReply* reply) {
   return true;
 }
 
-// Two backslashes are one; \xNN is any byte.
+// Two backslashes stand for one, \xNN for any byte.
 bool unescape(std::string_view text, std::string* plain) {
   while (!text.empty()) {
     const bool escaped = text.starts_with('\\');
@@ -211,25 +211,25 @@ constexpr struct {
   std::string_view help;
   Command command;
 } kCommands[] = {
-    {"motion", "VALUE [SECONDS]", "motion of that value is seen, for 10 seconds unless said otherwise",
+    {"motion", "VALUE [SECONDS]", "motion of that value is detected, for 10 seconds if not given",
      tellMotion},
-    {"pir", "[SECONDS]", "the infrared sensor notices someone", tellPir},
+    {"pir", "[SECONDS]", "the infrared sensor detects someone", tellPir},
     {"sound", "LEVEL [SECONDS]", "a sound of that level, 0 to 255, is detected", tellSound},
-    {"level", "LEVEL", "how loud it is otherwise, 0 to 255", tellLevel},
+    {"level", "LEVEL", "the sound level while nothing is detected, 0 to 255", tellLevel},
     {"input", "NUMBER on|off", "a digital input changes", tellInput},
-    {"storage", "ok|full|failed", "what happens to the storage; only with ok does recording go on",
-     tellStorage},
-    {"recording", "on|off", "recording is reported to have started or stopped",
+    {"storage", "ok|full|failed", "the state of the storage; recording stops unless it is ok", tellStorage},
+    {"recording", "on|off", "recording is reported as started or stopped",
      turn<&CameraState::recording, kOffOn>},
-    {"speaker", "occupied|free", "someone speaks through the camera",
+    {"speaker", "occupied|free", "someone uses the speaker, or nobody does",
      turn<&CameraState::speakerOccupied, kSpeaker>},
-    {"mic", "muted|open", "the microphone is muted", turn<&CameraState::micMuted, kMic>},
+    {"mic", "muted|open", "the microphone is muted or not", turn<&CameraState::micMuted, kMic>},
     {"card", "ready|protected|invalid|full|over_capacity|need_reinitialize|formatting|recording",
-     "stores the card's state; recording switches recording on, every other state off", tellCard},
+     "stores the card's state; recording also enables recording, any other state disables it", tellCard},
     {"daemon", "NAME up|down|stale|silent|closing|short|endless",
-     "how watchdog, eventd, ptd or logd treats those who ask; status up|down: the packages", tellDaemon},
-    {"log", "TEXT", "adds a line to the event log; \\xNN is a byte, \\\\ a backslash", tellLog},
-    {"status", "", "all that is so now; of the card, sdcard.cgi tells", tellStatus},
+     "what watchdog, eventd, ptd or logd does with its clients; status up|down: whether packages are sent",
+     tellDaemon},
+    {"log", "TEXT", "adds a line to the event log; \\xNN stands for a byte, \\\\ for a backslash", tellLog},
+    {"status", "", "prints the whole state, except the card's, which sdcard.cgi shows", tellStatus},
 };
 
 }  // namespace
@@ -250,7 +250,7 @@ ControlReply control(const Controlled& controlled, const std::string& command) {
 
 std::string controlHelp() {
   std::ostringstream out;
-  out << "usage: ./run sim COMMAND\n\nTells the running camera what happens around it:\n\n";
+  out << "usage: ./run sim COMMAND\n\nMakes something happen to the running camera:\n\n";
   for (const auto& [name, arguments, help, command] : kCommands) {
     out << "  " << name << (arguments.empty() ? "" : " ") << arguments << "\n        " << help << "\n";
   }

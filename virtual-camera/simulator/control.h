@@ -1,4 +1,4 @@
-// What a person tells the simulated camera: `./run sim COMMAND`.
+// The commands of `./run sim`.
 #pragma once
 
 #include <functional>
@@ -9,22 +9,22 @@
 
 namespace camera::simulator {
 
-// Stands for the sender of the status packages where a command names a daemon.
+// The name of the sender of the status packages, as of a daemon.
 inline constexpr char kStatusSender[] = "status";
 
 struct ControlReply {
   bool isDone;
-  std::string text;  // what was asked for, or why it was not done
+  std::string text;  // the answer, or why the command failed
 };
 
-// What the commands act on.
+// What the commands change.
 struct Controlled {
   CameraState& camera;
   Server& server;
   std::function<ControlReply(std::size_t state)> setCard;  // stores the card's state code
 };
 
-// Carries one command out, words with spaces between them.
+// Carries out one command: words, separated by spaces.
 ControlReply control(const Controlled& controlled, const std::string& command);
 
 std::string controlHelp();

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "platform/daemons/little_endian.h"
+#include "platform/little_endian.h"
 #include "platform/text.h"
 
 namespace camera::simulator {
@@ -48,12 +48,12 @@ std::vector<int> slotsOf(std::string_view route) {
   return slots;
 }
 
-bool kept(const CameraState& camera, bool done) {
+bool stored(const CameraState& camera, bool done) {
   if (done) camera.headChanged();
   return done;
 }
 
-// The request's fields, as far as its command uses them.
+// The fields of a request. Each command uses some of them.
 struct HeadRequest {
   explicit HeadRequest(const std::string& bytes)
       : code(wordAt(bytes, 0)),
@@ -77,7 +77,7 @@ bool obeys(CameraState& camera, const HeadRequest& request) {
     case 3:
       return head.moveBy(request.target), true;
     case 6:
-      return kept(camera, head.storePreset(request.slot, request.name));
+      return stored(camera, head.storePreset(request.slot, request.name));
     case 7:
       return head.goToPreset(request.argument);
     case 8:
@@ -85,9 +85,9 @@ bool obeys(CameraState& camera, const HeadRequest& request) {
     case 16:
       return head.stop(), true;
     case 24:
-      return head.setHome(), kept(camera, true);
+      return head.setHome(), stored(camera, true);
     case 25:
-      return head.resetHome(), kept(camera, true);
+      return head.resetHome(), stored(camera, true);
     case 34:
       return head.autoPan(), true;
     case 35:
@@ -97,7 +97,7 @@ bool obeys(CameraState& camera, const HeadRequest& request) {
   }
 }
 
-// The four codes from first on are those of lines 1 to 4.
+// Finds the line of a code; first is the code of line 1.
 bool isLine(int code, int first, std::size_t count, std::size_t* index) {
   if (code < first || code >= first + static_cast<int>(count)) return false;
   *index = static_cast<std::size_t>(code - first);

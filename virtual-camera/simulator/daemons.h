@@ -1,5 +1,4 @@
-// The daemons' protocols: what each answers to the bytes of one request. A request that a daemon does not
-// know gets the result word 1.
+// The daemons' protocols: what each answers to the bytes of one request. Unknown requests get the result 1.
 #pragma once
 
 #include <string>
@@ -16,7 +15,7 @@ std::string answerIo(CameraState& camera, const std::string& request);      // 1
 std::string answerEvents(CameraState& camera, const std::string& request);  // 140 bytes
 std::string answerLog(CameraState& camera, const std::string& request);     // text, of any length
 
-// What `input N on` does as well as a wire would.
+// Changes a digital input.
 void setInput(CameraState& camera, std::size_t index, bool on);
 
 }  // namespace camera::simulator

@@ -1,4 +1,4 @@
-// The event log: the last lines, each with the camera's local time.
+// The event log: the last 500 lines, each with the camera's local time.
 #pragma once
 
 #include <deque>
@@ -9,7 +9,7 @@ namespace camera::simulator {
 
 class EventLog {
  public:
-  // What stands before each line, "2024-02-29 13:05:00".
+  // The local time as "2024-02-29 13:05:00".
   std::function<std::string()> stamp = [] { return std::string{}; };
 
   void add(const std::string& line) {

@@ -1,4 +1,4 @@
-// The pan/tilt head: where it is, where it goes, and what it remembers.
+// The pan/tilt head: its movement, home and presets.
 #include "virtual-camera/simulator/head.h"
 
 #include <algorithm>
@@ -31,7 +31,7 @@ bool isName(const std::string& name) {
          std::all_of(name.begin(), name.end(), [](char c) { return c > ' ' && c <= '~'; });
 }
 
-// One axis, so many units nearer to its target.
+// Moves one axis by that many units, but not past its target.
 double nearer(double from, double target, double units) {
   return std::abs(target - from) <= units ? target : from + std::copysign(units, target - from);
 }
@@ -100,7 +100,7 @@ void Head::approach(double seconds) {
   tilt_ = nearer(tilt_, target_.tilt, seconds * design_.speed);
 }
 
-// What follows takes time, or the head rests.
+// The next step takes time, or the head comes to rest: advance ends.
 void Head::arrive() {
   if (mode_ == Mode::kPatrolling) rest_ = design_.dwell;
   if (mode_ == Mode::kSweeping) target_.pan = target_.pan == design_.pmax ? design_.pmin : design_.pmax;
@@ -148,7 +148,7 @@ void Head::goHome() {
   go(home_, Mode::kGoing);
 }
 
-// Who sends the head somewhere and makes that the home does not wait until it is there.
+// A client that moves the head and then sets the home does not wait for it to arrive.
 void Head::setHome() {
   home_ = mode_ == Mode::kGoing ? target_ : position();
 }

@@ -1,4 +1,4 @@
-// The pan/tilt head: where it is, where it goes, and what it remembers. Its coordinates are the daemon's.
+// The pan/tilt head: its movement, home and presets, in the daemon's coordinates.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@ struct Position {
   bool operator==(const Position&) const = default;
 };
 
-// What a product's head can do.
+// The limits and times of a product's head.
 struct HeadDesign {
   int pmax = 170;
   int pmin = -170;
@@ -24,8 +24,8 @@ struct HeadDesign {
   int dwell = 3;   // seconds that a patrol stays at a preset
 };
 
-// Reads lines "pmax = 170"; a # starts a comment, and what is not given stays. False for any other line, or a
-// head that could not move.
+// Reads lines such as "pmax = 170" into the design; # starts a comment. False, with the design untouched, for
+// any other line, or a design that does not fit the protocol.
 bool readHeadDesign(std::string_view text, HeadDesign* design);
 
 struct Preset {
@@ -47,21 +47,21 @@ class Head {
   Position home() const { return home_; }
   const std::array<Preset, kPresets>& presets() const { return presets_; }
 
-  // Each ends what the head was doing. False, and nothing changes, for what it cannot do.
+  // Each ends the movement before. False, with nothing changed, if it is not possible.
   bool moveTo(Position target);
-  void moveBy(Position step);  // as far as the limits let it
+  void moveBy(Position step);  // up to the limits
   void stop();
   void goHome();
   bool goToPreset(int slot);
   void autoPan();
-  bool patrol(const std::vector<int>& slots);  // visits those that are used, over and over
+  bool patrol(const std::vector<int>& slots);  // visits the used ones, again and again
 
-  void setHome();  // to where it is, or where it is going; sweeping and patrolling have no such place
+  void setHome();  // to where a move leads; otherwise to where the head is
   void resetHome();
-  // Stores the position under a name of at most 15 printable characters; an empty one clears the slot.
+  // Stores the position under a name of at most 15 printable characters; an empty name clears the slot.
   bool storePreset(int slot, const std::string& name);
 
-  // Home and presets as lines of text. A line that is none is left out.
+  // Home and presets as lines of text. remember ignores malformed lines.
   std::string memory() const;
   void remember(std::string_view memory);
 
@@ -86,7 +86,7 @@ class Head {
   Position target_{};
   std::vector<int> stops_;
   std::size_t nextStop_ = 0;
-  double rest_ = 0;  // seconds that it stays where it is
+  double rest_ = 0;  // seconds until it moves on
 };
 
 }  // namespace camera::simulator

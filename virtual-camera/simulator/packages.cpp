@@ -1,12 +1,11 @@
-// The status packages: what the daemons tell everyone who listens, twice a second.
+// The status packages, which the daemons send to everyone who listens.
 #include "virtual-camera/simulator/packages.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
-#include "platform/daemons/little_endian.h"
+#include "platform/little_endian.h"
 
 namespace camera::simulator {
 namespace {
@@ -31,7 +30,7 @@ enum Flag : std::uint32_t {
   kStorageFailed = 0x20,
 };
 
-// A recording that has no room has stopped, whatever it was told.
+// Without storage, recording has stopped.
 std::uint32_t recordingFlags(const CameraState& camera) {
   if (camera.storage == Storage::kFull) return kStorageFull;
   if (camera.storage == Storage::kFailed) return kStorageFailed;
@@ -65,22 +64,16 @@ std::vector<StatusPackage> statusPackages(const CameraState& camera) {
   return all;
 }
 
-PackageSender::PackageSender() : descriptor_(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
+bool PackageSender::open() {
   const in_addr loopback{htonl(INADDR_LOOPBACK)};
   const int hops = 0;
-  if (descriptor_ >= 0 &&
-      (setsockopt(descriptor_, IPPROTO_IP, IP_MULTICAST_IF, &loopback, sizeof loopback) != 0 ||
-       setsockopt(descriptor_, IPPROTO_IP, IP_MULTICAST_TTL, &hops, sizeof hops) != 0)) {
-    close(descriptor_);
-    descriptor_ = -1;
-  }
+  socket_ = Descriptor(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+  return socket_.isOpen() &&
+         setsockopt(socket_.number(), IPPROTO_IP, IP_MULTICAST_IF, &loopback, sizeof loopback) == 0 &&
+         setsockopt(socket_.number(), IPPROTO_IP, IP_MULTICAST_TTL, &hops, sizeof hops) == 0;
 }
 
-PackageSender::~PackageSender() {
-  if (descriptor_ >= 0) close(descriptor_);
-}
-
-// Nobody may be listening, and nothing can be done about a package that is lost.
+// A lost package is no problem: the next one follows soon.
 void PackageSender::send(const StatusPackage& package) const {
   unsigned char bytes[sizeof package] = {};
   storeLittle(bytes, package.event);
@@ -88,7 +81,7 @@ void PackageSender::send(const StatusPackage& package) const {
   storeLittle(bytes + offsetof(StatusPackage, value), package.value);
   storeLittle(bytes + offsetof(StatusPackage, value2), package.value2);
   const sockaddr_in group{AF_INET, htons(kStatusPort), {inet_addr(kStatusGroup)}, {}};
-  sendto(descriptor_, bytes, sizeof bytes, MSG_DONTWAIT, reinterpret_cast<const sockaddr*>(&group),
+  sendto(socket_.number(), bytes, sizeof bytes, MSG_DONTWAIT, reinterpret_cast<const sockaddr*>(&group),
          sizeof group);
 }
 

@@ -1,4 +1,4 @@
-// The status packages: what the daemons tell everyone who listens, twice a second.
+// The status packages, which the daemons send to everyone who listens.
 #pragma once
 
 #include <vector>
@@ -8,22 +8,18 @@
 
 namespace camera::simulator {
 
-// One package for each condition that holds, and the two that are always reported: sound level and recording.
+// A package per condition; sound level and recording are always reported.
 std::vector<StatusPackage> statusPackages(const CameraState& camera);
 
-// Sends over the loopback interface, and no farther.
+// Sends over the loopback interface only.
 class PackageSender {
  public:
-  PackageSender();
-  ~PackageSender();
-  PackageSender(const PackageSender&) = delete;
-  PackageSender& operator=(const PackageSender&) = delete;
-
-  bool isReady() const { return descriptor_ >= 0; }
+  // False, with errno, if the system gives no socket.
+  bool open();
   void send(const StatusPackage& package) const;
 
  private:
-  int descriptor_;
+  Descriptor socket_;
 };
 
 }  // namespace camera::simulator

@@ -14,23 +14,21 @@ namespace camera::simulator {
 namespace {
 
 constexpr std::size_t kMostConnections = 256;
-constexpr std::chrono::seconds kPatience{60};  // with a client that neither asks nor goes
+constexpr std::chrono::seconds kPatience{60};  // with a client that sends nothing
 constexpr std::size_t kLongestText = 65536;
 constexpr std::size_t kEndlessBytes = 10'000'000;
 
-int listenAt(const std::string& path) {
+// None, with errno, on failure.
+Descriptor listenAt(const std::string& path) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
-  if (path.size() >= sizeof address.sun_path) return errno = ENAMETOOLONG, -1;
-  path.copy(address.sun_path, path.size());
-  const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-  if (listener < 0) return -1;
-  if (bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-      listen(listener, SOMAXCONN) == 0) {
-    return listener;
-  }
-  close(listener);
-  return -1;
+  path.copy(address.sun_path, sizeof address.sun_path - 1);
+  Descriptor listener(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+  const bool listens =
+      listener.isOpen() &&
+      bind(listener.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+      listen(listener.number(), SOMAXCONN) == 0;
+  return listens ? std::move(listener) : Descriptor();
 }
 
 bool mustWait() {
@@ -47,17 +45,14 @@ Daemon* Server::add(Daemon daemon) {
 bool Server::behave(Daemon* daemon, Behaviour behaviour) {
   daemon->behaviour = behaviour;
   const bool listens = behaviour != Behaviour::kDown && behaviour != Behaviour::kStale;
-  if (listens && daemon->listener >= 0) return true;
-  if (daemon->listener >= 0) close(daemon->listener);
-  daemon->listener = -1;
+  if (listens && daemon->listener.isOpen()) return true;
+  daemon->listener.close();
   unlink(daemon->path.c_str());
   if (behaviour == Behaviour::kDown) return true;
   daemon->listener = listenAt(daemon->path);
-  if (daemon->listener < 0) return false;
-  if (listens) return true;
-  close(daemon->listener);
-  daemon->listener = -1;
-  return true;
+  const bool isCreated = daemon->listener.isOpen();
+  if (!listens) daemon->listener.close();
+  return isCreated;
 }
 
 void Server::serveUntil(Clock::time_point end) {
@@ -72,12 +67,12 @@ void Server::serveOnce(int milliseconds) {
   std::vector<pollfd> entries;
   for (const Connection& connection : connections_) {
     const short events = connection.answers ? POLLOUT : POLLIN;
-    entries.push_back({.fd = connection.descriptor, .events = events, .revents = 0});
+    entries.push_back({.fd = connection.socket.number(), .events = events, .revents = 0});
   }
   const std::size_t clients = entries.size();
   for (const Daemon& daemon : daemons_) {
     const bool hasRoom = clients < kMostConnections;
-    entries.push_back({.fd = hasRoom ? daemon.listener : -1, .events = POLLIN, .revents = 0});
+    entries.push_back({.fd = hasRoom ? daemon.listener.number() : -1, .events = POLLIN, .revents = 0});
   }
   if (poll(entries.data(), entries.size(), milliseconds) < 0) return;
 
@@ -85,27 +80,22 @@ void Server::serveOnce(int milliseconds) {
   const Clock::time_point now = Clock::now();
   for (auto connection = connections_.begin(); connection != connections_.end(); ++entry) {
     const bool stays = entry->revents != 0 ? goOn(&*connection) : now < connection->end;
-    if (!stays) close(connection->descriptor);
     connection = stays ? std::next(connection) : connections_.erase(connection);
   }
-  // What a daemon was told above may have closed its listener.
+  // A command that was served above may have closed a listener.
   for (Daemon& daemon : daemons_) {
-    if (entry->revents != 0 && entry->fd == daemon.listener) accept(&daemon);
+    if (entry->revents != 0 && entry->fd == daemon.listener.number()) accept(&daemon);
     ++entry;
   }
 }
 
 void Server::accept(Daemon* daemon) {
-  const int descriptor = accept4(daemon->listener, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
-  if (descriptor < 0) return;
-  if (daemon->behaviour == Behaviour::kClosing) {
-    close(descriptor);
-  } else {
-    connections_.push_back({.descriptor = descriptor, .daemon = daemon, .end = Clock::now() + kPatience});
-  }
+  Descriptor client(accept4(daemon->listener.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+  if (!client.isOpen() || daemon->behaviour == Behaviour::kClosing) return;
+  connections_.push_back({.socket = std::move(client), .daemon = daemon, .end = Clock::now() + kPatience});
 }
 
-// False when the connection is over.
+// False if the connection is over.
 bool Server::goOn(Connection* connection) {
   return connection->answers ? write(connection) : read(connection);
 }
@@ -114,7 +104,7 @@ bool Server::read(Connection* connection) {
   const Daemon& daemon = *connection->daemon;
   const std::size_t most = daemon.requestSize > 0 ? daemon.requestSize : kLongestText;
   std::array<char, 4096> block;
-  const ssize_t count = recv(connection->descriptor, block.data(), block.size(), 0);
+  const ssize_t count = recv(connection->socket.number(), block.data(), block.size(), 0);
   if (count < 0) return mustWait();
   connection->request.append(block.data(), static_cast<std::size_t>(count));
   if (daemon.behaviour == Behaviour::kSilent) return count > 0;
@@ -131,7 +121,7 @@ bool Server::read(Connection* connection) {
 bool Server::write(Connection* connection) {
   const std::string& answer = connection->answer;
   while (connection->sent < answer.size()) {
-    const ssize_t count = send(connection->descriptor, &answer[connection->sent],
+    const ssize_t count = send(connection->socket.number(), &answer[connection->sent],
                                answer.size() - connection->sent, MSG_NOSIGNAL);
     if (count < 0) return mustWait();
     connection->sent += static_cast<std::size_t>(count);

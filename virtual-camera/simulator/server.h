@@ -8,46 +8,48 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/descriptor.h"
+
 namespace camera::simulator {
 
-// How a daemon treats those who come.
+// What a daemon does with its clients.
 enum class Behaviour : unsigned char {
   kUp,       // answers
-  kDown,     // there is no socket
-  kStale,    // there is a socket that nobody listens at
+  kDown,     // has no socket
+  kStale,    // has a socket, but does not listen
   kSilent,   // accepts, reads and never answers
   kClosing,  // closes at once
   kShort,    // answers one byte
-  kEndless,  // answers, and then ten million bytes more
+  kEndless,  // answers, and sends ten million bytes more
 };
 inline constexpr std::string_view kBehaviours[] = {"up",      "down",  "stale",  "silent",
                                                    "closing", "short", "endless"};
 
 struct Daemon {
-  std::string name;  // empty: no command names it
+  std::string name;  // for commands; empty: none names it
   std::string path;
-  std::size_t requestSize;  // 0: whatever is sent until the other side ends
+  std::size_t requestSize;  // 0: everything until the client stops sending
   std::function<std::string(const std::string& request)> answer;
   Behaviour behaviour = Behaviour::kUp;
-  int listener = -1;
+  Descriptor listener{};
 };
 
 class Server {
  public:
   using Clock = std::chrono::steady_clock;
 
-  // Listens for the daemon from the next step on. Its address stays where it is.
+  // The daemon listens after behave. The pointer stays valid.
   Daemon* add(Daemon daemon);
   std::list<Daemon>& daemons() { return daemons_; }
-  // False when the daemon's socket cannot be made; errno says why.
+  // False, with errno, if the daemon's socket cannot be created.
   bool behave(Daemon* daemon, Behaviour behaviour);
 
-  // Serves whoever comes until then.
+  // Serves all clients until then.
   void serveUntil(Clock::time_point end);
 
  private:
   struct Connection {
-    int descriptor;
+    Descriptor socket;
     Daemon* daemon;
     Clock::time_point end;
     std::string request{};

@@ -1,4 +1,4 @@
-// The status channel: packages that the camera's daemons send by multicast to whoever listens.
+// The status channel: packages that the camera's daemons send by multicast to everyone who listens.
 #include "platform/daemons/status_receiver.h"
 
 #include <arpa/inet.h>
@@ -8,23 +8,23 @@
 #include <netpacket/packet.h>
 #include <poll.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <thread>
 
-#include "platform/daemons/little_endian.h"
+#include "platform/little_endian.h"
 #include "platform/log.h"
 
+namespace camera {
 namespace {
 
-// Under a flood, packages are fetched together, this often: a listener is not woken for each.
+// Under a flood, packages are fetched together and no more often than this: a listener is not woken for each.
 constexpr std::chrono::milliseconds kFetchInterval{20};
 
-// Leaves out of the queue what is no package, so that it cannot crowd out those that are.
-bool takeOnlyPackages(int descriptor) {
+// Keeps everything else out of the queue, so that it cannot crowd out packages.
+bool acceptOnlyPackages(int descriptor) {
   constexpr std::uint32_t kUdpHeader = 8;
   sock_filter program[] = {
       BPF_STMT(BPF_LD | BPF_W | BPF_LEN, 0),
@@ -36,7 +36,7 @@ bool takeOnlyPackages(int descriptor) {
   return setsockopt(descriptor, SOL_SOCKET, SO_ATTACH_FILTER, &filter, sizeof filter) == 0;
 }
 
-// Bound to the group, so that what is sent to the machine itself does not arrive.
+// Bound to the group: what is sent to an address of this machine does not arrive.
 bool bindToGroup(int descriptor) {
   const int yes = 1;
   sockaddr_in address{};
@@ -48,9 +48,9 @@ bool bindToGroup(int descriptor) {
 }
 
 void join(int descriptor, const ifaddrs& interface) {
-  const bool hears =
+  const bool canReceive =
       (interface.ifa_flags & IFF_UP) != 0 && (interface.ifa_flags & (IFF_MULTICAST | IFF_LOOPBACK)) != 0;
-  if (!hears) return;
+  if (!canReceive) return;
   ip_mreqn membership{};
   membership.imr_multiaddr.s_addr = inet_addr(kStatusGroup);
   membership.imr_ifindex = reinterpret_cast<const sockaddr_ll*>(interface.ifa_addr)->sll_ifindex;
@@ -62,28 +62,23 @@ void join(int descriptor, const ifaddrs& interface) {
 void toNative(StatusPackage* package) {
   std::array<std::uint32_t, sizeof *package / sizeof(std::uint32_t)> words;
   std::memcpy(words.data(), package, sizeof *package);
-  for (std::uint32_t& word : words) word = camera::loadLittle<std::uint32_t>(&word);
+  for (std::uint32_t& word : words) word = loadLittle<std::uint32_t>(&word);
   std::memcpy(package, words.data(), sizeof *package);
 }
 
 }  // namespace
 
-StatusReceiver::~StatusReceiver() {
-  if (descriptor_ >= 0) close(descriptor_);
-}
-
-int StatusReceiver::Init(int /*reserved*/) {
+void StatusReceiver::open() {
   begin_ = Clock::now();
-  descriptor_ = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-  if (descriptor_ < 0 || !takeOnlyPackages(descriptor_) || !bindToGroup(descriptor_)) {
+  socket_ = Descriptor(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+  if (socket_.isOpen() && acceptOnlyPackages(socket_.number()) && bindToGroup(socket_.number())) {
+    joinEverywhere();
+  } else {
     logDebug("status packages: %s", std::strerror(errno));
-    return -1;
   }
-  joinEverywhere();
-  return 0;
 }
 
-// Each interface comes once as a link, which names its index, and once for each of its addresses.
+// The list has an entry per interface as a link, with its index, and one per address.
 void StatusReceiver::joinEverywhere() {
   ifaddrs* interfaces = nullptr;
   if (getifaddrs(&interfaces) != 0) {
@@ -92,7 +87,7 @@ void StatusReceiver::joinEverywhere() {
   }
   for (const ifaddrs* entry = interfaces; entry != nullptr; entry = entry->ifa_next) {
     if (entry->ifa_addr == nullptr) continue;
-    if (entry->ifa_addr->sa_family == AF_PACKET) join(descriptor_, *entry);
+    if (entry->ifa_addr->sa_family == AF_PACKET) join(socket_.number(), *entry);
     if (entry->ifa_addr->sa_family == AF_INET) {
       ownAddresses_.push_back(reinterpret_cast<const sockaddr_in*>(entry->ifa_addr)->sin_addr.s_addr);
     }
@@ -105,29 +100,29 @@ bool StatusReceiver::isOwn(in_addr source) const {
          std::find(ownAddresses_.begin(), ownAddresses_.end(), source.s_addr) != ownAddresses_.end();
 }
 
-int StatusReceiver::secondsSinceInit() const {
+int StatusReceiver::secondsSinceOpen() const {
   return static_cast<int>(std::chrono::floor<std::chrono::seconds>(Clock::now() - begin_).count());
 }
 
-int StatusReceiver::Wait(std::uint32_t events, StatusPackage* package, int seconds, int microseconds) {
-  const auto end = Clock::now() + std::chrono::seconds(seconds) + std::chrono::microseconds(microseconds);
+bool StatusReceiver::wait(std::uint32_t events, StatusPackage* package, std::chrono::milliseconds time) {
+  const auto end = Clock::now() + time;
   do {
     while (next_ < count_) {
       const StatusPackage& candidate = batch_[next_++];
       if ((candidate.event & events) == 0) continue;
       *package = candidate;
-      return 0;
+      return true;
     }
   } while (fetch(end));
-  return -1;
+  return false;
 }
 
-// Fills the batch with what has arrived, which may turn out to be nothing; false when the time is over.
+// Fills the batch with what has arrived, perhaps nothing. False when the time is over.
 bool StatusReceiver::fetch(Clock::time_point end) {
   next_ = count_ = 0;
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()).count();
   if (left <= 0) return false;
-  pollfd entry{.fd = descriptor_, .events = POLLIN, .revents = 0};
+  pollfd entry{.fd = socket_.number(), .events = POLLIN, .revents = 0};
   if (poll(&entry, 1, static_cast<int>(left)) <= 0) return true;
   std::this_thread::sleep_until(std::min(nextFetch_, end));
 
@@ -144,7 +139,7 @@ bool StatusReceiver::fetch(Clock::time_point end) {
                            .msg_controllen = 0,
                            .msg_flags = 0};
   }
-  const int received = recvmmsg(descriptor_, messages.data(), kBatch, MSG_DONTWAIT, nullptr);
+  const int received = recvmmsg(socket_.number(), messages.data(), kBatch, MSG_DONTWAIT, nullptr);
   if (received < static_cast<int>(kBatch)) nextFetch_ = Clock::now() + kFetchInterval;
   for (std::size_t i = 0; static_cast<int>(i) < received; ++i) {
     if (!isOwn(sources[i].sin_addr)) continue;
@@ -153,3 +148,5 @@ bool StatusReceiver::fetch(Clock::time_point end) {
   }
   return true;
 }
+
+}  // namespace camera

@@ -1,4 +1,4 @@
-// Runs the programs that bring a change of settings into effect.
+// Runs the programs that put changed settings into effect.
 #include "platform/store/actions.h"
 
 #include <fcntl.h>
@@ -11,6 +11,7 @@
 #include <csignal>
 #include <cstring>
 
+#include "platform/descriptor.h"
 #include "platform/log.h"
 #include "platform/process.h"
 
@@ -42,7 +43,7 @@ class ChildSignalHeld {
   sigset_t oldMask_{};
 };
 
-// False when the child still runs after the time.
+// False if the child still runs after the time.
 bool waitFor(pid_t child, std::chrono::milliseconds time, int* status) {
   const auto deadline = Clock::now() + time;
   const sigset_t signal = only(SIGCHLD);
@@ -58,11 +59,11 @@ bool waitFor(pid_t child, std::chrono::milliseconds time, int* status) {
 
 // What a program prints must not reach the reply.
 bool runAction(const std::string& program, int waitMilliseconds) {
-  const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+  const Descriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
   const char* const arguments[] = {program.c_str(), nullptr};
   pid_t child = -1;
-  const int error = startProgram({arguments, "/usr/sbin:/usr/bin:/sbin:/bin", nothing, nothing}, &child);
-  close(nothing);
+  const int error =
+      startProgram({arguments, "/usr/sbin:/usr/bin:/sbin:/bin", nothing.number(), nothing.number()}, &child);
   if (error != 0) {
     logDebug("action %s: %s", program.c_str(), std::strerror(error));
     return false;

@@ -19,17 +19,7 @@ int errorOf(int result) {
   return result < 0 ? errno : 0;
 }
 
-void closeDescriptor(int* descriptor) {
-  if (*descriptor >= 0) ::close(*descriptor);
-  *descriptor = -1;
-}
-
 }  // namespace
-
-PosixStoreFiles::~PosixStoreFiles() {
-  close();
-  unlock();
-}
 
 std::string PosixStoreFiles::path(const char* name) const {
   std::string path;
@@ -40,44 +30,41 @@ std::string PosixStoreFiles::path(const char* name) const {
 }
 
 int PosixStoreFiles::lock() {
-  folderDescriptor_ = ::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (folderDescriptor_ < 0) return errno;
+  lock_ = Descriptor(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!lock_.isOpen()) return errno;
   int error = 0;
   do {
-    error = errorOf(flock(folderDescriptor_, LOCK_EX));
+    error = errorOf(flock(lock_.number(), LOCK_EX));
   } while (error == EINTR);
   if (error != 0) unlock();
   return error;
 }
 
 void PosixStoreFiles::unlock() {
-  closeDescriptor(&folderDescriptor_);
+  lock_.close();
 }
 
 int PosixStoreFiles::read(const char* name, void* buffer, std::size_t size, std::size_t* length) {
   readPath_.assign(folder_).append(name);
-  int descriptor = ::open(readPath_.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) return errno;
-  const int error = readOnce(descriptor, buffer, size, length);
-  closeDescriptor(&descriptor);
-  return error;
+  const Descriptor file(::open(readPath_.c_str(), O_RDONLY | O_CLOEXEC));
+  return file.isOpen() ? readOnce(file.number(), buffer, size, length) : errno;
 }
 
 int PosixStoreFiles::create(const char* name) {
-  fileDescriptor_ = ::open(path(name).c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-  return errorOf(fileDescriptor_);
+  file_ = Descriptor(::open(path(name).c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+  return errorOf(file_.number());
 }
 
 int PosixStoreFiles::write(const void* data, std::size_t size) {
-  return writeAll(fileDescriptor_, data, size);
+  return writeAll(file_.number(), data, size);
 }
 
 int PosixStoreFiles::sync() {
-  return errorOf(fsync(fileDescriptor_));
+  return errorOf(fsync(file_.number()));
 }
 
 void PosixStoreFiles::close() {
-  closeDescriptor(&fileDescriptor_);
+  file_.close();
 }
 
 int PosixStoreFiles::rename(const char* from, const char* to) {
@@ -89,7 +76,7 @@ int PosixStoreFiles::remove(const char* name) {
 }
 
 int PosixStoreFiles::syncFolder() {
-  return errorOf(fsync(folderDescriptor_));
+  return errorOf(fsync(lock_.number()));
 }
 
 }  // namespace camera

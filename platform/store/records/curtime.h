@@ -6,8 +6,7 @@
 namespace camera {
 
 struct ClockSettings {
-  // The camera's clock is the system's plus this many days and seconds; the rest of the record is derived
-  // from it.
+  // The camera's clock is the system's plus these. The rest of the record follows from them.
   std::int32_t offset_days;
   std::int32_t offset_seconds;
   std::uint8_t reserved0[20];

@@ -6,8 +6,8 @@
 namespace camera {
 
 struct HostSettings {
-  char name[68] = "Camera";  // 1 to 36 bytes
-  char location[64];         // up to 60 bytes
+  char name[68] = "Camera";
+  char location[64];
 };
 
 template <>

@@ -7,10 +7,10 @@ namespace camera {
 
 struct HttpServerSettings {
   std::uint8_t reserved0;
-  std::uint8_t livevideo = 1;    // live video asks for an account: 0 off, 1 on
-  std::uint8_t snapshoturl = 1;  // the snapshot URL asks for an account: 0 off, 1 on
+  std::uint8_t livevideo = 1;    // live video needs an account: 0 off, 1 on
+  std::uint8_t snapshoturl = 1;  // the snapshot URL needs an account: 0 off, 1 on
   std::uint8_t reserved1;
-  std::int32_t http_port = 80;  // 1 to 65535
+  std::int32_t http_port = 80;
   std::int32_t alt_port = 443;  // a second port of the server; no endpoint sets it
 };
 

@@ -38,8 +38,8 @@ struct Description<ProfileSettings> : Describes<ProfileSettings, 72> {
       CAMERA_FIELD(69, display_subtype),
       CAMERA_FIELD(70, reserved4),
   };
-  // What a profile may be follows from the display system and from its other fields, and motion is not
-  // detected in every display system.
+  // The fields of a profile depend on one another and on the display system, in some of which motion cannot
+  // be detected.
   static constexpr Exceptions kExceptions{.indivisible = true, .dependsOn = recordBit(RecordIndex::motiond)};
 };
 

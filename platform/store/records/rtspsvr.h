@@ -7,10 +7,10 @@ namespace camera {
 
 struct RtspServerSettings {
   std::uint8_t reserved0[4];
-  std::int32_t rtsp_port = 554;  // 1 to 65535
+  std::int32_t rtsp_port = 554;
   std::uint8_t reserved1;
-  char urlentry[4][32] = {"live1", "live2", "live3",
-                          "live4"};  // stream path of the video profiles 1 to 4, NUL-terminated
+  // The stream paths of the video profiles 1 to 4.
+  char urlentry[4][32] = {"live1", "live2", "live3", "live4"};
   std::uint8_t reserved2[75];
 };
 

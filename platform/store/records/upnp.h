@@ -8,7 +8,7 @@ namespace camera {
 struct UpnpSettings {
   std::uint8_t enable;  // 0 off, 1 on
   std::uint8_t reserved0[3];
-  std::int32_t http_external_port = 80;  // router-side ports, 1 to 65535; they must differ
+  std::int32_t http_external_port = 80;  // ports of the router; they must differ
   std::uint8_t reserved1[4];
   std::int32_t rtsp_external_port = 554;
   std::uint8_t reserved2[16];

@@ -11,8 +11,8 @@ struct WirelessSettings {
   std::uint8_t auth;           // 0 open, 1 shared, 2 WPA-PSK, 5 WPA2-PSK, 6 open or shared with WEP
   std::uint8_t encryption;     // 0 none, 1 WEP, 2 TKIP, 3 AES
   std::int32_t channel = 1;    // used in ad-hoc mode
-  char essid[64] = "default";  // network name, 1 to 32 bytes
-  char key[68];                // WEP key or WPA passphrase, up to 64 bytes
+  char essid[64] = "default";  // network name
+  char key[68];                // WEP key or WPA passphrase
 };
 
 template <>

@@ -1,6 +1,5 @@
-// Network interfaces: which are active as the kernel says, and which gateway the routing table names; and the
-// wireless signal.
-#include "platform/network/if_info.h"
+// Network interfaces: which are active, and which gateway the routing table names; and the wireless signal.
+#include "platform/network/interface.h"
 
 #include <arpa/inet.h>
 #include <net/route.h>
@@ -11,22 +10,22 @@
 #include "platform/product/product_info.h"
 #include "tests/support/own_network.h"
 
+namespace camera {
 namespace {
 
-std::string product;
+std::string productText;
 
 TEST(Interface, IsFoundUnderTheSystemsName) {
-  IF_INFO info{{}, {7}, {}, {}, {}};
   for (const char* none : {"interface.eth0 = no-such-one\n", "interface.eth0 = lo\nno such key\n",
                            "interface.eth0 = lo-and-much-longer-than-a-name-can-be\n"}) {
-    product = none;
-    EXPECT_FALSE(GetActiveIFInfo("eth0", &info)) << none;
-    EXPECT_EQ(info.address.s_addr, 7U) << none;
+    productText = none;
+    EXPECT_FALSE(activeInterface("eth0")) << none;
   }
-  product = "interface.eth0 = lo\n";
-  EXPECT_TRUE(GetActiveIFInfo("eth0", &info));
-  EXPECT_EQ(info.address.s_addr, htonl(INADDR_LOOPBACK));
-  EXPECT_EQ(info.netmask.s_addr, htonl(0xFF000000));
+  productText = "interface.eth0 = lo\n";
+  const auto info = activeInterface("eth0");
+  ASSERT_TRUE(info);
+  EXPECT_EQ(info->address.s_addr, htonl(INADDR_LOOPBACK));
+  EXPECT_EQ(info->netmask.s_addr, htonl(0xFF000000));
 }
 
 sockaddr address(const char* dotted) {
@@ -35,12 +34,11 @@ sockaddr address(const char* dotted) {
 
 // Takes the loopback interface of a network of its own, in a process of its own, through its states.
 [[noreturn]] void walkThroughStates() {
-  camera::test::enterOwnNetwork();
+  test::enterOwnNetwork();
   const auto report = [kernel = socket(AF_INET, SOCK_DGRAM, 0)](unsigned long change, void* to) {
     ioctl(kernel, change, to);
-    IF_INFO info{};
-    const bool active = camera::activeInterface("lo", &info);
-    std::fprintf(stderr, "%s, ", active ? inet_ntoa(info.gateway) : "inactive");
+    const auto info = activeSystemInterface("lo");
+    std::fprintf(stderr, "%s, ", info ? inet_ntoa(info->gateway) : "inactive");
   };
   ifreq request{{"lo"}, {}};
   report(SIOCSIFFLAGS, &request);
@@ -77,20 +75,22 @@ TEST(DefaultGateway, IsThatOfTheLowestMetric) {
       {"eth0\t00000000\t0300A8C0\t0203\t0\t0\t0\t00000000\n", "0.0.0.0"},  // a route that rejects
       {"eth0\t00000000\t0300A8C0\t0003\n\neth0", "0.0.0.0"}};
   for (const auto& [routes, gateway] : rows) {
-    EXPECT_STREQ(inet_ntoa(camera::defaultGateway(routes, "eth0")), gateway) << routes;
+    EXPECT_STREQ(inet_ntoa(defaultGateway(routes, "eth0")), gateway) << routes;
   }
 }
 
 TEST(Signal, IsOneInteger) {
   const std::pair<const char*, int> rows[] = {{"-42\n", -42},   {"7", 7},          {"", 0},
                                               {"-42 dBm\n", 0}, {"-42\n-43\n", 0}, {"-2147483649", 0}};
-  for (const auto& [text, rssi] : rows) EXPECT_EQ(camera::parseRssi(text), rssi) << text;
+  for (const auto& [text, rssi] : rows) EXPECT_EQ(parseRssi(text), rssi) << text;
 }
 
 }  // namespace
 
-// Takes the place of the one that reads the camera's file.
-int ProductInfo::init() {
-  parse(product);
-  return 0;
+// Replaces the one that reads the camera's file.
+const ProductInfo* productInfo() {
+  static std::optional<ProductInfo> product;
+  return product.emplace().parse(productText) ? &*product : nullptr;
 }
+
+}  // namespace camera

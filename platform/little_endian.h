@@ -1,4 +1,4 @@
-// The numbers of daemons' messages: little-endian on every machine, at any address.
+// Numbers in files and messages: little-endian on every machine, at any address.
 #pragma once
 
 #include <cstddef>
@@ -25,7 +25,7 @@ void storeLittle(void* bytes, Number number) {
   }
 }
 
-// A number in a record that is laid out as it travels: no alignment, no padding.
+// A number in a struct that is laid out as it travels: no alignment, no padding.
 template <class Number>
 class Little {
  public:

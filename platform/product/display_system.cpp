@@ -1,8 +1,0 @@
-// The names of the display systems: the standard, and the size of the largest picture.
-#include "platform/product/display_system.h"
-
-const char* const DisplaySystem[kDisplaySystemCount] = {
-    "VGA-640x480-60Hz", "SXGA-1280x1024",   "NTSC-704x480",     "PAL-704x576",
-    "PAL-704x576-25",   "XGA-1024x768",     "VGA-640x480-50Hz", "HD-1280x720",
-    "QuadVGA-1280x960", "FullHD-1920x1080", "WXGA-1280x800",
-};
