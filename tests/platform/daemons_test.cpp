@@ -91,11 +91,10 @@ TEST(DaemonClient, EndsInTimeWhateverADaemonDoes) {
       std::string reply(140, 'x');
       const auto start = Clock::now();
       DaemonClient client{milliseconds(1000)};
-      const auto ask = [&] { return client.ask(path.c_str(), "rstuvwxyzabc", 12, reply.data(), 140); };
-      EXPECT_EQ(ask(), !row.reply.empty()) << row.what;
+      EXPECT_EQ(client.ask(path.c_str(), "rstuvwxyzabc", 12, reply.data(), 140), !row.reply.empty())
+          << row.what;
       const std::string expected = row.reply + std::string(140 - row.reply.size(), '\0');
       EXPECT_TRUE(row.reply.empty() || reply == expected) << row.what << ": " << reply;
-      EXPECT_TRUE(!row.reply.empty() || row.closes || !ask()) << row.what << ": all commands share the time";
       EXPECT_LT(Clock::now() - start, milliseconds(2000)) << row.what;
       end.set_value();
       EXPECT_EQ(daemon.get(), row.reads || !row.reply.empty() ? "rstuvwxyzabc" : "") << row.what;
