@@ -1,20 +1,30 @@
 // sdcard_format.cgi: formats the SD card and gives it the product's folder.
 #include <sys/wait.h>
 
+#include <algorithm>
+
 #include "handlers/confirmation.h"
 #include "handlers/storage/card_endpoint.h"
 #include "platform/card/card.h"
 #include "platform/shell.h"
 #include "platform/store/records/system.h"
-#include "platform/text.h"
 
 namespace camera {
 namespace {
 
 constexpr char kFormat[] = "sdmanage.sh format >> /tmp/sd.txt";
-constexpr std::size_t kMostPath = 31;  // bytes of the folder's path; the format program has room for no more
+constexpr std::size_t kMostPath = 31;  // characters of the folder's path
 
 constexpr auto kParams = paramRows<Confirmation>(confirmationParam("format"));
+
+// The model's name names the folder, which can be no other than one of the card's own.
+void makeProductFolder(std::string_view model) {
+  if (!isFolderName(model)) return;
+  std::string path{kCardFolder};
+  path += model;
+  path.resize(std::min(path.size(), kMostPath));
+  makeCardFolder(path);
+}
 
 }  // namespace
 
@@ -24,17 +34,13 @@ class SdcardFormatEndpoint final : public CardEndpoint<StateEndpoint<kParams, Ta
   int carryOut(Confirmation& /*wanted*/) override {
     int result = readCard();
     if (result == 200) result = checkThatItMay();
-    SystemSettings system;
-    if (result == 200) result = read(system);
     if (result != 200) return result;
-    const std::string_view model = textOf(system.model);
-    const std::string folder = joined({kCardFolder, model});
-    if (folder.size() > kMostPath)
-      return fail(500, "settings: the model's name is too long for a folder on the card");
     if (WEXITSTATUS(runShell(kFormat)) != 0) runShell(kFormat);
     awaitMount();
     result = readCard();
-    if (result == 200 && isFolderName(model)) makeCardFolder(folder);
+    SystemSettings system;
+    if (result == 200) result = read(system);
+    if (result == 200) makeProductFolder({system.model, strnlen(system.model, sizeof system.model)});
     return result;
   }
 
