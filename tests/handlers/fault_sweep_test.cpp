@@ -194,23 +194,6 @@ TEST(EveryEndpoint, RefusesAHostileRequestAndChangesNothing) {
   }
 }
 
-TEST(EveryEndpoint, TakesTheLongestQueryAndFormAndRefusesALongerOne) {
-  for (const Sweep& sweep : kSweeps) {
-    SCOPED_TRACE(sweep.cgi);
-    const Reply plain = serveSweep(sweep);
-    const std::string longest = sweep.query + std::string(65536 - sweep.query.size(), '&');
-    for (const auto& [input, fits] : {std::pair{get(longest), true},
-                                      {post(longest), true},
-                                      {get(longest + "&"), false},
-                                      {post(longest + "&"), false}}) {
-      scripted().reset(sweep.state);
-      const Reply reply = request(sweep.cgi, input);
-      EXPECT_TRUE(fits ? reply.body == plain.body : isFailure(reply, 400)) << reply.body;
-      EXPECT_TRUE(fits || scripted().history(kChanges).empty());
-    }
-  }
-}
-
 // The words of a reply that are empty.
 std::ptrdiff_t emptyValues(const Reply& reply) {
   static const std::string kEnd = "=&";
