@@ -100,7 +100,7 @@ namespace describe {
 
 // The kind, width and count that a member's type stands for: uint8_t, int32_t, a text, or an array of these.
 template <class Member>
-consteval Field field(std::string_view name, std::size_t position, std::size_t offset) {
+constexpr Field field(std::string_view name, std::size_t position, std::size_t offset) {
   using Element = std::remove_all_extents_t<Member>;
   constexpr bool isText = std::is_same_v<Element, char>;
   constexpr bool isByte = std::is_same_v<Element, std::uint8_t>;
@@ -130,7 +130,7 @@ consteval Field field(std::string_view name, std::size_t position, std::size_t o
 }
 
 template <class Member>
-consteval Field field(std::string_view name, std::size_t position, std::size_t offset, std::int32_t min,
+constexpr Field field(std::string_view name, std::size_t position, std::size_t offset, std::int32_t min,
                       std::int32_t max) {
   Field bounded = field<Member>(name, position, offset);
   if (bounded.kind == FieldKind::kReserved || min < bounded.min || max > bounded.max)

@@ -31,7 +31,8 @@
 namespace camera {
 
 #define CAMERA_DEFINE_RECORD(name, type) \
-  constexpr RecordInfo name##Record = describe::record<Description<type>>(#name);
+  constexpr RecordInfo name##Record =    \
+      describe::record<Description<type>>(#name);  // NOLINT: a type cannot be in parentheses
 CAMERA_RECORDS(CAMERA_DEFINE_RECORD)
 #undef CAMERA_DEFINE_RECORD
 
