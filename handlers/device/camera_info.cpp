@@ -6,8 +6,8 @@ namespace camera {
 namespace {
 
 constexpr auto kParams =
-    paramRows<HostSettings>(textParam<&HostSettings::name>("name", 1, 36, kNameText),
-                            textParam<&HostSettings::location>("location", 0, 60, kPrintableText));
+    paramRows<HostSettings>(textParam<&HostSettings::name>("name", kNameText),
+                            textParam<&HostSettings::location>("location", kPrintableText));
 
 }  // namespace
 

@@ -6,7 +6,6 @@
 #include "handlers/endpoint.h"
 #include "platform/clock/calendar.h"
 #include "platform/clock/clock.h"
-#include "platform/clock/time_zones.h"
 #include "platform/store/records/curtime.h"
 #include "platform/store/records/ntp.h"
 #include "platform/store/records/tzone.h"
@@ -123,17 +122,17 @@ constexpr char kOffset[] = "0:30, 1:00, 1:30 or 2:00";
 constexpr char kRule[] = "month.week.weekday/HH:MM, such as 3.5.0/02:00";
 
 // In ascending order of the names, which is the order in which a request's parameters are looked at.
-constexpr auto kParams = paramRows<Wanted>(
-    ownParam<takeDate, Wanted>("date", kDate),
-    choiceParam<&Wanted::zone, &TimeZoneSettings::dstauto>("dstauto", kNoYes),
-    choiceParam<&Wanted::zone, &TimeZoneSettings::dstenable>("dstenable", kNoYes),
-    integerParam<&Wanted::method>("method", kByHand, kSetNow),
-    ownParam<takeOffset, Wanted>("offset", kOffset),
-    ownParam<takeRule<&TimeZoneSettings::starttime>, Wanted>("starttime", kRule),
-    ownParam<takeRule<&TimeZoneSettings::stoptime>, Wanted>("stoptime", kRule),
-    ownParam<takeTime, Wanted>("time", kTime),
-    textParam<&Wanted::ntp, &NtpSettings::timeserver>("timeserver", 0, 60, kNameText),
-    integerParam<&Wanted::zone, &TimeZoneSettings::timezone>("timezone", 1, kTimeZoneCount));
+constexpr auto kParams =
+    paramRows<Wanted>(ownParam<takeDate, Wanted>("date", kDate),
+                      choiceParam<&Wanted::zone, &TimeZoneSettings::dstauto>("dstauto", kNoYes),
+                      choiceParam<&Wanted::zone, &TimeZoneSettings::dstenable>("dstenable", kNoYes),
+                      integerParam<&Wanted::method>("method", kByHand, kSetNow),
+                      ownParam<takeOffset, Wanted>("offset", kOffset),
+                      ownParam<takeRule<&TimeZoneSettings::starttime>, Wanted>("starttime", kRule),
+                      ownParam<takeRule<&TimeZoneSettings::stoptime>, Wanted>("stoptime", kRule),
+                      ownParam<takeTime, Wanted>("time", kTime),
+                      textParam<&Wanted::ntp, &NtpSettings::timeserver>("timeserver", kNameText),
+                      integerParam<&Wanted::zone, &TimeZoneSettings::timezone>("timezone"));
 
 // A rule as the reply shows it, without its M and with seconds. False for a stored text that cannot be split.
 bool formatRule(std::string_view stored, std::string* text) {

@@ -5,11 +5,12 @@
 namespace camera {
 namespace {
 
-constexpr auto kParams = paramRows<DdnsSettings>(
-    choiceParam<&DdnsSettings::enable>("ddns", kOffOn),
-    choiceParam<&DdnsSettings::provider>("provider", kDdnsProviders),
-    ddnsHostParam<&DdnsSettings::host>("host"), ddnsAccountParam<&DdnsSettings::user>("user"),
-    ddnsAccountParam<&DdnsSettings::password>("pass"));
+constexpr auto kParams =
+    paramRows<DdnsSettings>(choiceParam<&DdnsSettings::enable>("ddns", kOffOn),
+                            choiceParam<&DdnsSettings::provider>("provider", kDdnsProviders),
+                            textParam<&DdnsSettings::host>("host", kNameText),
+                            textParam<&DdnsSettings::user>("user", kPunctuationText),
+                            textParam<&DdnsSettings::password>("pass", kPunctuationText));
 
 }  // namespace
 

@@ -24,39 +24,33 @@ bool isAddress(std::string_view text) {
 }
 
 template <auto... kPath>
-constexpr auto addressParam(const char* name, int minLength) {
-  return textParam<kPath...>(name, minLength, 15, ".", kDigits)
-      .also(isAddress, minLength == 0 ? "an IPv4 address, or empty" : "an IPv4 address");
+constexpr auto addressParam(const char* name, const char* accepted = "an IPv4 address") {
+  return textParam<kPath...>(name, ".", kDigits).also(isAddress, accepted);
 }
-template <auto... kPath>
-constexpr auto maskParam(const char* name) {
-  return textParam<kPath...>(name, 1, 15, ".", kDigits).also(isNetmask, "an IPv4 netmask");
-}
-template <auto... kPath>
-constexpr auto portParam(const char* name) {
-  return integerParam<kPath...>(name, 1, 65535);
-}
+
+constexpr char kAddressOrNone[] = "an IPv4 address, or empty";
 
 constexpr auto kParams =
     paramRows<Network>(choiceParam<&Network::lan, &LanSettings::dhcp>("dhcp", kOffOn),
-                       addressParam<&Network::lan, &LanSettings::ip>("ip", 1),
-                       maskParam<&Network::lan, &LanSettings::netmask>("netmask"),
-                       addressParam<&Network::lan, &LanSettings::gateway>("gateway", 1),
-                       addressParam<&Network::lan, &LanSettings::dns1>("dns1", 0),
-                       addressParam<&Network::lan, &LanSettings::dns2>("dns2", 0),
+                       addressParam<&Network::lan, &LanSettings::ip>("ip"),
+                       textParam<&Network::lan, &LanSettings::netmask>("netmask", ".", kDigits)
+                           .also(isNetmask, "an IPv4 netmask"),
+                       addressParam<&Network::lan, &LanSettings::gateway>("gateway"),
+                       addressParam<&Network::lan, &LanSettings::dns1>("dns1", kAddressOrNone),
+                       addressParam<&Network::lan, &LanSettings::dns2>("dns2", kAddressOrNone),
                        choiceParam<&Network::pppoe, &PppoeSettings::enable>("pppoe", kOffOn),
-                       pppoeUserParam<&Network::pppoe, &PppoeSettings::user>("pppoeuser"),
-                       pppoePassParam<&Network::pppoe, &PppoeSettings::password>("pppoepass"),
+                       textParam<&Network::pppoe, &PppoeSettings::user>("pppoeuser", kPunctuationText),
+                       textParam<&Network::pppoe, &PppoeSettings::password>("pppoepass", kPunctuationText),
                        choiceParam<&Network::ddns, &DdnsSettings::enable>("ddns", kOffOn),
                        choiceParam<&Network::ddns, &DdnsSettings::provider>("ddnsprovider", kDdnsProviders),
-                       ddnsHostParam<&Network::ddns, &DdnsSettings::host>("ddnshost"),
-                       ddnsAccountParam<&Network::ddns, &DdnsSettings::user>("ddnsuser"),
-                       ddnsAccountParam<&Network::ddns, &DdnsSettings::password>("ddnspass"),
+                       textParam<&Network::ddns, &DdnsSettings::host>("ddnshost", kNameText),
+                       textParam<&Network::ddns, &DdnsSettings::user>("ddnsuser", kPunctuationText),
+                       textParam<&Network::ddns, &DdnsSettings::password>("ddnspass", kPunctuationText),
                        choiceParam<&Network::upnp, &UpnpSettings::enable>("upnp", kOffOn),
-                       portParam<&Network::httpsvr, &HttpServerSettings::http_port>("httpport"),
-                       portParam<&Network::upnp, &UpnpSettings::http_external_port>("httpexternalport"),
-                       portParam<&Network::rtspsvr, &RtspServerSettings::rtsp_port>("rtspport"),
-                       portParam<&Network::upnp, &UpnpSettings::rtsp_external_port>("rtspexternalport"));
+                       integerParam<&Network::httpsvr, &HttpServerSettings::http_port>("httpport"),
+                       integerParam<&Network::upnp, &UpnpSettings::http_external_port>("httpexternalport"),
+                       integerParam<&Network::rtspsvr, &RtspServerSettings::rtsp_port>("rtspport"),
+                       integerParam<&Network::upnp, &UpnpSettings::rtsp_external_port>("rtspexternalport"));
 
 }  // namespace
 

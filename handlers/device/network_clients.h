@@ -9,23 +9,6 @@ namespace camera {
 
 inline constexpr const char* kDdnsProviders[] = {"velkorddns", "dyndns"};
 
-template <auto... kPath>
-constexpr auto pppoeUserParam(const char* name) {
-  return textParam<kPath...>(name, 0, 32, kPunctuationText);
-}
-template <auto... kPath>
-constexpr auto pppoePassParam(const char* name) {
-  return textParam<kPath...>(name, 0, 60, kPunctuationText);
-}
-template <auto... kPath>
-constexpr auto ddnsHostParam(const char* name) {
-  return textParam<kPath...>(name, 0, 36, kNameText);
-}
-template <auto... kPath>
-constexpr auto ddnsAccountParam(const char* name) {
-  return textParam<kPath...>(name, 0, 30, kPunctuationText);
-}
-
 // A text without which a client cannot run.
 struct NeededText {
   const char* param;

@@ -5,9 +5,10 @@
 namespace camera {
 namespace {
 
-constexpr auto kParams = paramRows<PppoeSettings>(choiceParam<&PppoeSettings::enable>("pppoe", kOffOn),
-                                                  pppoeUserParam<&PppoeSettings::user>("user"),
-                                                  pppoePassParam<&PppoeSettings::password>("pass"));
+constexpr auto kParams =
+    paramRows<PppoeSettings>(choiceParam<&PppoeSettings::enable>("pppoe", kOffOn),
+                             textParam<&PppoeSettings::user>("user", kPunctuationText),
+                             textParam<&PppoeSettings::password>("pass", kPunctuationText));
 
 }  // namespace
 

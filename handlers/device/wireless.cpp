@@ -109,7 +109,7 @@ constexpr char kWpaKey[] = "8 to 63 printable ASCII characters, or 64 hexadecima
 constexpr auto kParams = paramRows<Wanted>(
     choiceParam<&Wanted::record, &WirelessSettings::enable>("enable", kOffOn),
     choiceParam<&Wanted::record, &WirelessSettings::mode>("mode", kModeWords),
-    textParam<&Wanted::record, &WirelessSettings::essid>("essid", 1, 32, kPrintableText),
+    textParam<&Wanted::record, &WirelessSettings::essid>("essid", kPrintableText),
     integerParam<&Wanted::channel>("channel", 1, kMostChannels),
     choiceParam<&Wanted::auth>("auth", kAuthChoices),
     choiceParam<&Wanted::record, &WirelessSettings::encryption>("encryption", kEncryptionWords),

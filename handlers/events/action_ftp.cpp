@@ -19,10 +19,10 @@ constexpr int kMillisecondsPerSecond = 1000;
 constexpr auto kParams =
     paramRows<Ftp>(choiceParam<&Ftp::server, &FtpSettings::enable>("enable", kNoYes),
                    textParam<&Ftp::server, &FtpSettings::host>("host", 1, 60, kNameText),
-                   integerParam<&Ftp::server, &FtpSettings::port>("port", 1, 65535),
-                   textParam<&Ftp::server, &FtpSettings::path>("path", 0, 30, kPathText),
-                   textParam<&Ftp::server, &FtpSettings::prefix>("prefix", 0, 30, kFileNameText),
-                   textParam<&Ftp::server, &FtpSettings::user>("user", 0, 30, kPunctuationText),
+                   integerParam<&Ftp::server, &FtpSettings::port>("port"),
+                   textParam<&Ftp::server, &FtpSettings::path>("path", kPathText),
+                   textParam<&Ftp::server, &FtpSettings::prefix>("prefix", kFileNameText),
+                   textParam<&Ftp::server, &FtpSettings::user>("user", kPunctuationText),
                    encodedPasswordParam<&Ftp::pass>("pass"),
                    choiceParam<&Ftp::server, &FtpSettings::passive>("passive", kNoYes),
                    integerParam<&Ftp::seconds>("interval", 10, 86400))

@@ -29,8 +29,8 @@ constexpr auto kParams =
                     addressParam<&Mail::account, &SmtpSettings::sender>("sender"),
                     addressParam<&Mail::account, &SmtpSettings::to>("to"),
                     textParam<&Mail::account, &SmtpSettings::host>("host", 1, 60, kNameText),
-                    integerParam<&Mail::account, &SmtpSettings::port>("port", 1, 65535),
-                    textParam<&Mail::account, &SmtpSettings::user>("user", 0, 30, kPunctuationText),
+                    integerParam<&Mail::account, &SmtpSettings::port>("port"),
+                    textParam<&Mail::account, &SmtpSettings::user>("user", kPunctuationText),
                     encodedPasswordParam<&Mail::pass>("pass"))
         .ignoringUnknown();
 

@@ -24,25 +24,16 @@ bool hasPir(const Detections& detections) {
   return detections.hasPir;
 }
 
-bool isSoundSensitivity(int number) {
-  return number >= 50 && number <= 90 && number % 5 == 0;
-}
-bool isMotionSensitivity(int number) {
-  return number >= 0 && number <= 100;
-}
-bool isPirSensitivity(int number) {
-  return number == 0 || number == 50 || number == 100;
-}
-
-// A number of which leading digits count: what follows them is dropped, and what has none is 0. A NUL is no
-// text to drop.
-template <auto kAccepts, auto... kPath>
+// The digits at the start count: "55abc" is 55, and "abc" is 0. A value with a NUL is rejected.
+template <int kStep, auto... kPath>
 constexpr auto leadingNumberParam(const char* name, const char* accepted) {
   auto row = paramRow<kPath...>(name, ParamKind::kOwn).storingNumber().saying(accepted);
   row.take = [](std::string_view value, void* state) {
     using Field = params::ValueOf<kPath...>;
+    const Bounds bounds = params::recordBounds<kPath...>();
     const int number = leadingInteger(value);
-    if (!kAccepts(number) || value.find('\0') != value.npos) return false;
+    if (number < bounds.min || number > bounds.max || number % kStep != 0 || value.find('\0') != value.npos)
+      return false;
     *static_cast<Field*>(params::locate<Detections, kPath...>(state)) = static_cast<Field>(number);
     return true;
   };
@@ -51,16 +42,16 @@ constexpr auto leadingNumberParam(const char* name, const char* accepted) {
 
 constexpr auto kParams = paramRows<Detections>(
     choiceParam<&Detections::sound, &AudioDetectionSettings::enable>("sound_enable", kNoYes),
-    leadingNumberParam<isSoundSensitivity, &Detections::sound, &AudioDetectionSettings::sensitivity>(
+    leadingNumberParam<5, &Detections::sound, &AudioDetectionSettings::sensitivity>(
         "sound_sensitivity", "50 to 90, a multiple of 5"),
     choiceParam<&Detections::sound, &AudioDetectionSettings::push>("sound_push", kNoYes),
     choiceParam<&Detections::motion, &MotionSettings::enable>("motion_enable", kNoYes),
-    leadingNumberParam<isMotionSensitivity, &Detections::motion, &MotionSettings::sensitivity>(
-        "motion_sensitivity", "0 to 100"),
+    leadingNumberParam<1, &Detections::motion, &MotionSettings::sensitivity>("motion_sensitivity",
+                                                                             "0 to 100"),
     choiceParam<&Detections::motion, &MotionSettings::push>("motion_push", kNoYes),
     choiceParam<&Detections::gpio, &GpioSettings::pir>("pir_enable", kNoYes).onlyIf<hasPir>(),
-    leadingNumberParam<isPirSensitivity, &Detections::motion, &MotionSettings::pir_sensitivity>(
-        "pir_sensitivity", "0, 50 or 100")
+    leadingNumberParam<50, &Detections::motion, &MotionSettings::pir_sensitivity>("pir_sensitivity",
+                                                                                  "0, 50 or 100")
         .onlyIf<hasPir>());
 
 // Watches the whole picture, in a mask of the length that it has.

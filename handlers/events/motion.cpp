@@ -25,14 +25,14 @@ Bounds maskLength(const Motion& motion) {
   return {length, length};
 }
 
-constexpr auto kParams = paramRows<Motion>(
-    choiceParam<&Motion::motiond, &MotionSettings::enable>("enable", kNoYes),
-    textParam<&Motion::motiond, &MotionSettings::mbmask>("mbmask", 0, 511, "", kHexDigits)
-        .within<maskLength>("as many hexadecimal digits as the stored mask has"),
-    integerParam<&Motion::motiond, &MotionSettings::sensitivity>("sensitivity", 0, 100),
-    choiceParam<&Motion::gpio, &GpioSettings::pir>("pir", kNoYes).onlyIf<hasPir>(),
-    integerParam<&Motion::motiond, &MotionSettings::pir_sensitivity>("pir_sensitivity", 0, 100)
-        .saying("0, 50 or 100"));
+constexpr auto kParams =
+    paramRows<Motion>(choiceParam<&Motion::motiond, &MotionSettings::enable>("enable", kNoYes),
+                      textParam<&Motion::motiond, &MotionSettings::mbmask>("mbmask", "", kHexDigits)
+                          .within<maskLength>("as many hexadecimal digits as the stored mask has"),
+                      integerParam<&Motion::motiond, &MotionSettings::sensitivity>("sensitivity"),
+                      choiceParam<&Motion::gpio, &GpioSettings::pir>("pir", kNoYes).onlyIf<hasPir>(),
+                      integerParam<&Motion::motiond, &MotionSettings::pir_sensitivity>("pir_sensitivity")
+                          .saying("0, 50 or 100"));
 
 bool watchesNothing(std::string_view mask) {
   return mask.find_first_not_of('0') == mask.npos;
