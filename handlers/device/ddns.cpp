@@ -14,13 +14,13 @@ constexpr auto kParams =
 
 }  // namespace
 
-class DdnsEndpoint final : public RecordEndpoint<kParams> {
+class DdnsEndpoint final : public ClientEndpoint<RecordEndpoint<kParams>> {
   int check(DdnsSettings& wanted) override {
-    return canRun(*this, "ddns", wanted.enable != 0, given("ddns"),
-                  {{"provider", wanted.provider, given("provider")},
-                   {"host", wanted.host, given("host")},
-                   {"user", wanted.user, given("user")},
-                   {"pass", wanted.password, given("pass")}});
+    return canRun("ddns", wanted.enable != 0,
+                  {{"provider", wanted.provider},
+                   {"host", wanted.host},
+                   {"user", wanted.user},
+                   {"pass", wanted.password}});
   }
 };
 

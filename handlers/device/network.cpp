@@ -1,4 +1,4 @@
-// network.cgi: how the camera is reached over its wired network: addresses, PPPoE, dynamic DNS, ports, UPnP.
+// network.cgi: the wired network: addresses, PPPoE, dynamic DNS, ports and UPnP.
 #include "handlers/device/network_clients.h"
 #include "platform/store/records/ddns.h"
 #include "platform/store/records/httpsvr.h"
@@ -54,32 +54,26 @@ constexpr auto kParams =
 
 }  // namespace
 
-class NetworkEndpoint final : public StateEndpoint<kParams> {
+class NetworkEndpoint final : public ClientEndpoint<StateEndpoint<kParams>> {
   int load() override {
     return read(state.lan, state.pppoe, state.ddns, state.httpsvr, state.rtspsvr, state.upnp);
   }
 
   int check(Network& wanted) override {
-    int result = checkPorts("httpport", wanted.httpsvr.http_port, "rtspport", wanted.rtspsvr.rtsp_port);
-    if (result == 200) {
-      result = checkPorts("httpexternalport", wanted.upnp.http_external_port, "rtspexternalport",
-                          wanted.upnp.rtsp_external_port);
-    }
-    if (result == 200) {
-      result = canRun(*this, "pppoe", wanted.pppoe.enable != 0, given("pppoe"),
-                      {{"pppoeuser", wanted.pppoe.user, given("pppoeuser")}});
-    }
-    if (result == 200) {
-      result = canRun(*this, "ddns", wanted.ddns.enable != 0, given("ddns"),
-                      {{"ddnsprovider", wanted.ddns.provider, given("ddnsprovider")},
-                       {"ddnshost", wanted.ddns.host, given("ddnshost")},
-                       {"ddnsuser", wanted.ddns.user, given("ddnsuser")},
-                       {"ddnspass", wanted.ddns.password, given("ddnspass")}});
-    }
-    return result;
+    const bool isPossible =
+        checkPorts("httpport", wanted.httpsvr.http_port, "rtspport", wanted.rtspsvr.rtsp_port) == 200 &&
+        checkPorts("httpexternalport", wanted.upnp.http_external_port, "rtspexternalport",
+                   wanted.upnp.rtsp_external_port) == 200 &&
+        canRun("pppoe", wanted.pppoe.enable != 0, {{"pppoeuser", wanted.pppoe.user}}) == 200 &&
+        canRun("ddns", wanted.ddns.enable != 0,
+               {{"ddnsprovider", wanted.ddns.provider},
+                {"ddnshost", wanted.ddns.host},
+                {"ddnsuser", wanted.ddns.user},
+                {"ddnspass", wanted.ddns.password}}) == 200;
+    return isPossible ? 200 : 400;
   }
 
-  // Only ports that the request names are refused: a clash that was stored does not block other changes.
+  // Rejects equal ports only if the request gives one of them: a stored clash does not block other changes.
   int checkPorts(Param param, int port, Param other, int otherPort) {
     if (port != otherPort || !(given(param) || given(other))) return 200;
     if (!given(param)) std::swap(param, other);

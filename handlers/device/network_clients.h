@@ -1,4 +1,4 @@
-// The PPPoE and dynamic DNS clients, as network.cgi and the endpoints of their own take their parameters.
+// What network.cgi shares with pppoe.cgi and ddns.cgi.
 #pragma once
 
 #include <initializer_list>
@@ -9,22 +9,26 @@ namespace camera {
 
 inline constexpr const char* kDdnsProviders[] = {"velkorddns", "dyndns"};
 
-// A text without which a client cannot run.
-struct NeededText {
-  const char* param;
-  const char* value;  // after the request
-  bool isGiven;
-};
+// An endpoint that switches on a client, which needs some texts to run.
+template <class Base>
+class ClientEndpoint : public Base {
+ protected:
+  using typename Base::Param;
 
-// 200 if the client can run; 400 if a needed text is empty and the request switches the client on, or empties
-// the text while the client stays on. An incomplete stored client does not block other changes.
-inline int canRun(Endpoint& endpoint, const char* client, bool isOn, bool isClientGiven,
-                  std::initializer_list<NeededText> needed) {
-  for (const NeededText& text : needed) {
-    if (isOn && (isClientGiven || text.isGiven) && *text.value == '\0')
-      return endpoint.refuse(text.param, joined({"needed while ", client, " is on"}));
+  struct NeededText {
+    Param param;
+    const char* value;  // after the request
+  };
+
+  // 200 if the client can run; 400 if a needed text is empty and the request gives that text or switches the
+  // client on. An incomplete stored client does not block other changes.
+  int canRun(Param client, bool isOn, std::initializer_list<NeededText> needed) {
+    for (const auto& [param, value] : needed) {
+      if (isOn && (this->given(client) || this->given(param)) && *value == '\0')
+        return this->refuse(param.name(), joined({"needed while ", client.name(), " is on"}));
+    }
+    return 200;
   }
-  return 200;
-}
+};
 
 }  // namespace camera

@@ -12,9 +12,9 @@ constexpr auto kParams =
 
 }  // namespace
 
-class PppoeEndpoint final : public RecordEndpoint<kParams> {
+class PppoeEndpoint final : public ClientEndpoint<RecordEndpoint<kParams>> {
   int check(PppoeSettings& wanted) override {
-    return canRun(*this, "pppoe", wanted.enable != 0, given("pppoe"), {{"user", wanted.user, given("user")}});
+    return canRun("pppoe", wanted.enable != 0, {{"user", wanted.user}});
   }
 };
 
