@@ -16,7 +16,7 @@ constexpr FeatureName kFeatureNames[] = {
     {&ProductInfo::has_speaker, "speaker"},        {&ProductInfo::has_mic, "microphone"},
     {&ProductInfo::has_pan_tilt, "pan/tilt head"}, {&ProductInfo::has_privacy, "privacy mode"},
     {&ProductInfo::has_sdcard, "SD card slot"},    {&ProductInfo::has_irled, "infrared LEDs"},
-    {&ProductInfo::has_icr, "day/night switch"},
+    {&ProductInfo::has_icr, "day/night switch"},   {&ProductInfo::wireless, "wireless client"},
 };
 
 const char* nameOf(RecordIndex index) {

@@ -1,4 +1,4 @@
-// wlansurvey.cgi: the wireless networks that the camera can hear.
+// wlansurvey.cgi: the wireless networks in range.
 #include <string_view>
 
 #include "handlers/endpoint.h"
@@ -7,7 +7,8 @@
 namespace camera {
 namespace {
 
-// The survey's words and the reply's. A network whose words are not here is one that the camera cannot join.
+// Words of the survey and of the reply. A network with other words is left out, because the camera cannot
+// join it.
 struct AuthWord {
   std::string_view auth;
   std::string_view encryption;  // empty: any
@@ -18,14 +19,10 @@ constexpr AuthWord kAuthWords[] = {
     {"WPA-PSK", "", "WPA-PSK"}, {"WPA2-PSK", "", "WPA2-PSK"},
 };
 
-struct EncryptionWord {
-  std::string_view encryption;
-  const char* word;
-};
-constexpr EncryptionWord kEncryptionWords[] = {
-    {"NONE", "none"}, {"WEP", "WEP"}, {"AES", "AES"}, {"TKIP", "TKIP"}};
+constexpr const char* kSurveyedEncryptions[] = {"NONE", "WEP", "AES", "TKIP"};
+constexpr const char* kEncryptionWords[] = {"none", "WEP", "AES", "TKIP"};
 
-// Null for a network that is not listed.
+// Null for a network that is left out.
 const char* authWord(const Site& site) {
   for (const AuthWord& row : kAuthWords) {
     if (row.auth == site.auth && (row.encryption.empty() || row.encryption == site.encryption))
@@ -34,14 +31,7 @@ const char* authWord(const Site& site) {
   return nullptr;
 }
 
-const char* encryptionWord(const Site& site) {
-  for (const EncryptionWord& row : kEncryptionWords) {
-    if (row.encryption == site.encryption) return row.word;
-  }
-  return nullptr;
-}
-
-// Percent of a signal in dBm.
+// In percent, of a signal in dBm.
 int quality(int rssi) {
   if (rssi >= -50) return 100;
   if (rssi >= -80) return (26 * rssi + 2080) / 10 + 24;
@@ -52,11 +42,7 @@ int quality(int rssi) {
 }  // namespace
 
 class WlanSurveyEndpoint final : public ReadOnlyEndpoint {
-  int load() override {
-    const ProductInfo* known = product();
-    if (known == nullptr) return 500;
-    return known->wireless ? 200 : fail(404, "this camera has no wireless client");
-  }
+  int load() override { return require(&ProductInfo::wireless); }
 
   int reply() override {
     for (const Site& site : surveySites()) replySite(site);
@@ -65,14 +51,14 @@ class WlanSurveyEndpoint final : public ReadOnlyEndpoint {
 
   void replySite(const Site& site) {
     const char* auth = authWord(site);
-    const char* encryption = encryptionWord(site);
-    if (*site.ssid == '\0' || auth == nullptr || encryption == nullptr) return;
+    const int encryption = indexOf(site.encryption, kSurveyedEncryptions);
+    if (*site.ssid == '\0' || auth == nullptr || encryption < 0) return;
     pair("ssid", site.ssid);
     pair("signal", quality(site.rssi));
     pair("mode", std::string_view{site.network_type} == "Infra" ? "infrastructure" : "Ad-hoc");
     pair("channel", site.channel);
     pair("auth", auth);
-    pair("encryption", encryption);
+    pair("encryption", kEncryptionWords[encryption]);
   }
 };
 
