@@ -1,4 +1,4 @@
-// The parameter of endpoints that do one thing, and only when told to: NAME=go.
+// The parameter of endpoints that act only on NAME=go.
 #pragma once
 
 #include "framework/params.h"

@@ -1,4 +1,4 @@
-// camera_info.cgi: the names that the user gives the camera.
+// camera_info.cgi: the camera's name and location.
 #include "handlers/endpoint.h"
 #include "platform/store/records/host.h"
 

@@ -17,14 +17,14 @@ using Fields = std::vector<std::string_view>;
 
 constexpr int kByHand = 0;
 constexpr int kFromServer = 1;
-constexpr int kSetNow = 2;  // by hand, and to the date and time of this request
+constexpr int kSetNow = 2;  // set the clock to the request's date and time; stored as kByHand
 
 constexpr char kSigns[] = "-+";
 constexpr char kOffsetSeparators[] = "-+:";
 constexpr const char* kOffsets[] = {"2:00", "1:30", "1:00", "0:30"};
 constexpr std::size_t kAnyWidth = SIZE_MAX;
 
-// The settings as the request would have them.
+// The records with the request's changes.
 struct Wanted {
   ClockSettings clock;
   NtpSettings ntp;
@@ -34,8 +34,8 @@ struct Wanted {
   bool hasTime = false;
 };
 
-// Splits a text at any of the separators into fields of digits, each at most as wide as its width. Returns
-// the number of fields; 0 if the text is not so made or has more fields than widths.
+// Splits a text at any of the separators into fields of digits. Returns the number of fields; 0 if a field is
+// empty, longer than its width or not all digits, or if there are more fields than widths.
 std::size_t splitDigits(std::string_view text, std::string_view separators,
                         std::initializer_list<std::size_t> widths, Fields* fields) {
   fields->clear();
@@ -72,7 +72,7 @@ bool takeTime(std::string_view value, Wanted& wanted) {
   return wanted.hasTime;
 }
 
-// A sign is dropped.
+// Returns the hours and minutes as "1:30"; a sign before them is ignored. False for a malformed text.
 bool splitOffset(std::string_view text, std::size_t hourWidth, std::string* offset) {
   if (!text.empty() && std::string_view{kSigns}.find(text.front()) != text.npos) text.remove_prefix(1);
   Fields fields;
@@ -87,14 +87,13 @@ bool takeOffset(std::string_view value, Wanted& wanted) {
          setText(wanted.zone.offset, offset);
 }
 
-// A rule has one slash.
-bool isSplit(std::string_view rule) {
+bool hasOneSlash(std::string_view rule) {
   return std::count(rule.begin(), rule.end(), '/') == 1;
 }
 
-// The date part of a rule, before the slash, and the two or three fields of its time part.
+// Splits a rule into its date, before the slash, and the two or three fields of its time.
 bool splitRule(std::string_view rule, std::string_view* date, Fields* time) {
-  if (!isSplit(rule)) return false;
+  if (!hasOneSlash(rule)) return false;
   *date = takeUntil('/', &rule);
   return splitDigits(rule, ":", {2, 2, 2}, time) >= 2;
 }
@@ -121,7 +120,7 @@ constexpr char kTime[] = "HH:MM:SS";
 constexpr char kOffset[] = "0:30, 1:00, 1:30 or 2:00";
 constexpr char kRule[] = "month.week.weekday/HH:MM, such as 3.5.0/02:00";
 
-// In ascending order of the names, which is the order in which a request's parameters are looked at.
+// In alphabetical order: of several invalid parameters the first in this order is reported.
 constexpr auto kParams =
     paramRows<Wanted>(ownParam<takeDate, Wanted>("date", kDate),
                       choiceParam<&Wanted::zone, &TimeZoneSettings::dstauto>("dstauto", kNoYes),
@@ -134,7 +133,7 @@ constexpr auto kParams =
                       textParam<&Wanted::ntp, &NtpSettings::timeserver>("timeserver", kNameText),
                       integerParam<&Wanted::zone, &TimeZoneSettings::timezone>("timezone"));
 
-// A rule as the reply shows it, without its M and with seconds. False for a stored text that cannot be split.
+// Formats a stored rule for the reply, without its M and with seconds. False if it is malformed.
 bool formatRule(std::string_view stored, std::string* text) {
   std::string_view date;
   Fields time;
@@ -162,7 +161,8 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
   // Fails if the stored DST rules are malformed, unless this request replaces them.
   int apply() override {
     const int result = change();
-    return result == 200 || (isSplit(tzone_.starttime) && isSplit(tzone_.stoptime)) ? result : failOnRules();
+    return result == 200 || (hasOneSlash(tzone_.starttime) && hasOneSlash(tzone_.stoptime)) ? result
+                                                                                            : failOnRules();
   }
 
   int change() {
@@ -176,7 +176,7 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
     if (wanted.method != kSetNow) wanted.clock = curtime_;
     const int result = store(wanted);
     if (result == 200) return report(wanted);
-    tzone_ = wanted.zone;  // rules that the request mends are not why it failed
+    tzone_ = wanted.zone;  // so that rules that the request replaces are not reported as the failure
     return result;
   }
 
@@ -205,8 +205,8 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
 
   int failOnRules() { return fail(500, "settings: the stored daylight saving rules are malformed"); }
 
-  // The same wall time in another zone is another instant, so the clock is then set although its record is
-  // equal.
+  // An unchanged date and time is another instant in a new zone, so method=2 then sets the clock although its
+  // record is equal.
   int store(const Wanted& wanted) {
     isZoneMoved_ = isZoneMoved_ || differ(tzone_, wanted.zone);
     isSet_ = isSet_ || differ(curtime_, wanted.clock) || (wanted.method == kSetNow && isZoneMoved_);
@@ -216,7 +216,8 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
     return commit();
   }
 
-  // Takes what was stored into the reply, which shows the method as it was given.
+  // Prepares the reply, which shows the method as given. If the local time cannot be read again, the reply is
+  // 400 although the change is stored.
   int report(const Wanted& wanted) {
     const bool isMoved = isZoneMoved_ || differ(ntp_, wanted.ntp);
     tzone_ = wanted.zone;
@@ -244,9 +245,10 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
   }
 
   NtpSettings ntp_;
-  TimeZoneSettings tzone_{};  // looked at for the reply even when it could not be read
+  TimeZoneSettings tzone_;
   ClockSettings curtime_;
-  // What the request changed, also if it is applied again on records that have the change already.
+  // Whether the request changes the zone and sets the clock. Both stay true when the request is applied again
+  // on records that already hold its change.
   bool isZoneMoved_ = false;
   bool isSet_ = false;
 };

@@ -1,4 +1,4 @@
-// dgtalkie_info.cgi: that the camera knows dgtalkie, and the codes of it that it supports.
+// dgtalkie_info.cgi: that the camera supports dgtalkie, and which of its codes.
 #include "handlers/endpoint.h"
 
 namespace camera {

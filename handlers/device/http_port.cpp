@@ -6,8 +6,7 @@
 namespace camera {
 namespace {
 
-// This one endpoint reads a port as atoi does: leading digits count, what follows them is dropped ("80-1" is
-// 80).
+// Unlike other endpoints, this one reads a port as atoi does: "80-1" is 80.
 bool takePort(std::string_view value, HttpServerSettings& wanted) {
   wanted.http_port = leadingInteger(value);
   return consistsOf(value, kDigits, "-") && wanted.http_port >= 1 && wanted.http_port <= 65535;

@@ -1,4 +1,4 @@
-// info.cgi: the identity card: what the camera is, where it is reached and which features it has.
+// info.cgi: the camera's identity, network address and features.
 #include <arpa/inet.h>
 
 #include <algorithm>
@@ -14,21 +14,20 @@ namespace camera {
 namespace {
 
 constexpr char kInterfaceVersion[] = "1.9.5";                   // of this HTTP interface, for clients
-constexpr const char* kInterfaces[] = {"ppp0", "eth0", "ra0"};  // the one that leads outside first
-constexpr std::string_view kVideoOutSensor = "vx1128";          // the sensor family with an analogue output
+constexpr const char* kInterfaces[] = {"ppp0", "eth0", "ra0"};  // in order of preference
+constexpr std::string_view kVideoOutSensor = "vx1128";  // sensors of this family have an analogue output
 
 }  // namespace
 
 class InfoEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
-    // Nothing of gpio is reported, but a camera whose store fails is not well.
-    GpioSettings gpio;
+    GpioSettings gpio;  // read only so that a broken store is reported as 500
     if (read(system_, host_, gpio) != 200) return 500;
-    const ProductInfo* known = product();
-    if (known == nullptr) return 500;
+    const ProductInfo* info = product();
+    if (info == nullptr) return 500;
     if (!findInterface()) return fail(500, "no network interface is active");
-    replyNames(*known);
-    replyFeatures(*known);
+    replyNames(*info);
+    replyFeatures(*info);
     return 200;
   }
 

@@ -1,5 +1,4 @@
-// What the endpoints share that take the camera down: one word that confirms, and a command that outlives the
-// reply.
+// Base of the endpoints that restart the camera after a confirmation.
 #pragma once
 
 #include "handlers/confirmation.h"
@@ -8,7 +7,7 @@
 
 namespace camera {
 
-// The command returns at once and waits in the background until the client has its reply.
+// kCommand must return at once and act in the background, after the client has its reply.
 template <const auto& kParams, const char* kCommand>
 class SystemCommandEndpoint : public StateEndpoint<kParams, Takes::kCommand> {
   int carryOut(Confirmation& /*wanted*/) override { return 200; }

@@ -16,17 +16,17 @@ constexpr const char* kModeWords[] = {"managed", "ad-hoc"};
 constexpr const char* kAuthWords[] = {"open", "shared", "WPA-PSK", "", "", "WPA2-PSK", "open"};
 constexpr const char* kEncryptionWords[] = {"none", "WEP", "TKIP", "AES"};
 
-// What a request can choose: clients know open and shared, not the state that tries both.
+// The words that a request may give; replies show kOpenOrShared as open.
 constexpr Words kAuthChoices = Words{kAuthWords}.first(kOpenOrShared);
 
-// By region; the i-th character, counted from 1, is "1" where channel i may be used.
+// By region; the i-th character, counted from 1, is "1" if channel i is allowed.
 constexpr std::string_view kChannelPatterns[] = {
     "11111111111",    "1111111111111",  "00000000011", "0000000001111",
     "00000000000001", "11111111111111", "001111111",   "0000111111111",
 };
 constexpr int kMostChannels = 14;
 
-// In a region that is not known no channel is known to be allowed.
+// Empty for an unknown region: no channel is allowed there.
 std::string_view channelPattern(int region) {
   const auto index = static_cast<std::size_t>(region);
   return index < std::size(kChannelPatterns) ? kChannelPatterns[index] : std::string_view{};
@@ -40,7 +40,7 @@ bool isWpaCipher(int encryption) {
   return encryption == kTkip || encryption == kAes;
 }
 
-// A value that the request may give, and the one it would replace.
+// A given value and the stored one.
 struct Choice {
   int given;  // -1: not given
   int stored;
@@ -48,7 +48,7 @@ struct Choice {
   int effective() const { return isGiven() ? given : stored; }
 };
 
-// Everything on which it depends whether the client could use the settings.
+// The values that must fit together.
 struct Combination {
   Choice mode;
   Choice auth;
@@ -85,7 +85,7 @@ bool encryptionFits(const Combination& c) {
   return c.mode.effective() != kAdHoc && (c.passphrase || isWpaKey(c.storedKey));
 }
 
-// A key in use cannot be taken away.
+// An empty value must not delete the key of the encryption in use.
 bool keysFit(const Combination& c) {
   const int cipher = c.encryption.effective();
   const bool dropsWep = cipher == kWep && c.key1 && c.key1->empty();
@@ -93,7 +93,7 @@ bool keysFit(const Combination& c) {
   return !dropsWep && !dropsWpa;
 }
 
-// The record, and what of the request goes into it only under conditions.
+// The record, and the parameters that merge() stores only under conditions.
 struct Wanted {
   WirelessSettings record;
   std::int32_t channel = -1;  // -1: not given
@@ -113,7 +113,7 @@ constexpr auto kParams = paramRows<Wanted>(
     integerParam<&Wanted::channel>("channel", 1, kMostChannels),
     choiceParam<&Wanted::auth>("auth", kAuthChoices),
     choiceParam<&Wanted::record, &WirelessSettings::encryption>("encryption", kEncryptionWords),
-    integerParam<&Wanted::activeKey>("activekey", 1, 1),  // clients know four keys, the camera has the first
+    integerParam<&Wanted::activeKey>("activekey", 1, 1),  // the camera stores only the first of four keys
     textParam<&Wanted::key1>("key1", 0, 26, kPrintableText).also(isWepKey, kWepKey),
     textParam<&Wanted::passphrase>("passphrase", 0, 64, kPrintableText).also(isWpaKey, kWpaKey),
     ignoredParam("chpatterns"), ignoredParam("format"), ignoredParam("keylength"), ignoredParam("key2"),
@@ -123,9 +123,9 @@ constexpr auto kParams = paramRows<Wanted>(
 
 class WirelessEndpoint final : public ParamEndpoint<kParams> {
   int load() override {
-    const ProductInfo* known = product();
-    if (known == nullptr) return 500;
-    channels_ = channelPattern(known->region);
+    const ProductInfo* info = product();
+    if (info == nullptr) return 500;
+    channels_ = channelPattern(info->region);
     return read(wireless_);
   }
 
@@ -135,9 +135,9 @@ class WirelessEndpoint final : public ParamEndpoint<kParams> {
     if (!channelFits(wanted.channel)) return refuse("channel", "one that chpatterns marks with 1");
     if (given("auth") && *kAuthWords[wanted.auth] == '\0') return refuse("auth");
     const Combination c = combination(wanted);
-    if (!modeFits(c)) return refuse("mode", "ad-hoc goes without WPA, TKIP and AES");
-    if (!authFits(c)) return refuse("auth", "does not go with the mode, the encryption or the key");
-    if (!encryptionFits(c)) return refuse("encryption", "does not go with the mode, auth or the key");
+    if (!modeFits(c)) return refuse("mode", "ad-hoc cannot be used with WPA, TKIP or AES");
+    if (!authFits(c)) return refuse("auth", "does not fit the mode, the encryption or the key");
+    if (!encryptionFits(c)) return refuse("encryption", "does not fit the mode, auth or the key");
     if (!keysFit(c))
       return refuse(c.encryption.effective() == kWep ? "key1" : "passphrase", "needed with this encryption");
     merge(c, &wanted);
@@ -186,13 +186,13 @@ class WirelessEndpoint final : public ParamEndpoint<kParams> {
   static void merge(const Combination& c, Wanted* wanted) {
     WirelessSettings& record = wanted->record;
     const int cipher = c.encryption.effective();
-    // Without auth a stored kOpenOrShared stays, also with encryption none: clients read it as open.
+    // Without auth, a stored kOpenOrShared stays even with encryption none; replies show it as open.
     if (c.auth.isGiven()) {
       record.auth =
           static_cast<std::uint8_t>(cipher == kWep ? static_cast<int>(kOpenOrShared) : c.auth.given);
     }
     if (wanted->channel >= 0 && c.mode.effective() == kAdHoc) record.channel = wanted->channel;
-    // Without encryption either may be laid down for later; of both, the passphrase stays.
+    // Without encryption, a key is stored for later use; if both are given, the passphrase is.
     if (c.key1 && !isWpaCipher(cipher)) setText(record.key, *c.key1);
     if (c.passphrase && cipher != kWep) setText(record.key, *c.passphrase);
   }

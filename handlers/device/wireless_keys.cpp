@@ -1,4 +1,4 @@
-// What a wireless key must look like.
+// The formats of wireless keys.
 #include "handlers/device/wireless_keys.h"
 
 #include "framework/checks.h"

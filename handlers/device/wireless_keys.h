@@ -1,4 +1,4 @@
-// What a wireless key must look like.
+// The formats of wireless keys.
 #pragma once
 
 #include <cstddef>
@@ -6,18 +6,18 @@
 
 namespace camera {
 
-// One of the four shapes of a WEP key, which its length alone tells.
+// A format of WEP keys; each has its own length.
 struct WepFormat {
   std::size_t length;  // in characters
-  bool isHex;          // or else printable
-  const char* bits;    // of the cipher, as clients name it
+  bool isHex;          // otherwise printable ASCII
+  const char* bits;    // the length that clients know it by
 };
 
-// Null when no WEP key has this length.
+// Null if no WEP key has this length.
 const WepFormat* wepFormat(std::string_view key);
 
-// An empty key is none.
+// False for an empty key.
 bool isWepKey(std::string_view key);
-bool isWpaKey(std::string_view key);  // a WPA passphrase, or the 64 hexadecimal digits made from one
+bool isWpaKey(std::string_view key);  // a passphrase, or 64 hexadecimal digits
 
 }  // namespace camera

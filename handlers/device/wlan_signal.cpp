@@ -1,4 +1,4 @@
-// wlansignal.cgi: the signal of the wireless network that the camera is connected to.
+// wlansignal.cgi: the signal of the camera's wireless connection.
 #include "handlers/endpoint.h"
 #include "platform/network/site_survey.h"
 

@@ -1,4 +1,4 @@
-// action_ftp.cgi: the FTP server to which snapshots of events go.
+// action_ftp.cgi: the FTP server that receives the snapshots of events.
 #include "handlers/endpoint.h"
 #include "handlers/events/encoded_password.h"
 #include "platform/store/records/ftp.h"
@@ -32,8 +32,7 @@ constexpr auto kParams =
 
 class ActionFtpEndpoint final : public StateEndpoint<kParams> {
   int load() override {
-    const int result = read(state.server, state.snapshot);
-    if (result != 200) return result;
+    if (const int result = read(state.server, state.snapshot); result != 200) return result;
     showPassword(state.server.pass, state.pass);
     state.seconds = state.server.interval / kMillisecondsPerSecond;
     return 200;
@@ -45,21 +44,23 @@ class ActionFtpEndpoint final : public StateEndpoint<kParams> {
     return 200;
   }
 
-  // Two transactions: what the first one stored is in effect whatever becomes of the second.
+  // Two transactions: the first takes effect even if the second fails. A new interval writes the snapshots'
+  // record unchanged, so that its actions run.
   int carryOut(Ftp& wanted) override {
-    isSwitched_ = isSwitched_ || wanted.server.enable != state.server.enable;
-    isPaced_ = isPaced_ || wanted.server.interval != state.server.interval;
+    changesEnable_ = changesEnable_ || wanted.server.enable != state.server.enable;
+    changesInterval_ = changesInterval_ || wanted.server.interval != state.server.interval;
     writeChanged(state.server, wanted.server);
     const int result = commit();
-    if (result != 200 || !(isSwitched_ || isPaced_)) return result;
-    if (isSwitched_) wanted.snapshot.ftp_enable = wanted.server.enable;
+    if (result != 200 || !(changesEnable_ || changesInterval_)) return result;
+    if (changesEnable_) wanted.snapshot.ftp_enable = wanted.server.enable;
     write(wanted.snapshot);
     return commit();
   }
 
-  // What the request changed, also when it is applied again on a record that has the change already.
-  bool isSwitched_ = false;
-  bool isPaced_ = false;
+  // Whether the request changes enable and the interval. Both stay true when the request is applied again on
+  // a record that already holds its change.
+  bool changesEnable_ = false;
+  bool changesInterval_ = false;
 };
 
 template void serve<ActionFtpEndpoint>();

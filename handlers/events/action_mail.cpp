@@ -1,4 +1,4 @@
-// action_mail.cgi: the mail account through which snapshots of events are sent.
+// action_mail.cgi: the mail account that sends the snapshots of events.
 #include "handlers/endpoint.h"
 #include "handlers/events/encoded_password.h"
 #include "platform/store/records/smtp.h"
@@ -11,8 +11,7 @@ struct Mail {
   char pass[kEncodedSize];
 };
 
-// An "@" and, somewhere after the first of them, a dot; several addresses with commas between them pass as
-// well.
+// True if a dot follows the first "@", also for several addresses with commas between them.
 bool isAddress(std::string_view text) {
   const std::size_t at = text.find('@');
   return at != text.npos && text.find('.', at) != text.npos;

@@ -1,4 +1,4 @@
-// audio_detection.cgi: whether the camera listens for sounds, and how sensitively.
+// audio_detection.cgi: sound detection and its sensitivity.
 #include "handlers/endpoint.h"
 #include "platform/store/records/audiodetection.h"
 

@@ -1,4 +1,4 @@
-// The commands that the digital I/O daemon and the event daemon take.
+// Commands to the digital I/O daemon and the event daemon.
 #include "handlers/events/daemon_command.h"
 
 #include "platform/little_endian.h"

@@ -1,4 +1,4 @@
-// The commands that the digital I/O daemon and the event daemon take.
+// Commands to the digital I/O daemon and the event daemon.
 #pragma once
 
 #include <cstdint>
@@ -7,16 +7,16 @@
 
 namespace camera {
 
-// Lines in and lines out, each, for which the I/O daemon has commands.
+// The I/O daemon has commands for so many inputs, and for so many outputs.
 inline constexpr int kMostLines = 4;
 
-// The I/O daemon's commands for the first line; those for the next follow.
+// The I/O daemon's commands for the first line; the next lines have the next numbers.
 inline constexpr std::int32_t kSwitchOutputOn = 606;
 inline constexpr std::int32_t kReadInput = 615;
 inline constexpr std::int32_t kReadOutput = 620;
 inline constexpr std::int32_t kSwitchOutputOff = 624;
 
-// The event daemon's command: the software input, with 0 fired, with 1 released.
+// The event daemon's command for the software input: argument 0 fires it, 1 releases it.
 inline constexpr std::int32_t kSoftwareInput = 9;
 
 struct DaemonAnswer {
@@ -24,7 +24,7 @@ struct DaemonAnswer {
   std::int32_t state;   // of a line: 1 on
 };
 
-// False, and the answer untouched, when the daemon cannot be reached or gives no answer.
+// False, with the answer unchanged, if the daemon cannot be reached or does not answer.
 bool askDaemon(DaemonClient& client, const char* daemon, std::int32_t code, std::int32_t argument,
                DaemonAnswer* answer);
 

@@ -1,5 +1,4 @@
-// detection_push.cgi: the detections of sound, motion and heat, and what each pushes to clients, in one
-// request.
+// detection_push.cgi: sound, motion and infrared detection, and which of them are pushed to clients.
 #include <algorithm>
 
 #include "handlers/endpoint.h"
@@ -18,7 +17,7 @@ struct Detections {
   bool hasPir;
 };
 
-constexpr std::size_t kWholePicture = 300;  // digits of a motion mask that watches every block
+constexpr std::size_t kWholePicture = 300;  // digits of a motion mask for the whole picture
 
 bool hasPir(const Detections& detections) {
   return detections.hasPir;
@@ -54,7 +53,7 @@ constexpr auto kParams = paramRows<Detections>(
                                                                                   "0, 50 or 100")
         .onlyIf<hasPir>());
 
-// Watches the whole picture, in a mask of the length that it has.
+// Watches the whole picture. The mask keeps its length, up to kWholePicture.
 void watchAll(MotionSettings* motion) {
   char(&mask)[sizeof motion->mbmask] = motion->mbmask;
   setText(mask, std::string(std::min(strnlen(mask, sizeof mask), kWholePicture), 'F'));
@@ -64,20 +63,18 @@ void watchAll(MotionSettings* motion) {
 
 class DetectionPushEndpoint final : public StateEndpoint<kParams> {
   int load() override {
-    // Nothing of system is reported, but a camera whose store fails is not well. One record that cannot be
-    // read keeps none of the others from being read.
-    SystemSettings system;
-    int failures = 0;
-    for (const int result : {read(state.sound), read(state.motion), read(state.gpio), read(system)})
-      failures += result != 200 ? 1 : 0;
-    const ProductInfo* known = product();
-    if (failures > 0 || known == nullptr) return 500;
-    state.hasPir = known->has_pir;
+    SystemSettings system;  // read only so that a broken store is reported as 500
+    // Each is read even after a failure, so that the log names every broken record.
+    const int results[] = {read(state.sound), read(state.motion), read(state.gpio), read(system)};
+    const ProductInfo* info = product();
+    if (info == nullptr || std::count(std::begin(results), std::end(results), 200) != std::ssize(results))
+      return 500;
+    state.hasPir = info->has_pir;
     return 200;
   }
 
   int carryOut(Detections& wanted) override {
-    // Switched on again, it is told to the motion detection again.
+    // Written even if it is on already, so that the actions of motiond run again.
     const bool startsMotion = given("motion_enable") && wanted.motion.enable != 0;
     if (startsMotion) watchAll(&wanted.motion);
     writeChanged(state.sound, wanted.sound);

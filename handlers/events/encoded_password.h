@@ -1,4 +1,4 @@
-// The password of an account that the camera uses, as the action endpoints take and show it: in base64.
+// Passwords in base64, as the action endpoints accept and report them.
 #pragma once
 
 #include "framework/base64.h"
@@ -6,7 +6,7 @@
 
 namespace camera {
 
-// The longest password in base64, with its NUL.
+// Bytes of the longest password in base64, its NUL included.
 inline constexpr std::size_t kEncodedSize = 41;
 
 inline bool isEncodedPassword(std::string_view encoded) {
@@ -14,7 +14,7 @@ inline bool isEncodedPassword(std::string_view encoded) {
   return password && consistsOf(*password, kAlnum, kPunctuationText);
 }
 
-// Its field holds the encoded text; an empty one is the empty password.
+// The field holds the encoded text, which is empty for the empty password.
 template <auto... kPath>
 constexpr auto encodedPasswordParam(const char* name) {
   return textParam<kPath...>(name, 0, kEncodedSize - 1, "+/=")

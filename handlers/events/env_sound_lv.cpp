@@ -1,4 +1,4 @@
-// env_sound_lv.cgi: how loud it is at the camera now.
+// env_sound_lv.cgi: the sound level at the camera now.
 #include "handlers/endpoint.h"
 #include "handlers/events/status_packages.h"
 

@@ -1,5 +1,4 @@
-// event_info.cgi: which event rules the camera can carry out: what triggers them, and what they do.
-#include <algorithm>
+// event_info.cgi: the event rules that the camera can have: their triggers and handlers.
 #include <initializer_list>
 
 #include "handlers/endpoint.h"
@@ -7,7 +6,7 @@
 namespace camera {
 namespace {
 
-// Entries with commas between them.
+// A list with commas between its entries.
 struct List {
   std::string text;
   int count = 0;
@@ -22,21 +21,22 @@ struct List {
 
 class EventInfoEndpoint final : public ReadOnlyEndpoint {
  public:
+  // Unreadable product information is reported before an unknown parameter.
   EventInfoEndpoint() : ReadOnlyEndpoint(Takes::kChanges) {}
 
  private:
   int load() override { return product() == nullptr ? 500 : 200; }
 
   int reply() override {
-    const ProductInfo& known = *product();
+    const ProductInfo& info = *product();
     handlers_.add({"cifs_rec"});
-    if (known.has_sdcard) handlers_.add({"sd1_rec"});
+    if (info.has_sdcard) handlers_.add({"sd1_rec"});
     handlers_.add({"mail_shot"});
     handlers_.add({"ftp_shot"});
-    addTrigger("schedule", "", "");  // knows none of the outputs, and its rules do not end as the others
-    for (std::uint32_t i = 1; i <= known.output_count; ++i) handlers_.add({"output", Decimal(i).text()});
+    addTrigger("schedule", "", "");  // has no rules for outputs
+    for (std::uint32_t i = 1; i <= info.output_count; ++i) handlers_.add({"output", Decimal(i).text()});
     addTrigger("md1", "", "-event");
-    for (std::uint32_t i = 1; i <= known.input_count; ++i) addTrigger("input", Decimal(i).text(), "-event");
+    for (std::uint32_t i = 1; i <= info.input_count; ++i) addTrigger("input", Decimal(i).text(), "-event");
     pair("num", rules_.count);
     pair("name", rules_.text);
     pair("events", triggers_.text);
@@ -44,15 +44,11 @@ class EventInfoEndpoint final : public ReadOnlyEndpoint {
     return 200;
   }
 
-  // With a rule for each handler that there is by now.
+  // Adds a rule for each handler that is listed so far.
   void addTrigger(std::string_view trigger, std::string_view number, std::string_view end) {
     triggers_.add({trigger, number});
     std::string_view rest = handlers_.text;
-    while (!rest.empty()) {
-      const std::string_view handler = rest.substr(0, rest.find(','));
-      rules_.add({trigger, number, "-", handler, end});
-      rest.remove_prefix(std::min(handler.size() + 1, rest.size()));
-    }
+    while (!rest.empty()) rules_.add({trigger, number, "-", takeUntil(',', &rest), end});
   }
 
   List rules_;

@@ -1,4 +1,4 @@
-// event_log.cgi: the lines of the camera's log that tell of a detection, each with a mark of its kind.
+// event_log.cgi: the log lines that report a detection, each with a mark of its kind.
 #include <algorithm>
 
 #include "handlers/endpoint.h"
@@ -9,7 +9,7 @@ namespace {
 
 constexpr char kPrintLog[] = "send_cmd logd 402";
 
-// The first phrase that a line holds tells its kind.
+// A line is of the first kind whose phrase it contains.
 struct Kind {
   std::string_view phrase;
   std::string_view mark;
@@ -19,7 +19,7 @@ constexpr Kind kKinds[] = {
     {"by Cold Thermal Detection", "tc "}, {"by Digital Input", "di "},
 };
 
-// Appends a line of the log, or a piece of a long one, to the reply in the context.
+// Appends a line of the log, or a piece of a long one, to the Reply in context, if it reports a detection.
 void keepDetection(const char* piece, void* context) {
   const std::string_view line = piece;
   const auto* kind = std::find_if(std::begin(kKinds), std::end(kKinds),
@@ -38,7 +38,7 @@ class EventLogEndpoint final : public Endpoint {
   EventLogEndpoint() : Endpoint({.rows = {}, .unknown = UnknownNames::kIgnore}) {}
 
  private:
-  // A log that cannot be had is an empty one.
+  // If the log cannot be read, the reply is empty.
   int load() override {
     readCommand(kPrintLog, keepDetection, &replyText());
     return 200;

@@ -1,4 +1,4 @@
-// io.cgi: the states of the digital inputs and outputs, and the switches of the outputs.
+// io.cgi: reports the digital inputs and outputs, and switches the outputs.
 #include <algorithm>
 
 #include "handlers/endpoint.h"
@@ -8,7 +8,7 @@
 namespace camera {
 namespace {
 
-// 1 on, 0 off; of those that the request gave.
+// The wanted states of the outputs that the request gives: 1 on, 0 off.
 struct Switches {
   std::int32_t out1;
   std::int32_t out2;
@@ -21,7 +21,7 @@ constexpr auto kParams = paramRows<Switches>(
     choiceParam<&Switches::out3>("out3", kOffOn), choiceParam<&Switches::out4>("out4", kOffOn));
 static_assert(kParams.rows.size() == kMostLines);
 
-// A product's lines as far as the daemon has commands for them.
+// The product's lines that the daemon has commands for.
 int handledLines(std::uint32_t count) {
   return static_cast<int>(std::min<std::uint32_t>(count, kMostLines));
 }
@@ -30,14 +30,15 @@ int handledLines(std::uint32_t count) {
 
 class IoEndpoint final : public ParamEndpoint<kParams> {
   int load() override {
-    const ProductInfo* known = product();
-    if (known == nullptr) return 500;
-    inputs_ = handledLines(known->input_count);
-    outputs_ = handledLines(known->output_count);
+    const ProductInfo* info = product();
+    if (info == nullptr) return 500;
+    inputs_ = handledLines(info->input_count);
+    outputs_ = handledLines(info->output_count);
     return inputs_ + outputs_ > 0 ? 200 : fail(404, "this camera has no digital inputs and outputs");
   }
 
-  // What was switched before a failure stays switched.
+  // An output that the product does not have is an unknown parameter. Outputs that were switched before a
+  // failure stay switched.
   int apply() override {
     for (const ParamRow& row : std::span{kParams.rows}.subspan(static_cast<std::size_t>(outputs_))) {
       if (queries().find(row.name) != queries().end()) return fail(400, unknownParam(row.name));
@@ -53,7 +54,7 @@ class IoEndpoint final : public ParamEndpoint<kParams> {
     return 200;
   }
 
-  // A request that switches is answered with the outputs alone.
+  // The reply to a request that switches has the outputs alone.
   int reply() override {
     const struct {
       const char* name;

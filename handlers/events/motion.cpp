@@ -19,7 +19,7 @@ bool hasPir(const Motion& motion) {
   return motion.hasPir;
 }
 
-// The picture's grid, and with it the mask's length, is what the stored mask says.
+// A new mask must have the stored one's length, which depends on the picture's grid.
 Bounds maskLength(const Motion& motion) {
   const int length = static_cast<int>(std::strlen(motion.motiond.mbmask));
   return {length, length};
@@ -43,21 +43,20 @@ bool watchesNothing(std::string_view mask) {
 class MotionEndpoint final : public StateEndpoint<kParams> {
   int load() override {
     if (const int result = read(state.motiond, state.gpio); result != 200) return result;
-    const ProductInfo* known = product();
-    if (known == nullptr) return 500;
-    state.hasPir = known->has_pir;
+    const ProductInfo* info = product();
+    if (info == nullptr) return 500;
+    state.hasPir = info->has_pir;
     return 200;
   }
 
   int check(Motion& wanted) override {
-    if (wanted.motiond.enable != 0) {
-      if (const int result = checkThatItCanSee(wanted); result != 200) return result;
-    }
+    const int result = wanted.motiond.enable != 0 ? checkEnabled(wanted) : 200;
+    if (result != 200) return result;
     const int pir = wanted.motiond.pir_sensitivity;
     return pir == 0 || pir == 50 || pir == 100 ? 200 : refuse("pir_sensitivity");
   }
 
-  int checkThatItCanSee(const Motion& wanted) {
+  int checkEnabled(const Motion& wanted) {
     const int displaySystem = displaySystemInUse();
     if (displaySystem < 0) return fail(500, "settings: the display system cannot be read");
     if (displaySystem == kBlindDisplaySystem)
@@ -66,6 +65,7 @@ class MotionEndpoint final : public StateEndpoint<kParams> {
     return 200;
   }
 
+  // A change of either record writes both, so that the actions of both run.
   int carryOut(Motion& wanted) override {
     if (differ(state.motiond, wanted.motiond) || differ(state.gpio, wanted.gpio)) {
       write(wanted.motiond);

@@ -1,4 +1,4 @@
-// notify.cgi: what goes on at the camera now, as its daemons tell those who listen for a few seconds.
+// notify.cgi: the camera's present state, from the packages that its daemons send within four seconds.
 #include "handlers/endpoint.h"
 #include "handlers/events/daemon_command.h"
 #include "handlers/events/numbered.h"
@@ -11,13 +11,11 @@ namespace camera {
 namespace {
 
 constexpr int kListeningSeconds = 4;
-constexpr std::chrono::seconds kAskingTime{
-    25};  // after listening: a client waits no longer than for other endpoints
+constexpr std::chrono::seconds kAskingTime{25};  // after listening; a request takes 30 seconds at most
 constexpr std::uint32_t kEvents = kMotionEvent | kUnusedEvent | kRecordingEvent | 0xF * kInputEvent |
                                   kSoundEvent | kSpeakerOccupiedEvent | kMicMutedEvent | kSoundLevelEvent;
-static_assert(kEvents == 0x8340F7);
 
-// What the packages told: 0 off, 1 on, of outputs also other states.
+// The state that the packages report: 0 off, 1 on; an output can also be 2, failed, or another number.
 struct Status {
   std::uint8_t motion;
   std::int32_t motionValue;
@@ -77,19 +75,19 @@ void fold(const StatusPackage& package, Status* status) {
 
 class NotifyEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
-    // Read before listening, so that a failure does not keep the client waiting.
-    const ProductInfo* known = product();
-    if (known == nullptr) return 500;
+    // Before listening, so that a failure is reported at once.
+    const ProductInfo* info = product();
+    if (info == nullptr) return 500;
     listen(kEvents, kListeningSeconds, [this](const StatusPackage& package) {
       fold(package, &status_);
       return true;
     });
     replyDetections();
-    replyLines(*known);
-    if (replyParts(*known) != 200) return 500;
+    replyLines(*info);
+    if (replyParts(*info) != 200) return 500;
     state("audio_detected", status_.soundDetected);
     pair("audio_detect_val", status_.soundLevel);
-    if (known->has_speaker) state("speaker_occupied", status_.speakerOccupied);
+    if (info->has_speaker) state("speaker_occupied", status_.speakerOccupied);
     state("mic_muted", status_.micMuted);
     HostSettings host;
     if (read(host) == 200) pair("cameraname", host.name);
@@ -105,7 +103,7 @@ class NotifyEndpoint final : public ReadOnlyEndpoint {
     state("recording", status_.recording);
   }
 
-  // Lines beyond those that packages and commands can tell of count as off.
+  // Lines above kMostLines have neither packages nor commands, and are reported as off.
   void replyLines(const ProductInfo& product) {
     for (std::uint32_t i = 0; i < product.input_count; ++i) {
       state(numbered("input", std::int64_t{i} + 1), i < kMostLines ? status_.input[i] : 0);
@@ -118,7 +116,7 @@ class NotifyEndpoint final : public ReadOnlyEndpoint {
     }
   }
 
-  // What is switched by settings, no daemon tells.
+  // The parts that settings switch; no daemon reports them.
   int replyParts(const ProductInfo& product) {
     state("vsignal", 1);
     AudioSettings audio{};
@@ -138,7 +136,7 @@ class NotifyEndpoint final : public ReadOnlyEndpoint {
     return isOn ? 1 : 0;
   }
 
-  // A state without a word has no line.
+  // Adds no line for a number without a word.
   void state(std::string_view key, int value) {
     static constexpr const char* kWords[] = {"off", "on", "fail"};
     const auto index = static_cast<std::size_t>(value);

@@ -1,4 +1,4 @@
-// Names of things that a product has several of: "input1", "out4".
+// Numbered names, such as "input1" and "out4".
 #pragma once
 
 #include <string>

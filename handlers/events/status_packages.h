@@ -1,4 +1,4 @@
-// Listening to what the camera's daemons tell everyone: which report carries which bit.
+// The status packages that the camera's daemons send to everyone, and how to listen for them.
 #pragma once
 
 #include <cstdint>
@@ -7,10 +7,11 @@
 
 namespace camera {
 
-// Bits of a package's event word; of inputs and outputs that of the first line, those of the next follow.
+// Bits of a package's event word. Inputs and outputs: the first line's bit; the next lines have the next
+// bits.
 enum StatusEvent : std::uint32_t {
-  kMotionEvent = 0x1,  // its value is how much
-  kUnusedEvent = 0x2,
+  kMotionEvent = 0x1,     // its value is the amount
+  kUnusedEvent = 0x2,     // only its flags are used
   kRecordingEvent = 0x4,  // its flags are 0 while recording runs
   kInputEvent = 0x10,
   kOutputEvent = 0x100,  // its value2 is the state
@@ -31,8 +32,8 @@ inline std::uint8_t lowByte(std::int32_t number) {
   return static_cast<std::uint8_t>(number);
 }
 
-// Hands over each package with one of the events, for so many seconds or until take gives false. A wait that
-// has begun is not cut short, so that it can take up to a second longer.
+// Calls take for each package with one of the events, until the time is over or take returns false. May last
+// up to a second longer, because a wait that has begun is not cut short.
 template <class Take>
 void listen(std::uint32_t events, int seconds, Take take) {
   StatusReceiver receiver;

@@ -1,4 +1,4 @@
-// sw_input.cgi: fires and releases the software input, a trigger of event rules that is no wire.
+// sw_input.cgi: fires and releases the software input, a trigger of event rules without a physical line.
 #include "handlers/endpoint.h"
 #include "handlers/events/daemon_command.h"
 
