@@ -25,7 +25,7 @@ TEST(Info, ListsTheFeaturesOfTheProduct) {
 }
 
 TEST(Info, ReportsTheInterfaceThatLeadsOutside) {
-  kInfo.accepts({{"", "ppp0=10.0.0.1 ra0=10.0.0.3", "ipaddr=10.0.0.1"},
+  kInfo.accepts({{"", "ppp0=10.0.0.1", "ipaddr=10.0.0.1"},
                  {"", "ra0=10.0.0.3", ""},
                  {"", "eth0= ra0=10.0.0.3", "ipaddr=10.0.0.3"}});
   kInfo.refuses("!", "eth0=", 500);
@@ -63,38 +63,37 @@ TEST(HttpPort, TakesAPortThatNoServerUses) {
   kHttpPort.refuses("httpport=80", "rtspsvr.rtsp_port=80");
 }
 
-void expectSurvey(const std::string& state, const std::string& reply) {
-  Endpoint{"wlansurvey.cgi", state, reply}.accepts("");
-}
-
 TEST(WlanSurvey, ListsTheNetworksThatTheCameraCanJoin) {
-  const std::pair<const char*, const char*> rows[] = {
-      {"A+b,NONE,OPEN,Infra,1,-50",
-       "ssid=A b&signal=100&mode=infrastructure&channel=1&auth=open&encryption=none"},
-      {"B,WEP,OPEN,Adhoc,14,-51", "ssid=B&signal=99&mode=Ad-hoc&channel=14&auth=open&encryption=WEP"},
-      {"B,WEP,SHARED,infra,2,-80", "ssid=B&signal=24&mode=Ad-hoc&channel=2&auth=shared&encryption=WEP"},
-      {"D,AES,WPA2-PSK,Infra,4,-81",
-       "ssid=D&signal=23&mode=infrastructure&channel=4&auth=WPA2-PSK&encryption=AES"},
-      {"E,TKIP,WPA-PSK,,5,-91", "ssid=E&signal=0&mode=Ad-hoc&channel=5&auth=WPA-PSK&encryption=TKIP"},
-      {"F,NONE,WPA-PSK,Infra,7,-2147483648",
-       "ssid=F&signal=0&mode=infrastructure&channel=7&auth=WPA-PSK&encryption=none"},
-      {",NONE,OPEN,Infra,8,-60 site=H,AES,WPA,Infra,8,-60 site=H,WPA2,WPA2-PSK,Infra,8,-60 "
-       "site=H,NONE,SHARED,Infra,8,-60",
-       ""},
-      // What is no line of the survey's.
-      {"H,NONE,OPEN,Infra,8,-60, site=H,NONE,OPEN,Infra,8,-60x site=H,123456789012,OPEN,Infra,8,-60 "
-       "site=H,NONE,OPEN,Infra,,-60 site=H,NONE,OPEN,123456789012,8,-60 "
-       "site=H,NONE,OPEN,Infra,2147483648,-60",
-       ""}};
-  std::string all = " site=" + std::string(56, 's') + ",NONE,OPEN,Infra,1,-50";
-  std::string whole;
-  for (const auto& [site, listed] : rows) {
-    expectSurvey(std::string{"site="} + site, listed);
-    all += std::string{" site="} + site;
-    whole += (whole.empty() || *listed == '\0' ? "" : "&") + std::string{listed};
-  }
-  expectSurvey(all, whole);
-  expectSurvey("", "");
+  const Endpoint survey{"wlansurvey.cgi"};
+  const std::string longName = " site=" + std::string(56, 's') + ",NONE,OPEN,Infra,1,-50";
+  survey.accepts(
+      {{"", "site=A+b,NONE,OPEN,Infra,1,-50",
+        "ssid=A b&signal=100&mode=infrastructure&channel=1&auth=open&encryption=none"},
+       {"", "site=B,WEP,OPEN,Adhoc,14,-51",
+        "ssid=B&signal=99&mode=Ad-hoc&channel=14&auth=open&encryption=WEP"},
+       {"", "site=B,WEP,SHARED,infra,2,-80",
+        "ssid=B&signal=24&mode=Ad-hoc&channel=2&auth=shared&encryption=WEP"},
+       {"", "site=D,AES,WPA2-PSK,Infra,4,-81",
+        "ssid=D&signal=23&mode=infrastructure&channel=4&auth=WPA2-PSK&encryption=AES"},
+       {"", "site=E,TKIP,WPA-PSK,,5,-91",
+        "ssid=E&signal=0&mode=Ad-hoc&channel=5&auth=WPA-PSK&encryption=TKIP"},
+       {"",
+        "site=,NONE,OPEN,Infra,8,-60 site=H,AES,WPA,Infra,8,-60 site=H,WPA2,WPA2-PSK,Infra,8,-60 "
+        "site=H,NONE,SHARED,Infra,8,-60" +
+            longName,
+        ""},
+       // What is no line of the survey's.
+       {"",
+        "site=H,NONE,OPEN,Infra,8,-60, site=H,NONE,OPEN,Infra,8,-60x site=H,123456789012,OPEN,Infra,8,-60 "
+        "site=H,NONE,OPEN,Infra,,-60 site=H,NONE,OPEN,123456789012,8,-60 "
+        "site=H,NONE,OPEN,Infra,2147483648,-60",
+        ""}});
+  scripted().reset(longName +
+                   " site=F,NONE,WPA-PSK,Infra,7,-2147483648 site=H,AES,WPA,,8,-60 "
+                   "site=G,NONE,OPEN,,2,-90");
+  EXPECT_EQ(request("wlansurvey.cgi", "").body,
+            "ssid=F&signal=0&mode=infrastructure&channel=7&auth=WPA-PSK&encryption=none&"
+            "ssid=G&signal=0&mode=Ad-hoc&channel=2&auth=open&encryption=none");
 }
 
 TEST(WlanSurvey, IsRefusedBeforeItListens) {
@@ -134,43 +133,58 @@ const Endpoint kDatetime{
     .readsBack = false};
 constexpr char kNtp[] = "set ntp";
 
+constexpr char kClock[] = "set curtime";
+constexpr char kShownTime[] = "&date=2024-03-05&time=07:08:09";
+
 TEST(Datetime, SetsTheClockByHandAloneAndStoresTheZoneAndItsRules) {
-  kDatetime.accepts("method=2&date=2024-02-29&time=13:05:00", "", "set curtime");
+  kDatetime.accepts("method=2&date=2024-02-29&time=13:05:00 method=2&date=2037-12-31&time=23:59:59", "",
+                    kClock);
   kDatetime.accepts("method=2&date=1969-01-01&time=00:00:00&timezone=1", "", "set tzone set curtime");
   kDatetime.accepts("method=1&timeserver=ntp-1.example_x", "", kNtp);
   kDatetime.accepts("method=0&timeserver=", "ntp.method=1 ntp.timeserver=a.b", kNtp);
   kDatetime.accepts(
       "timezone=34&dstenable=no&dstauto=yes&offset=1:00 timezone=87&dstenable=yes&dstauto=no&offset=1:30 "
-      "stoptime=12.1.6/23:59:58");
+      "stoptime=12.1.6/23:59:59");
   kDatetime.accepts({{"", "time=4102444799", "utcdate=2099-12-31&utctime=23:59:59"},
                      {"method=2&date=2037-1-2&time=3:4:5", "ntp.method=1",
                       "method=2&date=2037-01-02&time=03:04:05", "set curtime set ntp"},
-                     {"method=2&date=2024-03-05&time=07:08:09", "", "method=2", ""},
                      {"date=2024-02-29&time=13:05:00", "", ""},
                      {"method=1&date=2024-02-29", "ntp.timeserver=a.b", "method=1", kNtp},
                      {"offset=-0:30", "", "offset=0:30"},
                      {"", "tzone.offset=-02:00", "offset=02:00"},
-                     {"stoptime=9.1.6/2:0", "", "stoptime=9.1.6/2:0:00"},
+                     {"stoptime=1.1.0/0:0", "", "stoptime=1.1.0/0:0:00"},
                      {"starttime=3.5.0/02:00", "", ""},
                      {"starttime=03.2.0/02:00", "", "starttime=3.2.0/02:00:00"}});
   EXPECT_EQ(scripted().stored("tzone.starttime"), "M3.2.0/02:00");
 }
 
+TEST(Datetime, SetsTheClockToTheTimeThatWasShownOnlyInAnotherZoneAndWithMethod2) {
+  kDatetime.accepts({{std::string{"method=2"} + kShownTime, "", "method=2", ""},
+                     {std::string{"timezone=1"} + kShownTime, "", "timezone=1", "set tzone"},
+                     {std::string{"method=2&timezone=1"} + kShownTime, "", {}, "set tzone set curtime"}});
+  for (const char* write : {"set tzone", "set curtime"}) {
+    scripted().reset(kDatetime.state);
+    scripted().results = {{write, kOvertaken}};
+    EXPECT_EQ(request(kDatetime.cgi, std::string{"method=2&timezone=1"} + kShownTime).status, 200);
+    EXPECT_NE(scripted().writes().find(" set curtime"), std::string::npos) << scripted().writes();
+    EXPECT_EQ(scripted().stored("tzone.timezone"), "1");
+  }
+  EXPECT_EQ(scripted().writes(), "set tzone set curtime set curtime#2");
+}
+
 TEST(Datetime, RefusesEverythingElse) {
   kDatetime.refuses(
-      "method=2&!date=2023-02-29&time=00:00:00 method=2&!date=1968-12-31&time=00:00:00 "
-      "method=2&!date=2038-01-01&time=00:00:00 method=2&!date=2024-02&time=00:00:00 "
-      "method=2&!date=2024-002-01&time=00:00:00 method=2&!date=2024-02-01%00&time=00:00:00 "
-      "method=2&date=2024-02-01&!time=24:00:00 method=2&date=2024-02-01&!time=00:60:00 "
-      "method=2&date=2024-02-01&!time=00:00:60 method=2&date=2024-02-01&!time=00:00 "
-      "method=2&date=2024-02-01&!time method=2&time=00:00:00&!date date=2023-02-29 method=3 method=-1 "
+      "method=2&!date=2023-02-29&time=00:00:00 method=2&!date=1968-12-31&time=00:00:00 date=2023-02-29 "
+      "date=2038-01-01 date=2024-13-01 date=2024-00-01 date=2024-01-32 date=2024-01-00 date=2024-02 "
+      "date=2024-002-01 date=2024-02-01%00 date=-2024-2-9 date=2024-2-9x "
+      "time=24:00:00 time=00:60:00 time=00:00:60 time=00:00 time=00:00:000 "
+      "method=2&date=2024-02-01&!time method=2&time=00:00:00&!date method=3 method=-1 "
       "!method=1&!timeserver !method=1&!timeserver= timeserver=a+b timezone=0 timezone=88 dstenable=1 "
-      "dstauto=Yes offset=0:45 offset=--1:30 offset=:1:30 offset=1 method=2&time=00:00:00&!date=-2024-2-9 "
-      "method=2&time=00:00:00&!date=2024-2-9x offset=01:00 offset=1:00:00 starttime=13.1.0/02:00 "
-      "starttime=0.1.0/02:00 "
-      "starttime=3.6.0/02:00 starttime=3.0.0/02:00 starttime=3.1.7/02:00 starttime=3.1.0 "
-      "starttime=3.1.0/02:00/ starttime=M3.1.0/02:00 starttime=3.1/02:00 starttime=3.1.0/02 "
-      "starttime=3.1.0/24:00 stoptime=3.1.0/002:00 stoptime= timezone=1&!zone=1");
+      "dstauto=Yes offset=0:45 offset=--1:30 offset=:1:30 offset=1 offset=01:00 offset=1:00:00 "
+      "starttime=13.1.0/02:00 starttime=0.1.0/02:00 starttime=3.6.0/02:00 starttime=3.0.0/02:00 "
+      "starttime=3.1.7/02:00 starttime=3.1.0 starttime=3.1.0/02:00/ starttime=M3.1.0/02:00 "
+      "starttime=3.1/02:00 starttime=3.1.0/02 starttime=3.1.0/24:00 starttime=3.1.0/02:60 "
+      "starttime=3.1.0/02:00:60 stoptime=3.1.0/002:00 stoptime= timezone=1&!zone=1");
   kDatetime.refuses("timeserver=" + std::string(61, 'a'));
   kDatetime.refuses("starttime=" + std::string(18, '0') + "3.2.0/02:00:00");
   kDatetime.refuses("timezone=1&!method&!timeserver", "ntp.method=1");

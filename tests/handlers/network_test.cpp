@@ -1,9 +1,5 @@
-// network.cgi, pppoe.cgi, ddns.cgi and wireless.cgi: their values, the ports that clash, that neither client
-// is ever on without its texts, and every combination of mode, authentication, encryption and key.
-#include <cstring>
-#include <optional>
-
-#include "platform/store/records/wireless.h"
+// network.cgi, pppoe.cgi, ddns.cgi and wireless.cgi: their values, the ports that clash, that no client is on
+// without its texts, and which mode, authentication, encryption and key fit together.
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {
@@ -47,20 +43,16 @@ TEST(Network, RefusesWhatCannotBe) {
 
 TEST(Network, HoldsTheClientsToTheRulesOfTheirOwnEndpoints) {
   kNetwork.accepts("pppoe=on&pppoepass=", "", "set pppoe");
-  kNetwork.accepts("pppoe=off&pppoeuser=", "pppoe.enable=1", "set pppoe");
-  kNetwork.accepts("ddns=on&ddnsprovider=velkorddns", "", "set ddns");
   kNetwork.accepts("ddns=off&ddnshost=&ddnsuser=&ddnspass=", "ddns.enable=1", "set ddns");
-  kNetwork.refuses("pppoeuser= !pppoe=on&!pppoeuser=", "pppoe.enable=1");
-  kNetwork.refuses("ddnshost= ddnsuser= ddnspass= ddnsprovider=", "ddns.enable=1");
-  kNetwork.refuses("!ddns=on&!ddnshost !ddns=on&!ddnshost&ddnsprovider=dyndns", "ddns.host=");
-  kNetwork.refuses("pppoeuser=a+b ddnshost=a/b pppoe=1 ddns=1");
+  kNetwork.refuses("pppoeuser= ddnshost= ddnsuser= ddnspass= ddnsprovider=", "pppoe.enable=1 ddns.enable=1");
+  kNetwork.refuses("!pppoe=on&!pppoeuser= !ddns=on&!ddnspass= pppoeuser=a+b ddnshost=a/b");
 }
 
 TEST(PPPoE, IsNeverOnWithoutAUser) {
   const std::string user(32, 'u');
   const std::string pass(60, '~');
-  kPppoe.accepts("pppoe=on pppoe=off&user=pu user=");
-  kPppoe.accepts({{"pppoe=on&user=you", "pppoe.user="},
+  kPppoe.accepts({{"user="},
+                  {"pppoe=on&user=you", "pppoe.user="},
                   {"user=&pppoe=off", "pppoe.enable=1"},
                   {"pass=", "pppoe.enable=1"},
                   {"user=" + user + "&pass=" + pass}});
@@ -80,8 +72,7 @@ TEST(Ddns, IsNeverOnWithoutAllItsTexts) {
   kDdns.refuses("provider=other provider= host=a/b user=a+b host=h" + host + " user=~" + text + " pass=~" +
                 text);
   kDdns.refuses("host= user= pass=", "ddns.enable=1");
-  for (const std::string missing : {"provider", "host", "user"})
-    kDdns.refuses("!ddns=on&!" + missing, "ddns." + missing + "=");
+  kDdns.refuses("!ddns=on&!provider", "ddns.provider=");
   kDdns.refuses("!ddns=on&!pass", "ddns.password=");
 }
 
@@ -133,121 +124,84 @@ TEST(Wireless, AppliesAChannelOfTheRegionInAdHocModeAlone) {
     const std::string state = "product.region=" + std::to_string(region++);
     kWireless.accepts({{"", state, "chpatterns=" + pattern}});
     for (std::size_t channel = 0; channel <= 16; ++channel) {
-      const bool allowed = channel >= 1 && channel <= pattern.size() && pattern[channel - 1] == '1';
-      const std::string query = "channel=" + std::to_string(channel);
-      if (allowed)
-        kWireless.accepts({{query, state, ""}});
-      else
-        kWireless.refuses(query, state);
+      const bool isAllowed = channel >= 1 && channel <= pattern.size() && pattern[channel - 1] == '1';
+      scripted().reset(kWireless.state + " " + state);
+      EXPECT_EQ(request("wireless.cgi", "channel=" + std::to_string(channel)).status, isAllowed ? 200 : 400);
     }
   }
 }
 
-// The rules between the values, against every combination, in the numbers of the record.
+// Whether and how mode, authentication, encryption and keys fit together. A name that begins with k is a
+// stored state; auth and encryption are stored as numbers.
+const std::string kMixed = "wireless.auth=6 wireless.encryption=1 wireless.key=w-e-p";
+const std::string kSharedWep = "wireless.auth=1 wireless.encryption=1 wireless.key=w-e-p";
+const std::string kWpa = "wireless.auth=2 wireless.encryption=3 wireless.key=passphrase";
+const std::string kWpa2 = "wireless.auth=5 wireless.encryption=2 wireless.key=passphrase";
+constexpr char kAdHoc[] = "wireless.mode=1 ";
 
-enum Mode { kManaged, kAdHoc };
-enum Auth { kOpen, kShared, kWpaPsk, kWpa2Psk = 5, kOpenOrShared };
-enum Cipher { kNone, kWep, kTkip, kAes };
-constexpr int kAbsent = -1;
-constexpr char kWepKey[] = "w-e-p";
-constexpr char kWpaKey[] = "a long passphrase";
-
-struct Combination {
-  int storedMode, storedAuth, storedCipher;
-  std::string storedKey;
-  int newMode, newAuth, newCipher;  // or kAbsent
-  std::optional<std::string> key1, passphrase;
-
-  int mode() const { return newMode == kAbsent ? storedMode : newMode; }
-  int auth() const { return newAuth == kAbsent ? storedAuth : newAuth; }
-  int cipher() const { return newCipher == kAbsent ? storedCipher : newCipher; }
-  static bool isWpa(int auth) { return auth == kWpaPsk || auth == kWpa2Psk; }
-  static bool isOpen(int auth) { return auth == kOpen || auth == kShared; }
-  static bool isPlain(int cipher) { return cipher == kNone || cipher == kWep; }
-  static bool isAes(int cipher) { return cipher == kTkip || cipher == kAes; }
-
-  const char* refusal() const {
-    const std::pair<const char*, bool> rules[] = {
-        {"ad-hoc with WPA", newMode == kAdHoc && isWpa(auth())},
-        {"ad-hoc with TKIP or AES", newMode == kAdHoc && isAes(cipher())},
-        {"WPA in ad-hoc mode", isWpa(newAuth) && mode() == kAdHoc},
-        {"WPA with none or WEP", isWpa(newAuth) && isPlain(cipher())},
-        {"WPA and no key", isWpa(newAuth) && !passphrase && storedKey.empty()},
-        {"open or shared with TKIP or AES", isOpen(newAuth) && isAes(cipher())},
-        {"WEP and no key", isOpen(newAuth) && cipher() == kWep && !key1 && storedKey.empty()},
-        {"shared with none", newAuth == kShared && cipher() == kNone},
-        {"none or WEP on WPA", isPlain(newCipher) && newAuth == kAbsent && isWpa(storedAuth)},
-        {"none on shared", newCipher == kNone && newAuth == kAbsent && storedAuth == kShared},
-        {"TKIP or AES without WPA", isAes(newCipher) && !isWpa(auth())},
-        {"WEP on another key", newCipher == kWep && !key1 && storedKey != kWepKey},
-        {"TKIP or AES in ad-hoc mode", isAes(newCipher) && mode() == kAdHoc},
-        {"TKIP or AES on another key", isAes(newCipher) && !passphrase && storedKey != kWpaKey},
-        {"the WEP key taken away", cipher() == kWep && key1 == ""},
-        {"the passphrase taken away", isAes(cipher()) && passphrase == ""}};
-    for (const auto& [rule, refuses] : rules)
-      if (refuses) return rule;
-    return nullptr;
-  }
-
-  // What an accepted combination leaves: the last merge that applies, or what was stored.
-  int authLeft() const { return isOpen(newAuth) && cipher() == kWep ? kOpenOrShared : auth(); }
-  std::string keyLeft() const {
-    if (passphrase && cipher() != kWep) return *passphrase;
-    return key1 && isPlain(cipher()) ? *key1 : storedKey;
-  }
-
-  std::string query() const {
-    static constexpr const char* kModes[] = {"", "&mode=managed", "&mode=ad-hoc"};
-    static constexpr const char* kAuths[] = {"", "&auth=open", "&auth=shared",  "&auth=WPA-PSK",
-                                             "", "",           "&auth=WPA2-PSK"};
-    static constexpr const char* kCiphers[] = {"", "&encryption=none", "&encryption=WEP", "&encryption=TKIP",
-                                               "&encryption=AES"};
-    return std::string{kModes[newMode + 1]} + kAuths[newAuth + 1] + kCiphers[newCipher + 1] +
-           (key1 ? "&key1=" + *key1 : "") + (passphrase ? "&passphrase=" + *passphrase : "");
-  }
-};
-
-WirelessSettings record(int mode, int auth, int cipher, const std::string& key) {
-  const auto byte = [](int number) { return static_cast<std::uint8_t>(number); };
-  WirelessSettings wireless{1, byte(mode), byte(auth), byte(cipher), 5, "Net", ""};
-  key.copy(wireless.key, sizeof wireless.key - 1);
-  return wireless;
+TEST(Wireless, RefusesWhatDoesNotFitTogether) {
+  kWireless.refuses("mode=ad-hoc", kWpa);
+  kWireless.refuses("mode=ad-hoc", "wireless.auth=5");
+  kWireless.refuses("mode=ad-hoc", "wireless.encryption=2");
+  kWireless.refuses("!mode=ad-hoc&auth=WPA-PSK !mode=ad-hoc&encryption=AES");
+  kWireless.refuses("auth=WPA-PSK auth=WPA2-PSK&passphrase=12345678 encryption=AES", kAdHoc + kWpa);
+  kWireless.refuses("auth=WPA-PSK", kMixed);
+  kWireless.refuses("auth=WPA2-PSK", "wireless.key=passphrase");
+  kWireless.refuses("auth=WPA2-PSK", "wireless.encryption=2");  // no key
+  kWireless.refuses("auth=open auth=shared", kWpa);
+  kWireless.refuses("auth=open auth=shared", "wireless.encryption=1");
+  kWireless.refuses("auth=shared !auth=open&encryption=TKIP !auth=shared&encryption=WEP");
+  kWireless.refuses("!auth=open&key1= encryption=none&!auth=shared", kMixed);
+  kWireless.refuses("encryption=AES encryption=TKIP&passphrase=12345678", "wireless.key=passphrase");
+  kWireless.refuses("encryption=none encryption=WEP&key1=abcde", kWpa);
+  kWireless.refuses("encryption=none", kSharedWep);
+  kWireless.refuses("encryption=WEP", "wireless.key=passphrase");
+  kWireless.refuses("encryption=WEP&key1=", "wireless.key=w-e-p");
+  kWireless.refuses("encryption=AES auth=WPA-PSK&!encryption=TKIP", "wireless.auth=2 wireless.key=short");
+  kWireless.refuses("key1=", kMixed);
+  kWireless.refuses("passphrase=", kWpa);
 }
 
-// Whether the endpoint does as the rules say.
-testing::AssertionResult agrees(const Combination& c) {
-  std::vector<std::uint8_t>& store = scripted().records[static_cast<std::size_t>(RecordIndex::wireless)];
-  const WirelessSettings before = record(c.storedMode, c.storedAuth, c.storedCipher, c.storedKey);
-  std::memcpy(store.data(), &before, sizeof before);
-  const char* refusal = c.refusal();
-  const Reply reply = request("wireless.cgi", c.query());
-  const WirelessSettings after =
-      refusal == nullptr ? record(c.mode(), c.authLeft(), c.cipher(), c.keyLeft()) : before;
-  if (reply.status == (refusal == nullptr ? 200 : 400) &&
-      std::memcmp(store.data(), &after, sizeof after) == 0 &&
-      (refusal != nullptr || request("wireless.cgi", "").body == reply.body))
-    return testing::AssertionSuccess();
-  return testing::AssertionFailure() << "stored " << c.storedMode << c.storedAuth << c.storedCipher
-                                     << ", key '" << c.storedKey << "'; given " << c.query()
-                                     << "; refused: " << (refusal == nullptr ? "no" : refusal)
-                                     << "; answered " << reply.body;
-}
-
-TEST(Wireless, AcceptsACombinationExactlyWhenNoRuleRefusesIt) {
-  using Given = std::optional<std::string>;
-  const std::pair<Given, Given> keys[] = {{{}, {}}, {"abcde", {}},      {"", {}},
-                                          {{}, ""}, {{}, "passphrase"}, {"abcde", "passphrase"}};
-  scripted().reset();
-  for (const int mode : {kManaged, kAdHoc})
-    for (const int auth : {kOpen, kShared, kWpaPsk, kWpa2Psk, kOpenOrShared})
-      for (const int cipher : {kNone, kWep, kTkip, kAes})
-        for (const char* key : {"", kWepKey, kWpaKey})
-          for (int newMode = kAbsent; newMode <= kAdHoc; ++newMode)
-            for (const int newAuth : {kAbsent, +kOpen, +kShared, +kWpaPsk, +kWpa2Psk})
-              for (int newCipher = kAbsent; newCipher <= kAes; ++newCipher)
-                for (const auto& [key1, passphrase] : keys)
-                  ASSERT_TRUE(
-                      agrees({mode, auth, cipher, key, newMode, newAuth, newCipher, key1, passphrase}));
+TEST(Wireless, StoresWhatFitsTogether) {
+  const struct {
+    std::string stored, query, left;  // left: mode, auth, encryption and key
+  } rows[] = {{"", "mode=ad-hoc", "100"},
+              {kMixed, "mode=ad-hoc", "161w-e-p"},
+              {kWpa, "mode=managed", "023passphrase"},
+              {kAdHoc + kWpa, "mode=managed&auth=WPA2-PSK", "053passphrase"},
+              {kAdHoc + kWpa, "essid=n", "123passphrase"},
+              {kWpa2, "auth=WPA-PSK", "022passphrase"},
+              {"wireless.encryption=2", "auth=WPA2-PSK&passphrase=12345678", "05212345678"},
+              {kWpa, "auth=open&encryption=none", "000passphrase"},
+              {kWpa, "auth=shared&encryption=WEP&key1=abcde", "061abcde"},
+              {kMixed, "auth=open&encryption=none", "000w-e-p"},
+              {kMixed, "auth=open", "061w-e-p"},
+              {"wireless.encryption=1", "auth=shared&key1=abcde", "061abcde"},
+              {"wireless.auth=1", "auth=open", "000"},
+              {kMixed, "encryption=none", "060w-e-p"},
+              {kMixed, "auth=WPA-PSK&encryption=AES&passphrase=12345678", "02312345678"},
+              {kWpa, "encryption=TKIP", "022passphrase"},
+              {"wireless.auth=5 wireless.key=passphrase", "encryption=AES", "053passphrase"},
+              {"wireless.auth=2 wireless.key=short", "encryption=AES&passphrase=12345678", "02312345678"},
+              {"wireless.key=w-e-p", "encryption=WEP", "001w-e-p"},
+              {"wireless.auth=1", "encryption=WEP&key1=abcde", "011abcde"},
+              {kMixed, "key1=abcde", "061abcde"},
+              {kMixed, "passphrase=", "061w-e-p"},
+              {kMixed, "passphrase=12345678", "061w-e-p"},
+              {kWpa, "key1=", "023passphrase"},
+              {kWpa, "key1=abcde&passphrase=12345678", "02312345678"},
+              {"wireless.key=w-e-p", "key1=", "000"},
+              {"", "key1=abcde", "000abcde"},
+              {"", "key1=abcde&passphrase=12345678", "00012345678"}};
+  for (const auto& [stored, query, left] : rows) {
+    scripted().reset(kWireless.state + " " + stored);
+    const Reply reply = request("wireless.cgi", query);
+    EXPECT_EQ(reply.status, 200) << stored << " " << query << reply.body;
+    std::string now;
+    for (const char* name : {"mode", "auth", "encryption", "key"})
+      now += scripted().stored(std::string{"wireless."} + name);
+    EXPECT_EQ(now, left) << stored << " " << query;
+  }
 }
 
 }  // namespace
