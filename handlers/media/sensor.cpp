@@ -1,4 +1,4 @@
-// sensor.cgi: the image sensor's settings, as far as the sensor has them.
+// sensor.cgi: the image settings that the sensor has.
 #include "platform/product/sensor.h"
 #include "handlers/endpoint.h"
 #include "handlers/media/sensor_tables.h"
@@ -6,9 +6,11 @@
 
 namespace camera {
 
+constexpr std::size_t kMostTimes = 256;  // whose position a byte can store
+
 class SensorEndpoint final : public Endpoint {
  public:
-  // Its parameters follow from the sensor; those that the sensor lacks are as unknown, and ignored.
+  // The parameters depend on the sensor. Those that it lacks are ignored, as unknown ones are.
   SensorEndpoint() : Endpoint({}) {}
 
  private:
@@ -24,10 +26,11 @@ class SensorEndpoint final : public Endpoint {
   void readExposureTimes() {
     exposureTimes_.clear();
     const std::string times = exposureTimes();
-    for (std::string_view rest = times; !rest.empty();) exposureTimes_.emplace_back(takeUntil(' ', &rest));
+    for (std::string_view rest = times; !rest.empty() && exposureTimes_.size() < kMostTimes;)
+      exposureTimes_.emplace_back(takeUntil(' ', &rest));
     exposureNames_.clear();
     for (const std::string& entry : exposureTimes_) exposureNames_.push_back(exposureTime(entry).data());
-    exposures_.names = exposureNames_;
+    exposures_ = Names{exposureNames_};
   }
 
   int apply() override {
@@ -36,8 +39,8 @@ class SensorEndpoint final : public Endpoint {
       const auto query = queries().find(capability.parameter);
       if (query == queries().end() || !sensor_.has(capability)) continue;
       const ValueSet& values = valuesOf(capability);
-      const int number = values.numberOf(query->second, image_.*capability.field);
-      if (number < 0) return refuse(capability.parameter, values.listAccepted());
+      const int number = numberOf(values, query->second, image_.*capability.field);
+      if (number < 0) return refuse(capability.parameter, acceptedBy(values));
       wanted.*capability.field = static_cast<std::uint8_t>(number);
     }
     writeChanged(image_, wanted);
@@ -49,9 +52,9 @@ class SensorEndpoint final : public Endpoint {
   int reply() override {
     for (const Capability& capability : capabilities()) {
       const std::uint8_t stored = image_.*capability.field;
-      const bool isListed = capability.values != nullptr || stored < exposures_.names.size();
+      const bool isListed = capability.values != nullptr || stored < exposureNames_.size();
       if (sensor_.has(capability) && isListed)
-        pair(capability.parameter, valuesOf(capability).nameOf(stored));
+        pair(capability.parameter, valueOf(valuesOf(capability), stored));
     }
     return 200;
   }

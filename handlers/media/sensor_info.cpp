@@ -1,4 +1,8 @@
 // sensor_info.cgi: which settings the image sensor has and which values each takes.
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 #include "handlers/endpoint.h"
 #include "handlers/media/sensor_tables.h"
 #include "platform/product/sensor.h"
@@ -47,8 +51,10 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
   int replyValues(const Capability& capability) {
     if (capability.values == nullptr) return replyExposureTimes(capability);
     if (capability.currentKey != nullptr) return replyCurrent(capability);
-    const bool isSaid = capability.sharesLine && sensor_.has(*(&capability - 1));
-    if (!isSaid) pair(capability.parameter, sensor_.values(capability).listOffered());
+    const Line line{capability.parameter, offeredBy(sensor_.values(capability))};
+    const bool isRepeated = std::find(lines_.begin(), lines_.end(), line) != lines_.end();
+    if (!isRepeated) pair(line.first, line.second);
+    lines_.push_back(line);
     return 200;
   }
 
@@ -63,11 +69,14 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
   int replyCurrent(const Capability& capability) {
     ImageSettings image;
     if (read(image) != 200) return 500;
-    pair(capability.currentKey, sensor_.values(capability).nameOf(image.*capability.field));
+    pair(capability.currentKey, valueOf(sensor_.values(capability), image.*capability.field));
     return 200;
   }
 
+  using Line = std::pair<std::string, std::string>;
+
   SensorCapabilities sensor_;
+  std::vector<Line> lines_;
 };
 
 template void serve<SensorInfoEndpoint>();

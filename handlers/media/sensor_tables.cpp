@@ -12,49 +12,45 @@
 namespace camera {
 namespace {
 
-// Names.
 constexpr const char* kWhiteBalances[] = {"auto", "disabled", "fixed_indoor", "fixed_outdoor", "fixed_fluor"};
 constexpr const char* kSimpleWhiteBalances[] = {"disabled", "auto"};
 constexpr const char* kFlickers[] = {"auto", "50", "60"};
+constexpr const char* kYesNo[] = {"yes", "no"};
 constexpr const char* kOnLevels[] = {"no", "yes", "yes", "yes"};
-constexpr const char* kNoiseLevels[] = {"off", "low", "low", "high", "high", "high"};
+constexpr const char* kNoises[] = {"off", "low", "high"};
 constexpr const char* kTwoNoiseLevels[] = {"off", "high"};
 constexpr const char* kFourNoiseLevels[] = {"off", "low", "high", "high"};
+constexpr const char* kSixNoiseLevels[] = {"off", "low", "low", "high", "high", "high"};
 constexpr const char* kEightNoiseLevels[] = {"off", "low", "low", "low", "high", "high", "high", "high"};
 
-// A list of levels, which are also accepted by number.
-constexpr ValueSet levels(Words names) {
-  return {.names = names, .numbers = {0, static_cast<int>(names.size()) - 1}};
-}
-
-// Value sets.
-constexpr ValueSet kPercent{.numbers = {0, 100}};
-constexpr ValueSet kStep5{.numbers = {0, 100}, .step = 5};
-constexpr ValueSet kStep10{.numbers = {0, 100}, .step = 10};
-constexpr ValueSet kStep20{.numbers = {0, 100}, .step = 20};
-constexpr ValueSet kStep25{.numbers = {0, 100}, .step = 25};
-constexpr ValueSet kByte{.numbers = {0, 255}};
-constexpr ValueSet kSwitch{.names = kOffOn};
-constexpr ValueSet kTruth{.names = kNoYes};
-constexpr ValueSet kFalsehood{.names = kNoYes, .isReversed = true};
-constexpr ValueSet kVideoFormat{.names = kVideoInFormats};
-constexpr ValueSet kWhiteBalance{.names = kWhiteBalances};
-constexpr ValueSet kWhiteBalanceOffersTwo{.names = kWhiteBalances, .offered = {0, 1}};
-constexpr ValueSet kWhiteBalanceByHand{.names = kWhiteBalances, .accepted = {1, 3}, .offered = {1, 3}};
-constexpr ValueSet kSimpleWhiteBalance{.names = kSimpleWhiteBalances};
-constexpr ValueSet kFlicker{.names = kFlickers};
-constexpr ValueSet kFlickerByHand{.names = kFlickers, .accepted = {1, 2}, .offered = {1, 2}};
-constexpr ValueSet kOn{.names = kOnLevels};
-constexpr ValueSet kBacklightLevels = levels(kOnLevels);
-constexpr ValueSet kGainLevels{.names = kOnLevels, .accepted = {1, 2}, .numbers = {1, 2}};
-constexpr ValueSet kNoise = levels(kNoiseLevels);
-constexpr ValueSet kTwoNoise = levels(kTwoNoiseLevels);
-constexpr ValueSet kFourNoise = levels(kFourNoiseLevels);
-constexpr ValueSet kEightNoise = levels(kEightNoiseLevels);
+constexpr ValueSet kPercent = Range{0, 100};
+constexpr ValueSet kByte = Range{0, 255};
+constexpr ValueSet kStep5 = Steps{5};
+constexpr ValueSet kStep10 = Steps{10};
+constexpr ValueSet kStep20 = Steps{20};
+constexpr ValueSet kStep25 = Steps{25};
+constexpr ValueSet kSwitch = Names{kOffOn};
+constexpr ValueSet kTruth = Names{kNoYes};
+constexpr ValueSet kFalsehood = Names{kYesNo, kNoYes};
+constexpr ValueSet kVideoFormat = Names{kVideoInFormats};
+constexpr ValueSet kWhiteBalance = Names{kWhiteBalances};
+constexpr ValueSet kWhiteBalanceOffersTwo =
+    Names{kWhiteBalances, kWhiteBalances, Words{kWhiteBalances}.first(2)};
+constexpr ValueSet kWhiteBalanceByHand = Names{kWhiteBalances, Words{kWhiteBalances}.subspan(1, 3)};
+constexpr ValueSet kSimpleWhiteBalance = Names{kSimpleWhiteBalances};
+constexpr ValueSet kFlicker = Names{kFlickers};
+constexpr ValueSet kFlickerByHand = Names{kFlickers, Words{kFlickers}.subspan(1)};
+constexpr ValueSet kOn = Levels{{kOnLevels, kNoYes}};
+constexpr ValueSet kBacklightLevels = Levels{{kOnLevels, kNoYes}, {0, 3}};
+constexpr ValueSet kGainLevels = Levels{{kOnLevels, Words{kNoYes}.subspan(1), kNoYes}, {1, 2}};
+constexpr ValueSet kTwoNoise = Levels{{kTwoNoiseLevels}, {0, 1}};
+constexpr ValueSet kFourNoise = Levels{{kFourNoiseLevels, kNoises}, {0, 3}};
+constexpr ValueSet kNoise = Levels{{kSixNoiseLevels, kNoises}, {0, 5}};
+constexpr ValueSet kEightNoise = Levels{{kEightNoiseLevels, kNoises}, {0, 7}};
 
 }  // namespace
 
-// Left out, a capability has what it has on a model that nobody knows.
+// A capability that a row leaves out has the values of an unknown model.
 struct ImageSensor {
   const char* name;
   const ValueSet* brightness = &kPercent;
@@ -161,16 +157,9 @@ constexpr Capability kCapabilities[] = {
     {"Flip", "flip", &ImageSettings::flip, &ImageSensor::flip},
     {"AutoGain", "autogainctrl", &ImageSettings::auto_gain, &ImageSensor::autoGain},
     {"Color", "color", &ImageSettings::color, &ImageSensor::color},
-    {.name = "BW",
-     .parameter = "color",
-     .field = &ImageSettings::black_white,
-     .values = &ImageSensor::blackWhite,
-     .sharesLine = true},
-    {.name = "Source",
-     .parameter = "videoinformat",
-     .field = &ImageSettings::video_in_format,
-     .values = &ImageSensor::videoInFormat,
-     .currentKey = "videooutformat"},
+    {"BW", "color", &ImageSettings::black_white, &ImageSensor::blackWhite},
+    {"Source", "videoinformat", &ImageSettings::video_in_format, &ImageSensor::videoInFormat,
+     "videooutformat"},
     {"Sharpness", "sharpness", &ImageSettings::sharpness, &ImageSensor::sharpness},
 };
 static_assert(std::size(kCapabilities) <= 32, "SensorCapabilities holds a bit for each");
@@ -190,7 +179,7 @@ constexpr VideoSensor kVideoSensors[] = {
      .largest = profileBit(1) | profileBit(3),
      .sharesLargest = true,
      .inLargest = {.profile = 3, .rate = 5},
-     .isFast = true,
+     .hasFastRates = true,
      .manyBitRates = 0b11110},
     {.name = "mt9v136", .codecs = {kNoMjpeg, kAllCodecs, kOnlyMjpeg, kOnlyMpeg4}, .missingRates = 3},
     {.name = "mdin220", .codecs = {kNoMjpeg, kAllCodecs, kOnlyMjpeg, kOnlyMpeg4}},
@@ -202,7 +191,7 @@ constexpr VideoSensor kVideoSensors[] = {
      .hasQualityModes = true,
      .resolutions = 4,
      .largest = profileBit(1) | profileBit(2) | profileBit(4),
-     .isFast = true,
+     .hasFastRates = true,
      .manyBitRates = 0b11110},
 };
 
@@ -214,11 +203,11 @@ constexpr StreamSensor kStreamSensors[] = {
              "3|-|1280x800|6,30|-|-"},
     {.name = "ov9710_720p",
      .smaller = profileBit(2) | profileBit(4),
-     .isFast = true,
+     .offersFastRates = true,
      .bans = "1|MJPEG|-|-|-|-:2|MJPEG|-|-|-|-:4|MJPEG|-|-|-|-:2|-|1280x720|-|-|-:4|-|1280x720|-|-|-:"
              "3|-|1280x720|6,30|-|-"},
     {.name = "ip2986"},
-    {.name = "hm1375", .smaller = profileBit(2) | profileBit(3) | profileBit(4), .isFast = true},
+    {.name = "hm1375", .smaller = profileBit(2) | profileBit(3) | profileBit(4), .offersFastRates = true},
 };
 
 // Frame rates per second. Of the offered ones some lack a 6 that is accepted.
@@ -300,16 +289,34 @@ const Row* findModel(std::span<const Row> rows, std::string_view model) {
   return nullptr;
 }
 
-// Those names within the bounds that differ.
-std::vector<const char*> distinct(Words names, Bounds part) {
-  std::vector<const char*> found;
-  const int last = std::min(part.max, static_cast<int>(names.size()) - 1);
-  for (int i = part.min; i <= last; ++i) {
-    const char* name = names[static_cast<std::size_t>(i)];
-    const bool isKnown = indexOf(name, found) >= 0;
-    if (!isKnown) found.push_back(name);
-  }
-  return found;
+constexpr int kLargestStep = 100;  // of the numbers that are listed in steps
+
+int numberIn(const Range& range, std::string_view value, int /*stored*/) {
+  int number = 0;
+  return parseInteger(value, range.min, range.max, &number) ? number : -1;
+}
+
+int numberIn(const Steps& steps, std::string_view value, int stored) {
+  const int number = numberIn(Range{0, kLargestStep}, value, stored);
+  return number % steps.step == 0 && value == Decimal(number).text() ? number : -1;
+}
+
+int numberIn(const Names& names, std::string_view value, int /*stored*/) {
+  return indexOf(value, names.accepted) < 0 ? -1 : indexOf(value, names.all);
+}
+
+int numberIn(const Levels& levels, std::string_view value, int stored) {
+  const int first = numberIn(levels.names, value, stored);
+  if (first < 0) return numberIn(levels.numbers, value, stored);
+  const auto level = static_cast<std::size_t>(stored);
+  const bool hasName = level < levels.names.all.size() && value == levels.names.all[level];
+  return hasName ? stored : first;
+}
+
+// The names of a set, null without.
+const Names* namesOf(const ValueSet& values) {
+  const auto* levels = std::get_if<Levels>(&values);
+  return levels != nullptr ? &levels->names : std::get_if<Names>(&values);
 }
 
 }  // namespace
@@ -320,44 +327,42 @@ std::string listed(Words words) {
   return text;
 }
 
-int ValueSet::position(int number) const {
-  return isReversed ? static_cast<int>(names.size()) - 1 - number : number;
+int numberOf(const ValueSet& values, std::string_view value, int stored) {
+  return std::visit([&](const auto& set) { return numberIn(set, value, stored); }, values);
 }
 
-int ValueSet::numberOf(std::string_view value, int stored) const {
-  const bool isStored = static_cast<std::size_t>(stored) < names.size() &&
-                        value == names[static_cast<std::size_t>(position(stored))];
-  const int found = indexOf(value, names);
-  if (found >= accepted.min && found <= accepted.max) return isStored ? stored : position(found);
-  int number = 0;
-  if (!parseInteger(value, numbers.min, numbers.max, &number) || value.front() == '-') return -1;
-  const bool isListed = step == 1 || (number % step == 0 && value == Decimal(number).text());
-  return isListed ? number : -1;
+std::string valueOf(const ValueSet& values, int stored) {
+  const Names* names = namesOf(values);
+  if (names == nullptr) return std::string{Decimal(stored).text()};
+  return names->all[std::min(static_cast<std::size_t>(stored), names->all.size() - 1)];
 }
 
-std::string ValueSet::nameOf(int stored) const {
-  if (names.empty()) return joined({Decimal(stored).text()});
-  const int last = static_cast<int>(names.size()) - 1;
-  return names[static_cast<std::size_t>(position(std::min(stored, last)))];
-}
-
-std::string ValueSet::listOffered() const {
-  if (!names.empty()) return listed(distinct(names, offered));
-  const Decimal first(numbers.min);
-  if (step == 1) return joined({first.text(), "...", Decimal(numbers.max).text()});
-  std::string text = joined({first.text()});
-  for (int number = numbers.min + step; number <= numbers.max; number += step)
+std::string offeredBy(const ValueSet& values) {
+  if (const Names* names = namesOf(values)) return listed(names->offered);
+  if (const auto* range = std::get_if<Range>(&values))
+    return joined({Decimal(range->min).text(), "...", Decimal(range->max).text()});
+  const int step = std::get<Steps>(values).step;
+  std::string text = "0";
+  for (int number = step; number <= kLargestStep; number += step)
     text += joined({",", Decimal(number).text()});
   return text;
 }
 
-std::string ValueSet::listAccepted() const {
-  const std::string words = anyOf(distinct(names, accepted));
-  if (numbers.max < numbers.min) return words.empty() ? "nothing on this camera" : words;
-  const Decimal steps(step);
-  return joined({words, words.empty() ? "" : ", or ", Decimal(numbers.min).text(), " to ",
-                 Decimal(numbers.max).text(), step == 1 ? "" : " in steps of ",
-                 step == 1 ? "" : steps.text()});
+std::string acceptedBy(const ValueSet& values) {
+  if (const auto* steps = std::get_if<Steps>(&values))
+    return joined({"0 to 100 in steps of ", Decimal(steps->step).text()});
+  const Names* names = namesOf(values);
+  const std::string words = names == nullptr ? "" : anyOf(names->accepted);
+  const auto* levels = std::get_if<Levels>(&values);
+  const auto* range = levels != nullptr ? &levels->numbers : std::get_if<Range>(&values);
+  if (range == nullptr || range->max < range->min) return words.empty() ? "nothing on this camera" : words;
+  return joined(
+      {words, words.empty() ? "" : ", or ", Decimal(range->min).text(), " to ", Decimal(range->max).text()});
+}
+
+int nearestTo(int number, const ValueSet& values) {
+  const auto* steps = std::get_if<Steps>(&values);
+  return steps == nullptr ? number : (number + steps->step / 2) / steps->step * steps->step;
 }
 
 std::span<const Capability> capabilities() {

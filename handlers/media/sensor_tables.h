@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <variant>
 
 #include "framework/params.h"
 #include "framework/value_tables.h"
@@ -22,40 +23,55 @@ struct ImageSettings;
 // The words, separated by commas: "off,low,high".
 std::string listed(Words words);
 
-// The values of a capability: names, or numbers, or both. Stored is a name's position, or the number.
-struct ValueSet {
-  Words names{};            // of several that are equal, each stands for the same value at another level
-  Bounds accepted{0, 255};  // positions of the names that are accepted
-  Bounds offered{0, 255};   // and of those that are offered, which may be others
-  Bounds numbers{0, -1};    // accepted; offered where there are no names
-  int step = 1;
-  bool isReversed = false;  // the first name is stored as the highest number
+// What a capability accepts is one of these. They differ in what is stored for a value: a number, or the
+// position of a word.
 
-  // What to store for a value, -1 for one that is not accepted. A stored level stays where the value is its
-  // name.
-  int numberOf(std::string_view value, int stored) const;
-  // What a stored number is called; one beyond the names is called as the last of them.
-  std::string nameOf(int stored) const;
-  std::string listOffered() const;   // "off,low,high", "0...100", "0,50,100"
-  std::string listAccepted() const;  // in words, for a refusal
-
- private:
-  int position(int number) const;
+// Every number from min to max; none if min is the larger.
+struct Range {
+  int min;
+  int max;
 };
+
+// The texts "0", "5", ... "100". Another spelling of the same number is not accepted.
+struct Steps {
+  int step;
+};
+
+// Words. What is stored is the position among all of them; of equal words the first counts.
+struct Names {
+  Words all;
+  Words accepted = all;
+  Words offered = accepted;
+};
+
+// Levels, several of which may have the same name. A stored level that already has the name is kept.
+struct Levels {
+  Names names;
+  Range numbers{0, -1};  // accepted besides the names
+};
+
+using ValueSet = std::variant<Range, Steps, Names, Levels>;
+
+// The number to store for a value, -1 if the value is not accepted.
+int numberOf(const ValueSet& values, std::string_view value, int stored);
+// The value of a stored number. One beyond the names has the last of them.
+std::string valueOf(const ValueSet& values, int stored);
+std::string offeredBy(const ValueSet& values);   // "off,low,high", "0...100", "0,50,100"
+std::string acceptedBy(const ValueSet& values);  // in words, for a refusal
+// The nearest number whose value is accepted; of two, the larger.
+int nearestTo(int number, const ValueSet& values);
 
 // A model's row: a pointer to a ValueSet for each capability.
 struct ImageSensor;
 
-// A capability, as the product information names it; it governs one parameter of sensor.cgi, a reply line of
-// the same key, and a field.
+// A capability, as the product information names it. It has a parameter and a reply line of the same key in
+// sensor.cgi, and a field.
 struct Capability {
   const char* name;
   const char* parameter;
   std::uint8_t ImageSettings::*field;
   const ValueSet* ImageSensor::*values;  // null: the product's exposure times
-  // In sensor_info.cgi:
-  const char* currentKey = nullptr;  // the stored value is shown, under this key, in place of the values
-  bool sharesLine = false;           // one line for this capability and the one before it
+  const char* currentKey = nullptr;  // sensor_info.cgi shows the stored value under this key, not the values
 };
 std::span<const Capability> capabilities();
 
@@ -117,7 +133,7 @@ struct VideoSensor {
   Profiles largest = 0b11110;     // which may have the largest resolution
   bool sharesLargest = false;     // also where other sensors leave it to the first profile
   RateLimit inLargest{};          // with the largest resolution
-  bool isFast = false;            // has the frame rates that only fast sensors have
+  bool hasFastRates = false;      // accepts the frame rates of fast sensors
   std::uint8_t missingRates = 0;  // of a display system's, the first, which the first profile lacks
   Profiles manyBitRates = 0;      // which have more than the common ones
 };
@@ -127,8 +143,8 @@ const VideoSensor* videoSensor(std::string_view model);
 // What stream_info.cgi says of a sensor beyond its VideoSensor.
 struct StreamSensor {
   const char* name;
-  Profiles smaller = 0;  // which are not offered the largest resolution
-  bool isFast = false;   // is offered the frame rates that only fast sensors have
+  Profiles smaller = 0;          // which are not offered the largest resolution
+  bool offersFastRates = false;  // offers the frame rates of fast sensors
   const char* bans = "";
 };
 // Null for a model that it does not know.

@@ -81,7 +81,7 @@ class StreamInfoEndpoint final : public ReadOnlyEndpoint {
   }
 
   void replyRates(const StreamSensor& stream, const VideoSensor& video) {
-    const std::string frameRates = listed(display_->offered.of(stream.isFast));
+    const std::string frameRates = listed(display_->offered.of(stream.offersFastRates));
     line("framerates", 0, {frameRates});
     lines("frameratelist", frameRates);
     line("qualitymodes", 0, {listed(Words{kQualityModes}.first(video.hasQualityModes ? 2 : 1))});

@@ -7,7 +7,7 @@
 namespace camera {
 namespace {
 
-// The profiles, the one that the request names, and what they can be on this camera.
+// The profiles, the number of the one that the request names, and what they can be on this camera.
 struct Video {
   ProfileSettings profiles;
   std::int32_t id = 0;
@@ -26,7 +26,7 @@ Words resolutions(const Video& video) {
 }
 
 Words frameRates(const Video& video) {
-  const Words rates = video.display->accepted.of(video.sensor->isFast);
+  const Words rates = video.display->accepted.of(video.sensor->hasFastRates);
   return video.id == 1 ? rates.subspan(video.sensor->missingRates) : rates;
 }
 
@@ -56,7 +56,7 @@ constexpr auto kParams = paramRows<Video>(
     profileChoice<&ProfileSettings::bit_rate>("bitrate").among<bitRates>(kByCamera).storingNumber(),
     ignoredParam("vprofileformat"));
 
-// A level stands for ten percent, of which 55 is in the lowest and 95 in the highest.
+// Five levels of ten percent each, except the lowest, which starts at 0.
 int levelOf(int percent) {
   return percent < 61 ? 0 : (percent - 61) / 10 + 1;
 }
@@ -64,7 +64,7 @@ int percentOf(int level) {
   return level * 10 + 55;
 }
 
-// The codecs of a set that the camera has, in words.
+// Those codecs of a set that the camera has, in words.
 std::string codecsIn(Codecs set, bool hasH264) {
   const char* names[std::size(kCodecs)];
   std::size_t count = 0;
@@ -104,8 +104,9 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
       wanted.profiles.quality[wanted.id] = static_cast<std::uint8_t>(levelOf(wanted.quality));
     // What follows from the request's values is shown, but is itself no reason to store them.
     const bool isChanged = differ(video_.profiles, wanted.profiles);
-    int result = checkCodec(&wanted);
-    if (result == 200) result = checkResolution(&wanted);
+    addConsequences(&wanted);
+    int result = checkCodec(wanted);
+    if (result == 200) result = checkResolution(wanted);
     if (result == 200) result = checkQualityMode(wanted);
     if (result == 200) result = checkFrameRate(wanted);
     if (result != 200) return result;
@@ -115,28 +116,31 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
     return result;
   }
 
-  // True for the one profile that can have the display system's largest resolution as MJPEG only.
+  // True if the profile has the one resolution that its display system offers as MJPEG only.
   static bool mustBeMjpeg(const Video& wanted) {
     return wanted.display->largestIsMjpeg && wanted.id == 1 && wanted.profiles.resolution[1] == 0;
   }
 
-  int checkCodec(Video* wanted) {
-    if (!given("codec")) return 200;
-    const int codec = wanted->profiles.codec[wanted->id];
-    const Codecs possible = wanted->sensor->codecs[wanted->id - 1];
-    if ((possible >> codec & 1) == 0) return refuse("codec", codecsIn(possible, wanted->hasH264));
-    if (codec != kMjpeg && mustBeMjpeg(*wanted))
-      return refuse("codec", joined({"MJPEG with ", wanted->display->resolutions[0]}));
-    if (codec == kMjpeg && !isModeGiven()) wanted->profiles.quality_mode[wanted->id] = kFixedQuality;
-    return 200;
+  void addConsequences(Video* wanted) const {
+    std::uint8_t& codec = wanted->profiles.codec[wanted->id];
+    if (given("resolution") && !given("codec") && mustBeMjpeg(*wanted)) codec = kMjpeg;
+    if (given("codec") && codec == kMjpeg && !isModeGiven())
+      wanted->profiles.quality_mode[wanted->id] = kFixedQuality;
   }
 
-  int checkResolution(Video* wanted) {
-    if (!given("resolution") || wanted->profiles.resolution[wanted->id] != 0) return 200;
-    if (!wanted->display->mayHaveLargest(wanted->id, *wanted->sensor))
-      return refuse("resolution", joined({"smaller than ", wanted->display->resolutions[0]}));
-    if (mustBeMjpeg(*wanted)) wanted->profiles.codec[wanted->id] = kMjpeg;
-    return 200;
+  int checkCodec(const Video& wanted) {
+    if (!given("codec")) return 200;
+    const int codec = wanted.profiles.codec[wanted.id];
+    const Codecs possible = wanted.sensor->codecs[wanted.id - 1];
+    if ((possible >> codec & 1) == 0) return refuse("codec", codecsIn(possible, wanted.hasH264));
+    if (codec == kMjpeg || !mustBeMjpeg(wanted)) return 200;
+    return refuse("codec", joined({"MJPEG with ", wanted.display->resolutions[0]}));
+  }
+
+  int checkResolution(const Video& wanted) {
+    if (!given("resolution") || wanted.profiles.resolution[wanted.id] != 0) return 200;
+    if (wanted.display->mayHaveLargest(wanted.id, *wanted.sensor)) return 200;
+    return refuse("resolution", joined({"smaller than ", wanted.display->resolutions[0]}));
   }
 
   bool isModeGiven() const { return hasQualityModes(video_) && given("qualitymode"); }
@@ -149,7 +153,7 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
     return isMjpeg || isOnlyMjpeg ? refuse("qualitymode", "Fixquality with MJPEG") : 200;
   }
 
-  // What was stored too fast does not block other changes.
+  // Checked only if the request names one of the two, so that a stored pair does not block other changes.
   int checkFrameRate(const Video& wanted) {
     const RateLimit limit = wanted.sensor->inLargest;
     const bool isLimited = wanted.id == limit.profile && wanted.profiles.resolution[wanted.id] == 0;
