@@ -1,13 +1,12 @@
 // motion.cgi: motion detection in the picture, and by the infrared sensor where there is one.
 #include "handlers/endpoint.h"
+#include "handlers/media/sensor_tables.h"
 #include "platform/product/sensor.h"
 #include "platform/store/records/gpio.h"
 #include "platform/store/records/motiond.h"
 
 namespace camera {
 namespace {
-
-constexpr int kBlindDisplaySystem = 1;  // in which motion cannot be detected
 
 struct Motion {
   MotionSettings motiond;
@@ -58,8 +57,9 @@ class MotionEndpoint final : public StateEndpoint<kParams> {
 
   int checkEnabled(const Motion& wanted) {
     const int displaySystem = displaySystemInUse();
-    if (displaySystem < 0) return fail(500, "settings: the display system cannot be read");
-    if (displaySystem == kBlindDisplaySystem)
+    const DisplayMode* display = displayMode(displaySystem);
+    if (display == nullptr) return fail(500, "settings: the display system cannot be read");
+    if (!display->detectsMotion)
       return refuse("enable", joined({"only no in the display system ", kDisplaySystems[displaySystem]}));
     if (watchesNothing(wanted.motiond.mbmask)) return refuse("mbmask", "not all 0 while enable is yes");
     return 200;
