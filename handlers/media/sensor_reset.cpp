@@ -1,6 +1,8 @@
-// sensor_reset.cgi: returns the image sensor's settings to the factory's.
+// sensor_reset.cgi: sets the image settings back to those of the factory.
 #include "handlers/confirmation.h"
 #include "handlers/endpoint.h"
+#include "handlers/media/sensor_tables.h"
+#include "platform/store/records/image.h"
 
 namespace camera {
 namespace {
@@ -10,10 +12,25 @@ constexpr auto kParams = paramRows<Confirmation>(confirmationParam("reset"));
 }  // namespace
 
 class SensorResetEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
-  // A reset that fails is no failure of the request.
+  // A reset that fails is reported as such, not as a failed request.
   int carryOut(Confirmation& /*wanted*/) override {
-    isDone_ = resetImage() == StoreResult::kDone;
+    ImageSettings factory{};
+    isDone_ = fitToSensor(&factory) && resetImage(factory) == StoreResult::kDone;
     return 200;
+  }
+
+  // The record's defaults are the same for every sensor, and some sensors accept a number in coarse steps
+  // only. The nearest step is stored, so that what sensor.cgi shows is what is stored and can be sent back.
+  bool fitToSensor(ImageSettings* image) {
+    SensorCapabilities sensor;
+    const ProductInfo* known = product();
+    if (known == nullptr || !sensor.init(*known)) return false;
+    for (const Capability& capability : capabilities()) {
+      if (capability.values == nullptr) continue;
+      std::uint8_t& field = image->*capability.field;
+      field = static_cast<std::uint8_t>(nearestTo(field, sensor.values(capability)));
+    }
+    return true;
   }
 
   int reply() override {

@@ -49,7 +49,7 @@ void releaseStore();
 // record order and waits at most 10 s for each. A record needs no program.
 void runActions(const Actions& actions);
 
-// Stores the factory defaults of the image settings, whatever was stored, and runs their action program.
-StoreResult resetImage();
+// Stores the product's factory settings of the image, whatever was stored, and runs their action program.
+StoreResult resetImage(const ImageSettings& factory);
 
 }  // namespace camera

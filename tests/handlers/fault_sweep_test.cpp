@@ -83,7 +83,7 @@ const Sweep kSweeps[] = {
     {"sensor_output.cgi", "current=SXGA-1280x1024", "motiond.enable=1", "set motiond=500, set profile=500"},
     {"sensor_output.cgi", "current=PAL-704x576", "product.display_systems=PAL-704x576",
      "set image=500, set profile=500"},
-    {"sensor_reset.cgi", "reset=go", "", "set image to factory=200"},
+    {"sensor_reset.cgi", "reset=go", "", "get product=200, set image to factory=200"},
     {"speaker.cgi", "enable=no&volume=10"},
     {"stream_auth.cgi", "livevideo=off&snapshoturl=off", "", "set httpsvr=500"},
     {"stream_info.cgi", ""},

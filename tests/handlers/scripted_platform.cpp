@@ -209,9 +209,12 @@ void runActions(const Actions& actions) {
   answer(call);
 }
 
-StoreResult resetImage() {
+StoreResult resetImage(const ImageSettings& factory) {
   const int result = answer("set image to factory");
-  return static_cast<StoreResult>(result == test::kOvertaken ? 0 : result);  // whatever others wrote
+  if (result != 0 && result != test::kOvertaken) return static_cast<StoreResult>(result);
+  constexpr auto kImage = static_cast<std::size_t>(RecordIndex::image);
+  std::memcpy(scripted().records[kImage].data(), &factory, kRecords[kImage]->size);
+  return StoreResult::kDone;  // whatever others wrote
 }
 
 void applyTimeZone() {

@@ -6,6 +6,7 @@
 #include "platform/clock/clock.h"
 #include "platform/store/actions.h"
 #include "platform/store/records/curtime.h"
+#include "platform/store/records/image.h"
 #include "platform/store/settings_store.h"
 
 namespace camera {
@@ -70,8 +71,8 @@ std::int64_t cameraTime() {
   return cameraTime(store(), std::time(nullptr));
 }
 
-StoreResult resetImage() {
-  const StoreResult result = store().overwrite(imageRecord, imageRecord.defaults);
+StoreResult resetImage(const ImageSettings& factory) {
+  const StoreResult result = store().overwrite(imageRecord, &factory);
   if (result == StoreResult::kDone) runActions({recordBit(RecordIndex::image)});
   return result;
 }
