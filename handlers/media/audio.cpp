@@ -1,4 +1,4 @@
-// audio.cgi: the camera's three audio profiles, which nothing changes.
+// audio.cgi: the camera's three audio profiles, which cannot be changed.
 #include "handlers/endpoint.h"
 
 namespace camera {

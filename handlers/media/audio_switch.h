@@ -1,4 +1,4 @@
-// The microphone and the speaker, as their endpoints take them: a switch and a volume of the audio record.
+// The parameters of the microphone and of the speaker: a switch and a volume in the audio record.
 #pragma once
 
 #include "handlers/endpoint.h"

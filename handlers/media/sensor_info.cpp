@@ -1,7 +1,6 @@
 // sensor_info.cgi: which settings the image sensor has and which values each takes.
-#include <algorithm>
+#include <set>
 #include <utility>
-#include <vector>
 
 #include "handlers/endpoint.h"
 #include "handlers/media/sensor_tables.h"
@@ -14,8 +13,8 @@ namespace {
 
 constexpr std::size_t kMostListed = 63;  // characters of the exposure times
 
-// The times that can be chosen, as far as there is room for them; false when the text is none that a camera
-// has. -1 is accepted, but not offered.
+// Lists the times that fit, without -1, which is accepted but not offered. False if the text or a part of it
+// is too long.
 bool listExposureTimes(std::string_view text, std::string* list) {
   if (text.size() > kLongestList) return false;
   while (!text.empty()) {
@@ -51,10 +50,9 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
   int replyValues(const Capability& capability) {
     if (capability.values == nullptr) return replyExposureTimes(capability);
     if (capability.currentKey != nullptr) return replyCurrent(capability);
-    const Line line{capability.parameter, offeredBy(sensor_.values(capability))};
-    const bool isRepeated = std::find(lines_.begin(), lines_.end(), line) != lines_.end();
-    if (!isRepeated) pair(line.first, line.second);
-    lines_.push_back(line);
+    // Two capabilities that offer the same for one parameter have one line.
+    const auto [line, isNew] = lines_.emplace(capability.parameter, offeredBy(sensor_.values(capability)));
+    if (isNew) pair(line->first, line->second);
     return 200;
   }
 
@@ -73,10 +71,8 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
     return 200;
   }
 
-  using Line = std::pair<std::string, std::string>;
-
   SensorCapabilities sensor_;
-  std::vector<Line> lines_;
+  std::set<std::pair<std::string_view, std::string>> lines_;
 };
 
 template void serve<SensorInfoEndpoint>();

@@ -18,7 +18,6 @@ struct Output {
   int current = 0;
 };
 
-// False for a name that is none of the list's.
 bool isOneOf(std::string_view name, std::string_view list) {
   while (!list.empty())
     if (takeUntil(',', &list) == name) return !name.empty();

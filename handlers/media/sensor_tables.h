@@ -1,9 +1,10 @@
-// What image sensors and display systems can do, as data that every endpoint of picture and video reads: what
-// sensor_info.cgi and stream_info.cgi offer is what sensor.cgi and video.cgi accept, but for what a row says.
+// What image sensors and display systems can do, as data for all endpoints of picture and video.
+// sensor_info.cgi and stream_info.cgi offer what sensor.cgi and video.cgi accept, except where a row says
+// otherwise.
 //
-// A new sensor model is a row of kImageSensors, where its values differ from those of a model that nobody
-// knows; with video profiles, one of kVideoSensors; and for stream_info.cgi, one of kStreamSensors. A
-// variant ("ov9710_720p") needs a row only where it differs from its base model.
+// A new sensor model needs a row in kImageSensors if its values differ from those of an unknown model; one in
+// kVideoSensors if it has video profiles; and one in kStreamSensors for stream_info.cgi. A variant
+// ("ov9710_720p") needs a row only where it differs from its base model.
 #pragma once
 
 #include <cstdint>
@@ -75,11 +76,11 @@ struct Capability {
 };
 std::span<const Capability> capabilities();
 
-// How long the platform's lists, and the names in them, may be.
+// Most characters of the product's lists, and of the names in them.
 inline constexpr std::size_t kLongestList = 255;
 inline constexpr std::size_t kLongestName = 31;
 
-// The capabilities of this camera's sensor and their values.
+// The capabilities of this camera's sensor, and their values.
 class SensorCapabilities {
  public:
   // False for a list of capabilities that is too long or has too long a name.
@@ -94,8 +95,7 @@ class SensorCapabilities {
   std::uint32_t has_ = 0;  // a bit for each of capabilities()
 };
 
-// The time that an entry of the product's exposure times stands for: what follows its first slash, or all of
-// it.
+// The time in an entry of the product's exposure times: what follows the first slash, or all of it.
 std::string_view exposureTime(std::string_view entry);
 
 inline constexpr int kProfiles = 4;  // they are numbered from 1
@@ -180,7 +180,7 @@ struct DisplayMode {
 
   bool mayHaveLargest(int profile, const VideoSensor& sensor) const;
 };
-// Null for a number that is none.
+// Null for an unknown number.
 const DisplayMode* displayMode(int number);
 
 }  // namespace camera

@@ -13,7 +13,7 @@ constexpr auto kParams =
 }  // namespace
 
 class StreamAuthEndpoint final : public RecordEndpoint<kParams> {
-  // Nothing that this endpoint takes can be a reason to refuse the record.
+  // The store can refuse the record only for a field that this endpoint does not change: 500, not 400.
   int carryOut(HttpServerSettings& wanted) override {
     writeChanged(state, wanted);
     return commit(500);

@@ -8,7 +8,7 @@
 namespace camera {
 namespace {
 
-constexpr char kExtraModule[] = "myvelkor";  // serves the streams under a second path
+constexpr char kExtraModule[] = "myvelkor";  // serves the streams under a second path too
 constexpr const char* kStreamNames[] = {"mjpg", "ACVS", "ACVS-H264"};  // by codec
 constexpr std::string_view kQualities = "55,65,75,85,95";
 constexpr std::string_view kUsualCodecs = "MPEG4,H264";  // offered whether the camera has H264 or not
