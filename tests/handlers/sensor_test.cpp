@@ -135,12 +135,16 @@ TEST(Sensor, IgnoresWhatTheSensorLacksAndRefusesWhatDoesNotFit) {
                    {"brightness=0", "product= product.sensor_caps=Brightness"}});
   kSensor.refuses("brightness=55&!color=maybe maxexposuretime= maxexposuretime=1/30");
   kSensor.refuses("!maxexposuretime=30", "product.max_exposure_times=");
-  std::string many = "product.sensor_caps=BW";
-  for (int i = 0; i < 84; ++i) many += "+BW";
-  kSensor.accepts({{"color=no", many,
+  std::string longest = "product.sensor_caps=" + std::string(31, 'y') + "+BWxy";
+  for (int i = 0; i < 73; ++i) longest += "+BW";
+  kSensor.accepts({{"color=no", longest,
                     "-brightness&-maxexposuretime&-backlightcomp&-noisereduction&-autogainctrl&color=no"}});
-  kSensor.refuses("! brightness=55", many + "+B", 500);
+  kSensor.refuses("! brightness=55", longest + "x", 500);
   kSensor.refuses("!", "product.sensor_caps=" + std::string(32, 'y'), 500);
+  std::string times = "product.max_exposure_times=1";
+  for (int i = 0; i < 254; ++i) times += "+1";
+  kSensor.accepts("maxexposuretime=2", times + "+2+3");
+  kSensor.refuses("maxexposuretime=3", times + "+2+3");
 }
 
 // Of levels with the same name the stored one is kept; of equal exposure times the first is taken.
@@ -185,9 +189,11 @@ TEST(SensorInfo, SaysThePictureAndTheTimesThatFit) {
        {"", "product.sensor_caps=Source image.video_in_format=4", "inputsize=640x480&videooutformat=pal-n"}});
   info.refuses("brightness=50 =");
   info.refuses("!", times + "1/" + std::string(32, '1'), 500);
-  std::string many = times;
-  while (many.size() < times.size() + 256) many += "1+";
-  info.refuses("!", many + "1", 500);
+  std::string longest = times + "1", offered;
+  for (int i = 0; i < 127; ++i) longest += "+1";
+  for (int i = 0; i < 31; ++i) offered += "1,";
+  info.accepts({{"", longest, "-inputsize&maxexposuretime=" + offered + "&inputsize=640x480"}});
+  info.refuses("!", longest + "1", 500);
 }
 
 TEST(SensorReset, DoesItOnlyWhenToldToGo) {
