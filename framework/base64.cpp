@@ -1,4 +1,4 @@
-// Base64 with "=" fill.
+// Base64 with "=" padding.
 #include "framework/base64.h"
 
 #include <algorithm>
@@ -9,7 +9,8 @@ namespace {
 
 constexpr std::string_view kDigits64 = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-// The 24 bits of four characters, of which the last fill ones are "=". False for any other text.
+// Decodes four characters, the last fill of which are "=", to 24 bits. False if another one is no digit or a
+// bit of the padding is set.
 bool decodeGroup(std::string_view group, std::size_t fill, std::uint32_t* bits) {
   *bits = 0;
   for (std::size_t i = 0; i < 4; ++i) {

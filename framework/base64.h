@@ -1,4 +1,4 @@
-// Base64 with "=" fill, as passwords travel.
+// Base64 with "=" padding.
 #pragma once
 
 #include <optional>
@@ -9,7 +9,7 @@ namespace camera {
 
 std::string encodeBase64(std::string_view bytes);
 
-// Nothing for a text that encodeBase64 does not write: white space, missing fill or stray bits.
+// Nothing for a text that encodeBase64 would not produce: with white space, missing padding or stray bits.
 std::optional<std::string> decodeBase64(std::string_view text);
 
 }  // namespace camera

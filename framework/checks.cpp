@@ -1,4 +1,4 @@
-// The checks on texts that parameter rows and the rules of endpoints are made of.
+// Checks on texts, for parameter rows and the rules of endpoints.
 #include "framework/checks.h"
 
 #include <algorithm>
@@ -6,7 +6,7 @@
 namespace camera {
 namespace {
 
-// The <cctype> functions would link the locale.
+// Written out because the <cctype> functions would link the locale.
 constexpr bool isDecimal(char c) {
   return c >= '0' && c <= '9';
 }
@@ -53,7 +53,7 @@ bool parseIpv4(std::string_view text, unsigned char* address) {
   if (std::count(text.begin(), text.end(), '.') != 3) return false;
   for (int i = 0; i < 4; ++i) {
     const std::string_view part = takeUntil('.', &text);
-    const bool hasLeadingZero = part.size() > 1 && part.front() == '0';  // octal to some readers
+    const bool hasLeadingZero = part.size() > 1 && part.front() == '0';  // some programs read it as octal
     int value = 0;
     if (hasLeadingZero || part.size() > 3 || !consistsOf(part, kDigits) ||
         !parseInteger(part, 0, 255, &value))

@@ -1,4 +1,4 @@
-// The checks on texts that parameter rows and the rules of endpoints are made of.
+// Checks on texts, for parameter rows and the rules of endpoints.
 #pragma once
 
 #include <charconv>
@@ -13,7 +13,7 @@
 
 namespace camera {
 
-// Characters that a text may be made of, besides extra characters given as a text.
+// Classes of characters that a text may hold.
 struct CharClass {
   bool letters = false;    // A to Z, a to z
   bool digits = false;     // 0 to 9
@@ -34,8 +34,8 @@ constexpr bool hasLength(std::string_view text, std::int64_t min, std::int64_t m
   return length >= min && length <= max;
 }
 
-// The number at the start of the text: an optional minus sign and digits; what follows them is dropped. 0
-// without digits; a number that does not fit becomes the nearest that does.
+// The number at the start of the text: an optional minus sign and digits. What follows is ignored. 0 without
+// digits; a number beyond +-2147483647 becomes that.
 int leadingInteger(std::string_view text);
 
 // Position of the text among the words, compared whole and by case; -1 if absent.
@@ -51,10 +51,10 @@ bool parseIpv4(std::string_view text, unsigned char* address = nullptr);
 // True for an IPv4 netmask: at least one set bit, and all of them contiguous from the top.
 bool isNetmask(std::string_view text);
 
-// The parts, one after the other.
+// Joins the parts without a separator.
 std::string joined(std::initializer_list<std::string_view> parts);
 
-// The decimal digits of a number, without the allocation of a string.
+// The decimal digits of a number, without allocating memory.
 class Decimal {
  public:
   explicit Decimal(std::int64_t number)

@@ -1,9 +1,9 @@
-// The dispatcher's table: a line for each endpoint.
+// The dispatcher's table, one line per endpoint.
 #include "framework/endpoint_table.h"
 
 namespace camera {
 
-// Naming a class here declares it.
+// A line also declares its class.
 constexpr EndpointEntry kTable[] = {
     {"action_ftp.cgi", serve<class ActionFtpEndpoint>},
     {"action_mail.cgi", serve<class ActionMailEndpoint>},

@@ -1,4 +1,4 @@
-// The dispatcher's table: the names that the web server calls, and what answers them.
+// The dispatcher's table: the endpoints by the names that the web server calls.
 #pragma once
 
 #include <span>
@@ -12,7 +12,7 @@ struct EndpointEntry {
 };
 
 // Serves one request with an endpoint of that class. Defined in handlers/endpoint.h and instantiated in the
-// class's own file, so that the table need not know the classes.
+// class's own file, so that the table does not include the classes.
 template <class Class>
 void serve();
 

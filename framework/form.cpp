@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "platform/text.h"
+
 namespace camera {
 namespace {
 
@@ -13,7 +15,7 @@ int hexValue(char c) {
   return -1;
 }
 
-// What a lead byte of UTF-8 asks for: how many bytes after it, and the bounds of the first of them.
+// Lead bytes of UTF-8: how many bytes follow, and the bounds of the first of these.
 struct Sequence {
   unsigned char firstLead, lastLead;
   unsigned char following;
@@ -25,7 +27,7 @@ constexpr Sequence kSequences[] = {
     {0xF1, 0xF3, 3, 0x80, 0xBF}, {0xF4, 0xF4, 3, 0x80, 0x8F},
 };
 
-// The length of the whole UTF-8 sequence that the text begins with; when it is broken, minus that of its
+// The length of the UTF-8 sequence at the start of the text; if it is broken, minus the length of the valid
 // part.
 int sequenceLength(std::string_view text) {
   const auto lead = static_cast<unsigned char>(text.front());
@@ -44,7 +46,7 @@ int sequenceLength(std::string_view text) {
   return -1;
 }
 
-// Broken UTF-8 becomes U+FFFD, so that what is stored can be shown.
+// Replaces broken UTF-8 by U+FFFD, so that every stored text can be shown.
 std::string decodeUtf8(std::string_view text) {
   std::string decoded;
   for (std::string_view rest = text; !rest.empty();) {
@@ -77,16 +79,12 @@ std::string decode(std::string_view text) {
 
 void parseForm(std::string_view text, Queries& queries, bool keepsBytes) {
   while (!text.empty()) {
-    const std::size_t end = text.find('&');
-    const std::string_view parameter = text.substr(0, end);
-    text = end == text.npos ? std::string_view{} : text.substr(end + 1);
-    if (parameter.empty()) continue;
-    const std::size_t equals = parameter.find('=');
-    const std::string_view value =
-        equals == parameter.npos ? std::string_view{} : parameter.substr(equals + 1);
+    std::string_view value = takeUntil('&', &text);
+    if (value.empty()) continue;
+    const std::string_view name = takeUntil('=', &value);
     std::string bytes = decode(value);
     if (!keepsBytes) bytes = decodeUtf8(bytes);
-    queries.insert_or_assign(decodeUtf8(decode(parameter.substr(0, equals))), std::move(bytes));
+    queries.insert_or_assign(decodeUtf8(decode(name)), std::move(bytes));
   }
 }
 

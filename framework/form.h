@@ -11,9 +11,9 @@ namespace camera {
 // Parameters of a request by name, in ascending byte order.
 using Queries = std::map<std::string, std::string, std::less<>>;
 
-// Adds the parameters of the text. "+" is a space, a broken escape stays as it is, of a name given twice the
-// last value stays, a parameter without "=" has an empty value. Broken UTF-8 becomes U+FFFD, unless the bytes
-// of values are to stay.
+// Adds the parameters of the text. "+" is a space, and a broken escape is kept as it is. A parameter without
+// "=" has an empty value. If a name occurs twice, the last value counts. Broken UTF-8 is replaced by U+FFFD,
+// with keepsBytes only in names.
 void parseForm(std::string_view text, Queries& queries, bool keepsBytes = false);
 
 // Appends the byte as "%XX".

@@ -1,22 +1,20 @@
-// The dispatcher: one process serves one request under the name by which it was started.
+// The dispatcher: a process serves one request, with the endpoint of the name by which it was started.
 #include <libgen.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <cstring>
 #include <string>
+#include <string_view>
 
 #include "framework/endpoint_table.h"
 #include "platform/log.h"
 
 namespace {
 
-// The last component of the path, of which only the first 255 bytes count.
-std::string endpointName(const char* path) {
-  char buffer[256];
-  std::strncpy(buffer, path, sizeof buffer - 1);
-  buffer[sizeof buffer - 1] = '\0';
-  return basename(buffer);
+// The last component of the path, after cutting the path to 255 bytes.
+std::string endpointName(std::string_view path) {
+  std::string buffer{path.substr(0, 255)};
+  return basename(buffer.data());
 }
 
 void announce(const std::string& name) {
@@ -29,7 +27,7 @@ void announce(const std::string& name) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // A reader of the log or of the reply that has gone must not end a request half-way.
+  // A request must run to its end even if nobody reads its log or its reply any more.
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   const std::string name = endpointName(argc > 0 ? argv[0] : "");
   announce(name);

@@ -1,4 +1,4 @@
-// Checks, takes and reports what the rows of parameters say.
+// Checks, stores and reports parameters by their rows.
 #include "framework/params.h"
 
 #include <cstring>
@@ -50,7 +50,8 @@ int fieldNumber(const ParamRow& row, const void* field) {
                                            : *static_cast<const std::int32_t*>(field);
 }
 
-// A field that holds the text keeps the bytes behind its NUL, so that an equal value leaves a record equal.
+// Leaves a field that already holds the text as it is, bytes after its NUL included, so that an equal value
+// leaves the record equal.
 bool storeText(const ParamRow& row, std::string_view text, void* field) {
   if (row.fieldKind == FieldKind::kView) {
     *static_cast<std::string_view*>(field) = text;
@@ -184,7 +185,7 @@ bool ParamList::take(const Queries& params, void* state, std::uint64_t* given, s
       *given |= std::uint64_t{1} << i;
       if (!isHandled(row, state) || takeOne(row, query->second, state)) continue;
     }
-    // A name that nobody knows is more likely why one is missing.
+    // A missing parameter may only be misspelled: report the unknown name instead.
     const std::string_view stranger =
         isGiven || unknown == UnknownNames::kIgnore ? "" : unknownName(params, rows);
     *refusal = !stranger.empty()

@@ -1,5 +1,5 @@
-// Parameters as constant data: an endpoint lists what a request may hold; checking, taking and replying
-// follow.
+// Parameter tables: an endpoint lists its parameters as constant data, by which requests are checked and
+// stored and replies are written.
 #pragma once
 
 #include <algorithm>
@@ -24,78 +24,78 @@ enum class ParamKind : std::uint8_t {
   kInteger,
   kText,
   kChoice,
-  kOwn,      // checked and taken by a function of the endpoint's
+  kOwn,      // checked and stored by a function of the endpoint
   kIgnored,  // known, but neither checked nor reported
 };
 
-// One parameter. Its functions get the endpoint's state: a settings record, or a struct of what the endpoint
-// works on. Rows are built with the functions at the end of this file.
+// One parameter. Its functions get the endpoint's state: a settings record, or a struct with all values of
+// the endpoint. The functions at the end of this file build rows.
 struct ParamRow {
   const char* name;
   ParamKind kind;
   bool isRequired = false;
-  bool storesNumber = false;  // of a choice among numbers: the number itself, not its position, is stored
+  bool storesNumber = false;  // a choice among numbers stores the number, not its position
   CharClass characters{};
   FieldKind fieldKind{};
   std::uint16_t size = 0;  // of a text field, its NUL included
   Bounds bounds{};
-  const char* extra = "";                 // further characters of a text
-  Words words{};                          // of a choice; an empty word is a gap
-  void* (*field)(void* state) = nullptr;  // where a given value goes and a reported one comes from
-  Bounds (*recordBounds)() = nullptr;     // in place of bounds: those of the settings record's field
-  Bounds (*boundsOf)(const void* state) = nullptr;  // in place of both
+  const char* extra = "";                           // further characters of a text
+  Words words{};                                    // of a choice; an empty word is a gap
+  void* (*field)(void* state) = nullptr;            // the field that holds the value
+  Bounds (*recordBounds)() = nullptr;               // in place of bounds: those of a record's field
+  Bounds (*boundsOf)(const void* state) = nullptr;  // in place of both bounds
   Words (*wordsOf)(const void* state) = nullptr;    // in place of words
   bool (*isHandled)(const void* state) = nullptr;   // false: known, but neither checked nor reported
   bool (*check)(std::string_view value) = nullptr;  // a further check of a text that is not empty
-  bool (*take)(std::string_view value, void* state) = nullptr;  // of kOwn; false: refused
-  const char* accepted = nullptr;  // what is accepted, where the rest of the row does not tell
+  bool (*take)(std::string_view value, void* state) = nullptr;  // of kOwn; false: rejected
+  const char* accepted = nullptr;  // the accepted values, if the row does not show them
 };
 
-// What is accepted, in words: "1 to 65535", "off or on", "1 to 36 letters, digits, _ - .". Without a state,
-// bounds and words that depend on it are described by the row's own text.
+// Describes the accepted values: "1 to 65535", "off or on", "1 to 36 letters, digits, _ - .". If they depend
+// on the state and there is none, this is the row's own text.
 std::string acceptedBy(const ParamRow& row, const void* state);
 
-// "off or on", "auto, manual, day or night"; gaps are left out.
+// "off or on", "auto, manual, day or night"; without the gaps.
 std::string anyOf(Words words);
 
-// The refusal of a name that the endpoint does not know. A long name is cut.
+// The message that rejects an unknown name. A long name is cut.
 std::string unknownParam(std::string_view name);
 
 enum class UnknownNames : std::uint8_t { kRefuse, kIgnore };
 
-// Rows in the order of checking, of taking and of the reply lines.
+// Rows in the order in which they are checked, stored and reported.
 struct ParamList {
   std::span<const ParamRow> rows;
   UnknownNames unknown = UnknownNames::kRefuse;
   std::size_t most = SIZE_MAX;  // of parameters in a request
 
-  // Takes every given parameter into the state and sets its row's bit in given. False, with the refusal
-  // ("NAME: what is accepted"), if one is missing, unknown or not acceptable. The state is then half written,
+  // Stores every given parameter in the state and sets its row's bit in given. False, with the message
+  // "NAME: accepted values", if one is missing, unknown or not accepted. The state may then be half written,
   // so it must be a copy.
   bool take(const Queries& params, void* state, std::uint64_t* given, std::string* refusal) const;
 
-  // One line for each row that has a field and is handled.
+  // Adds one line for each row that has a field and is handled.
   void reply(Reply& reply, const void* state) const;
 };
 
-// The rows of an endpoint whose state has that type.
+// The rows of an endpoint with a state of that type.
 template <class StateType, std::size_t N>
 struct ParamTable {
   using State = StateType;
-  static_assert(N <= 64, "which parameters were given is a bit per row");
+  static_assert(N <= 64, "given has a bit for each row");
 
   std::array<ParamRow, N> rows;
   UnknownNames unknown = UnknownNames::kRefuse;
   std::size_t most = SIZE_MAX;
 
   constexpr ParamList list() const { return {rows, unknown, most}; }
-  // Ignores names that it does not know, and refuses more than that many parameters.
+  // The same table, which ignores unknown names, but rejects a request of more parameters than that.
   constexpr ParamTable ignoringUnknown(std::size_t mostParams = SIZE_MAX) const {
     return {rows, UnknownNames::kIgnore, mostParams};
   }
 };
 
-// A parameter of a table, by its name. A name that the table does not have does not compile.
+// A parameter of a table, by its name. An unknown name does not compile.
 template <const auto& kParams>
 struct ParamOf {
   std::size_t row = 0;
@@ -158,7 +158,7 @@ constexpr FieldKind kindOf() {
   return FieldKind::kReserved;
 }
 
-// The state's type at the start of a path, and the value's at its end.
+// The type of the state at the start of a path, and of the value at its end.
 template <auto kFirst, auto...>
 struct Path {
   using State = ObjectOf<kFirst>;
@@ -171,7 +171,7 @@ using ValueOf = std::remove_reference_t<decltype(follow<kPath...>(std::declval<S
 
 }  // namespace params
 
-// A row for a state of one type; void for a row that fits any.
+// A row for a state of that type; void if the row fits any state.
 template <class State>
 struct TypedRow : ParamRow {
   constexpr TypedRow required() const {
@@ -189,28 +189,27 @@ struct TypedRow : ParamRow {
     row.accepted = text;
     return row;
   }
-  // A further check, and what it accepts.
+  // Adds a check. The text describes what it accepts.
   constexpr TypedRow also(bool (*further)(std::string_view), const char* text) const {
     TypedRow row = saying(text);
     row.check = further;
     return row;
   }
-  // Bounds (const State&), and their description for a refusal without a state.
+  // kBounds: Bounds (const State&). The text describes them if there is no state.
   template <auto kBounds>
   constexpr TypedRow within(const char* text) const {
     TypedRow row = saying(text);
     row.boundsOf = [](const void* state) -> Bounds { return kBounds(*static_cast<const State*>(state)); };
     return row;
   }
-  // Words (const State&), in which positions are counted, and their description for a refusal without a
-  // state.
+  // kWords: Words (const State&). The text describes them if there is no state.
   template <auto kWords>
   constexpr TypedRow among(const char* text) const {
     TypedRow row = saying(text);
     row.wordsOf = [](const void* state) -> Words { return kWords(*static_cast<const State*>(state)); };
     return row;
   }
-  // bool (const State&)
+  // kIsHandled: bool (const State&).
   template <auto kIsHandled>
   constexpr TypedRow onlyIf() const {
     TypedRow row = *this;
@@ -260,8 +259,8 @@ constexpr auto choiceParam(const char* name, Words words = {}) {
   return row;
 }
 
-// A parameter that the function bool (std::string_view value, State& state) checks and takes. It has no reply
-// line.
+// A parameter that the function bool (std::string_view value, State& state) checks and stores. It has no
+// reply line.
 template <auto kTake, class State>
 constexpr TypedRow<State> ownParam(const char* name, const char* accepted) {
   TypedRow<State> row{};
@@ -279,10 +278,11 @@ constexpr TypedRow<void> ignoredParam(const char* name) {
   return row;
 }
 
-// The table of these rows over that state.
+// A table of these rows.
 template <class State, class... Rows>
 constexpr ParamTable<State, sizeof...(Rows)> paramRows(const TypedRow<Rows>&... rows) {
-  static_assert(((std::is_same_v<Rows, State> || std::is_void_v<Rows>)&&...), "a row of another state");
+  static_assert(((std::is_same_v<Rows, State> || std::is_void_v<Rows>)&&...),
+                "a row belongs to another state");
   return {{static_cast<const ParamRow&>(rows)...}};
 }
 

@@ -1,4 +1,4 @@
-// Building the reply and writing it to the web server.
+// Builds the reply and writes it to the web server.
 #include "framework/reply.h"
 
 #include <unistd.h>
@@ -12,7 +12,7 @@
 namespace camera {
 namespace {
 
-constexpr std::size_t kUsualBytes = 1024;  // of a body, so that most need not grow
+constexpr std::size_t kUsualBytes = 1024;  // reserved for a body; few are longer
 
 struct Reason {
   int code;
@@ -24,7 +24,7 @@ constexpr Reason kReasons[] = {
     {400, "400 Bad Request"},           {404, "404 Not Found"}, {409, "409 Conflict"},
 };
 
-// Any other code is a fault of the endpoint's.
+// An unknown code is a bug of the endpoint and becomes 500.
 const Reason& reasonOf(int code) {
   for (const Reason& reason : kReasons) {
     if (reason.code == code) return reason;
@@ -50,7 +50,7 @@ void appendLine(std::string& lines, std::string_view key, std::string_view value
 
 void write(const Reason& reason, const std::string& header, const std::string& body) {
   constexpr std::string_view kType = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
-  constexpr std::size_t kMostOfRest = 64;  // the status, the length and what is between them
+  constexpr std::size_t kMostOfRest = 64;  // status, length and line ends
   const Decimal length(static_cast<std::int64_t>(body.size()));
   std::string response;
   response.reserve(header.size() + kType.size() + kMostOfRest + body.size());

@@ -1,4 +1,4 @@
-// The reply: lines of key and value, or an error code and its message.
+// The reply: lines of key and value, or an error code and a message.
 #pragma once
 
 #include <string>
@@ -10,20 +10,19 @@ class Reply {
  public:
   Reply();
 
-  // Append one line. A control character in key or value is percent-encoded, so that no text can start a
-  // line.
+  // Append one line. Control characters are percent-encoded, so that no key or value can start a new line.
   void pair(std::string_view key, std::string_view value);
   void pair(std::string_view key, int value);
 
-  // Appends lines that are complete.
+  // Appends complete lines.
   void append(std::string_view lines) { body_ += lines; }
 
-  // Adds a header line, given without its end.
+  // Adds a header line, given without its line end.
   void header(std::string_view line) { header_.append(line).append("\r\n"); }
 
-  // Writes the whole response to standard output, in one write if the reader takes it: the lines with 200 OK,
-  // or, in place of the lines, the code (307, 400, 404, 409 or 500) and the message, if it is not empty. A
-  // reader that has gone is not an error, because what the request changed stays changed.
+  // Write the whole response to standard output, in one write if possible: send the lines with 200 OK,
+  // sendFailure the code (307, 400, 404, 409 or 500) and the message, if it is not empty. A failed write is
+  // ignored: the request has already taken effect.
   void send() const;
   void sendFailure(int code, std::string_view message) const;
 

@@ -23,7 +23,7 @@ char lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-// Parameters of the content type, such as a charset, do not matter.
+// Ignores parameters of the content type, such as a charset.
 bool isForm(std::string_view contentType) {
   std::string_view type = contentType.substr(0, contentType.find(';'));
   while (type.ends_with(' ') || type.ends_with('\t')) type.remove_suffix(1);
@@ -35,7 +35,7 @@ bool isForm(std::string_view contentType) {
   return true;
 }
 
-// Fills the text from standard input. False if the input ends before.
+// Fills the text from standard input. False if the input ends too early.
 bool readInput(std::string* text) {
   for (std::size_t filled = 0; filled < text->size();) {
     const ssize_t count = read(STDIN_FILENO, text->data() + filled, text->size() - filled);
@@ -45,7 +45,7 @@ bool readInput(std::string* text) {
   return true;
 }
 
-// Returns what is wrong with the body, or null.
+// Returns an error message, or null.
 const char* readBody(std::string* form) {
   const std::string_view stated = environment("CONTENT_LENGTH");
   int length = 0;

@@ -1,4 +1,4 @@
-// The request as the web server hands it over.
+// The request from the web server.
 #pragma once
 
 #include "framework/form.h"
@@ -7,13 +7,13 @@ namespace camera {
 
 struct Request {
   Queries params;               // empty if the request cannot be read
-  const char* error = nullptr;  // why it cannot be read, as a refusal says it; null if it can
+  const char* error = nullptr;  // the message if the request cannot be read, otherwise null
 };
 
 // Reads the query string and the body of a POSTed form, at most 64 KiB each, from the CGI variables and
-// standard input. A body that is longer, shorter than its Content-Length or no form is an error; what follows
-// a body of the stated length is ignored, because some servers append a line end. With keepsBytes, values may
-// be invalid UTF-8, as the names of files are.
+// standard input. It is an error if the body is longer, is shorter than its Content-Length or is not a form.
+// Input after the Content-Length is ignored, because some servers append a line end. With keepsBytes, values
+// may be invalid UTF-8, as file names may be.
 Request readRequest(bool keepsBytes);
 
 }  // namespace camera

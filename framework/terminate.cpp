@@ -1,12 +1,12 @@
-// What an exception that nobody catches does: end, without the library's own handler, whose name demangler is
-// a twentieth of the whole program. Of other libraries than GNU's the handler stays.
+// Makes an uncaught exception abort at once. The handler of GNU's library would print the exception; the name
+// demangler that it needs is a twentieth of the program. Other libraries keep their handler.
 #include <cstdlib>
 #include <exception>
 
 #ifdef __GLIBCXX__
 namespace __cxxabiv1 {
 
-// NOLINTNEXTLINE: the library's own name for its default, which is linked only where nobody defines it.
+// NOLINTNEXTLINE: the library's name for its handler; defining it here keeps the library's out of the link.
 extern std::terminate_handler __terminate_handler;
 std::terminate_handler __terminate_handler = std::abort;
 

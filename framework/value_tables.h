@@ -1,4 +1,4 @@
-// The words and characters against which more than one endpoint matches its values.
+// Words and characters that several endpoints accept.
 #pragma once
 
 #include <span>
