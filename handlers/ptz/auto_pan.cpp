@@ -1,4 +1,4 @@
-// auto_pan.cgi: lets the pan/tilt head sweep from side to side.
+// auto_pan.cgi: starts or stops the sweep of the pan/tilt head from side to side.
 #include "handlers/ptz/sweep.h"
 
 namespace camera {

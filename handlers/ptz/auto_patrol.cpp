@@ -1,4 +1,4 @@
-// auto_patrol.cgi: lets the pan/tilt head visit the presets of its route, over and over.
+// auto_patrol.cgi: starts or stops the patrol of the pan/tilt head along the presets of its route.
 #include "handlers/ptz/sweep.h"
 
 namespace camera {

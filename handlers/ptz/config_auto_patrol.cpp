@@ -1,4 +1,4 @@
-// config_auto_patrol.cgi: the route of auto_patrol.cgi, which is a list of presets.
+// config_auto_patrol.cgi: the route of auto_patrol.cgi, a list of presets.
 #include "handlers/ptz/preset_names.h"
 #include "handlers/ptz/ptz_endpoint.h"
 #include "platform/store/records/route.h"
@@ -13,12 +13,12 @@ static_assert(kMostStops * sizeof("10") <= sizeof(RouteSettings::stops), "every 
 
 struct Patrol {
   RouteSettings route;
-  std::string_view presets;  // as the request names them
+  std::string_view presets;  // names, as the request gives them
 };
 
 constexpr auto kParams = paramRows<Patrol>(textParam<&Patrol::presets>("presets", 0, 479, "_-.,").required());
 
-// The first slot that holds the name, counted from 1; 0 without one.
+// The first slot of that name, counted from 1; 0 if there is none.
 int stopAt(const PtzPresets& presets, std::string_view name) {
   for (int slot = 0; slot < kPtzPresets; ++slot) {
     if (nameOf(presets.slots[slot]) == name) return slot + 1;
@@ -32,10 +32,10 @@ class ConfigAutoPatrolEndpoint final : public PtzEndpoint<StateEndpoint<kParams>
   int load() override {
     int result = require(&ProductInfo::has_pan_tilt);
     if (result == 200) result = read(state.route);
-    return result == 200 ? resultOf(ptzCommand(PtzCode::kReadPresets, &presets_)) : result;
+    return result == 200 ? resultOf(ptzRead(&presets_)) : result;
   }
 
-  // Names beyond the most that a route has are not looked at.
+  // Names after the first kMostStops are ignored.
   int check(Patrol& wanted) override {
     std::string stops;
     std::string_view rest = wanted.presets;
@@ -56,7 +56,7 @@ class ConfigAutoPatrolEndpoint final : public PtzEndpoint<StateEndpoint<kParams>
     return commit();
   }
 
-  // A stop whose preset is gone is left out.
+  // Leaves out stops whose preset was deleted.
   int reply() override {
     std::string names;
     std::string_view rest = state.route.stops;

@@ -1,4 +1,4 @@
-// The names of presets: read from the daemon's table, and told as a list.
+// Names of presets and lists of them.
 #pragma once
 
 #include <string>
@@ -9,9 +9,9 @@
 
 namespace camera {
 
-inline constexpr int kMostPresetName = 15;  // characters of a name that a request gives
+inline constexpr int kMostPresetName = 15;  // characters of a name in a request
 
-// Empty: an unused slot.
+// Empty if the slot is free.
 inline std::string_view nameOf(const PtzPreset& preset) {
   return textOf(preset.name);
 }

@@ -1,52 +1,63 @@
-// The command channel to the pan/tilt daemon.
+// The commands of the pan/tilt daemon.
 #include "handlers/ptz/ptz_channel.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "platform/daemons/daemon_client.h"
+#include "platform/text.h"
 
 namespace camera {
 namespace {
 
-void fillRequest(PtzCode code, const void* data, PtzRequest* request) {
-  switch (code) {
-    case PtzCode::kGoTo:
-    case PtzCode::kStep: {
-      const auto& way = *static_cast<const PtzPosition*>(data);
-      const std::int32_t pan = way.pan;
-      request->pan = code == PtzCode::kStep ? -pan : pan;
-      request->tilt = way.tilt;
-      break;
-    }
-    case PtzCode::kGoToPreset:
-      request->arg = static_cast<std::uint8_t>(*static_cast<const std::int32_t*>(data));
-      break;
-    case PtzCode::kStorePreset:
-      *request = *static_cast<const PtzRequest*>(data);
-      break;
-    default:
-      break;
-  }
-  request->code = static_cast<std::int32_t>(code);
+// Bytes that a command does not use are 0.
+struct PtzRequest {
+  Little<std::int32_t> code;
+  std::uint8_t presetToGoTo;
+  std::uint8_t unused[3];
+  PtzPosition way;  // a target or a step
+  Little<std::int16_t> presetToStore;
+  char name[26];
+};
+static_assert(sizeof(PtzRequest) == 44 && offsetof(PtzRequest, presetToGoTo) == 4 &&
+              offsetof(PtzRequest, way) == 8 && offsetof(PtzRequest, presetToStore) == 16 &&
+              offsetof(PtzRequest, name) == 18);
+
+struct PtzAnswer {
+  Little<std::int32_t> result;  // 0: done
+  PtzLimits limits;
+  PtzPosition position;
+  PtzPresets presets;
+  std::uint8_t unused[5];
+};
+static_assert(sizeof(PtzAnswer) == 427 && offsetof(PtzAnswer, limits) == 4 &&
+              offsetof(PtzAnswer, position) == 12 && offsetof(PtzAnswer, presets) == 20 &&
+              offsetof(PtzAnswer, unused) == 422);
+
+PtzRequest requestOf(PtzCode code) {
+  PtzRequest request{};
+  request.code = static_cast<std::int32_t>(code);
+  return request;
 }
 
-// The part of an answer that goes with the code; null for a code that asks nothing.
-const void* payload(PtzCode code, const PtzAnswer& answer) {
-  switch (code) {
-    case PtzCode::kReadLimits:
-      return &answer.limits;
-    case PtzCode::kReadPosition:
-    case PtzCode::kReadHome:
-      return &answer.position;
-    case PtzCode::kReadPresets:
-      return &answer.presets;
-    default:
-      return nullptr;
-  }
+bool exchange(const PtzRequest& request, PtzAnswer* answer) {
+  return daemonClient().ask(kPanTiltDaemon, &request, sizeof request, answer, sizeof *answer) &&
+         answer->result == 0;
 }
 
-// A daemon may report any number as the position.
+bool send(const PtzRequest& request) {
+  PtzAnswer answer{};
+  return exchange(request, &answer);
+}
+
+template <class Part>
+bool readPart(PtzCode code, Part PtzAnswer::*part, Part* value) {
+  PtzAnswer answer{};
+  const bool done = exchange(requestOf(code), &answer);
+  if (done) *value = answer.*part;
+  return done;
+}
+
+// The part of a step that ends within min and max. The position is any number that the daemon reports.
 std::int32_t limited(std::int64_t position, std::int32_t step, int min, int max) {
   if (step > 0 && position + step > max) return static_cast<std::int32_t>(max - position);
   if (step < 0 && position + step < min) return static_cast<std::int32_t>(min - position);
@@ -55,30 +66,51 @@ std::int32_t limited(std::int64_t position, std::int32_t step, int min, int max)
 
 }  // namespace
 
-bool ptzCommand(PtzCode code, void* data, std::size_t length) {
-  PtzRequest request{};
-  fillRequest(code, data, &request);
-  PtzAnswer answer{};
-  const bool done = daemonClient().ask(kPanTiltDaemon, &request, sizeof request, &answer, sizeof answer) &&
-                    answer.result == 0;
-  if (const void* told = payload(code, answer); done && told != nullptr) std::memcpy(data, told, length);
-  return done;
+bool ptzCommand(PtzCode code, const PtzPosition& way) {
+  PtzRequest request = requestOf(code);
+  request.way = way;
+  return send(request);
 }
 
-int mirrorPan(const PtzLimits& limits, int value) {
-  return limits.pmax + limits.pmin - std::max<int>(limits.pmin, std::min<int>(limits.pmax, value));
+bool ptzGoToPreset(int slot) {
+  PtzRequest request = requestOf(PtzCode::kGoToPreset);
+  request.presetToGoTo = static_cast<std::uint8_t>(slot);
+  return send(request);
 }
 
-bool ptzStep(PtzStep* step) {
+bool ptzStorePreset(int slot, std::string_view name) {
+  PtzRequest request = requestOf(PtzCode::kStorePreset);
+  request.presetToStore = static_cast<std::int16_t>(slot);
+  return setText(request.name, name) && send(request);
+}
+
+bool ptzRead(PtzLimits* limits) {
+  return readPart(PtzCode::kReadLimits, &PtzAnswer::limits, limits);
+}
+
+bool ptzRead(PtzPosition* position) {
+  return readPart(PtzCode::kReadPosition, &PtzAnswer::position, position);
+}
+
+bool ptzRead(PtzPresets* presets) {
+  return readPart(PtzCode::kReadPresets, &PtzAnswer::presets, presets);
+}
+
+bool ptzReadHome(PtzPosition* home) {
+  return readPart(PtzCode::kReadHome, &PtzAnswer::position, home);
+}
+
+int mirrorPan(const PtzLimits& limits, int pan) {
+  return limits.pmax + limits.pmin - std::max<int>(limits.pmin, std::min<int>(limits.pmax, pan));
+}
+
+bool ptzMakeStep(PtzStep* step) {
   PtzLimits limits{};
   PtzPosition position{};
-  if (!ptzCommand(PtzCode::kReadLimits, &limits) || !ptzCommand(PtzCode::kReadPosition, &position)) {
-    return false;
-  }
+  if (!ptzRead(&limits) || !ptzRead(&position)) return false;
   step->pan = limited(mirrorPan(limits, position.pan), step->pan, limits.pmin, limits.pmax);
   step->tilt = limited(position.tilt, step->tilt, limits.tmin, limits.tmax);
-  PtzPosition way{.pan = step->pan, .tilt = step->tilt};
-  return ptzCommand(PtzCode::kStep, &way);
+  return ptzCommand(PtzCode::kStep, {-step->pan, step->tilt});
 }
 
 }  // namespace camera

@@ -8,7 +8,7 @@ constexpr const char* kDirections[] = {"",       "up",      "down",     "left", 
                                        "upleft", "upright", "downleft", "downright", "stop"};
 constexpr int kNowhere = 0;
 constexpr int kStop = 9;
-// Of each direction the way of one unit.
+// One unit in each direction.
 constexpr PtzStep kUnits[] = {{0, 0}, {0, 1}, {0, -1}, {-1, 0}, {1, 0}, {-1, 1}, {1, 1}, {-1, -1}, {1, -1}};
 
 struct Order {
@@ -28,7 +28,7 @@ class PtzDirectionEndpoint final : public PtzEndpoint<StateEndpoint<kParams, Tak
     PtzStep step = kUnits[wanted.direction];
     step.pan *= wanted.speed;
     step.tilt *= wanted.speed;
-    return resultOf(ptzStep(&step));
+    return resultOf(ptzMakeStep(&step));
   }
 };
 

@@ -1,4 +1,4 @@
-// What all pan/tilt endpoints are: of a camera that has a head, and as good as the head's answers.
+// Base of the pan/tilt endpoints: 404 without a head, 500 if the daemon fails.
 #pragma once
 
 #include "handlers/endpoint.h"
@@ -17,10 +17,10 @@ class PtzEndpoint : public Base {
     return result == 200 ? resultOf(ask()) : result;
   }
 
-  // Asks the head what the request needs to know of it; false when a command failed.
+  // Reads what the request needs from the head. False if a command failed.
   virtual bool ask() { return true; }
 
-  // What commands make of the request: 200, or 500 with the failure said.
+  // The result code of the request's commands: 200 or 500.
   int resultOf(bool done) {
     return done ? 200 : this->fail(500, "pan/tilt head: no answer, or the command was refused");
   }
@@ -31,7 +31,7 @@ class PtzEndpoint : public Base {
     replyZoom();
   }
 
-  // No endpoint drives the zoom, so there is one place where it is.
+  // No endpoint moves the zoom, so its position is always 0.
   void replyZoom() {
     if (this->product()->has_zoom) this->pair("z", 0);
   }

@@ -1,4 +1,4 @@
-// ptz_home.cgi: the position to which the pan/tilt head returns.
+// ptz_home.cgi: the home position of the pan/tilt head.
 #include "handlers/ptz/ptz_target.h"
 
 namespace camera {
@@ -31,16 +31,16 @@ class PtzHomeEndpoint final : public PtzTargetEndpoint<kParams> {
     }
   }
 
-  // The daemon makes a home only of where the head is.
+  // The daemon can only make the current position the home position.
   bool setHome(PtzTarget* wanted) {
     PtzPosition target{};
-    return aim(wanted, &target) && ptzCommand(PtzCode::kGoTo, &target) &&
-           ptzCommand(PtzCode::kReadPosition, &target) && ptzCommand(PtzCode::kSetHome);
+    return aim(wanted, &target) && ptzCommand(PtzCode::kGoTo, target) && ptzRead(&target) &&
+           ptzCommand(PtzCode::kSetHome);
   }
 
   int reply() override {
     PtzPosition home{};
-    if (!ptzCommand(PtzCode::kReadHome, &home)) return resultOf(false);
+    if (!ptzReadHome(&home)) return resultOf(false);
     replyPosition(state.limits, home);
     return 200;
   }

@@ -1,10 +1,10 @@
-// ptz_info.cgi: how far the pan/tilt head goes.
+// ptz_info.cgi: the limits of the pan/tilt head.
 #include "handlers/ptz/ptz_endpoint.h"
 
 namespace camera {
 
 class PtzInfoEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
-  bool ask() override { return ptzCommand(PtzCode::kReadLimits, &limits_); }
+  bool ask() override { return ptzRead(&limits_); }
 
   int reply() override {
     pair("pmax", limits_.pmax);

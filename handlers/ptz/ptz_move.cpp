@@ -12,10 +12,10 @@ class PtzMoveEndpoint final : public PtzTargetEndpoint<kParams> {
   int carryOut(PtzTarget& wanted) override {
     PtzPosition target{};
     const bool moves = given("p") || given("t");
-    return resultOf(aim(&wanted, &target) && (!moves || ptzCommand(PtzCode::kGoTo, &target)));
+    return resultOf(aim(&wanted, &target) && (!moves || ptzCommand(PtzCode::kGoTo, target)));
   }
 
-  // The head may still be on its way: the reply is where it goes.
+  // Reports the target: the head may still be moving.
   int reply() override {
     PtzPosition current{};
     if (queries().empty() && !aim(&state, &current)) return resultOf(false);

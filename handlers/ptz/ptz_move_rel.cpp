@@ -11,7 +11,7 @@ constexpr auto kParams = paramRows<PtzStep>(integerParam<&PtzStep::pan>("p", -32
 
 class PtzMoveRelEndpoint final : public PtzEndpoint<StateEndpoint<kParams, Takes::kCommand>> {
   int carryOut(PtzStep& wanted) override {
-    return given("p") || given("t") ? resultOf(ptzStep(&wanted)) : 200;
+    return given("p") || given("t") ? resultOf(ptzMakeStep(&wanted)) : 200;
   }
 
   int reply() override {

@@ -1,12 +1,10 @@
-// ptz_pos.cgi: where the pan/tilt head is.
+// ptz_pos.cgi: the current position of the pan/tilt head.
 #include "handlers/ptz/ptz_endpoint.h"
 
 namespace camera {
 
 class PtzPosEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
-  bool ask() override {
-    return ptzCommand(PtzCode::kReadPosition, &position_) && ptzCommand(PtzCode::kReadLimits, &limits_);
-  }
+  bool ask() override { return ptzRead(&position_) && ptzRead(&limits_); }
 
   int reply() override {
     replyPosition(limits_, position_);

@@ -1,4 +1,4 @@
-// ptz_preset.cgi: stores the position of the pan/tilt head under a name, returns to it, forgets it.
+// ptz_preset.cgi: stores the position of the pan/tilt head under a name, moves to it, or deletes it.
 #include "handlers/ptz/preset_names.h"
 #include "handlers/ptz/ptz_endpoint.h"
 
@@ -17,8 +17,7 @@ constexpr auto kParams =
     paramRows<Order>(textParam<&Order::name>("name", 1, kMostPresetName, "_-").required(),
                      choiceParam<&Order::act>("act", kActs).required());
 
-// The slot that holds the name, of several the last; to add a name that none holds, the first unused one; -1
-// without such a slot.
+// The last slot of that name, or, to add a new name, the first free slot. -1 if there is none.
 int slotFor(const Order& order, const PtzPresets& presets) {
   int found = -1;
   int free = -1;
@@ -35,14 +34,11 @@ int slotFor(const Order& order, const PtzPresets& presets) {
 class PtzPresetEndpoint final : public PtzEndpoint<StateEndpoint<kParams, Takes::kCommand>> {
   int carryOut(Order& wanted) override {
     PtzPresets presets{};
-    if (!ptzCommand(PtzCode::kReadPresets, &presets)) return resultOf(false);
-    std::int32_t slot = slotFor(wanted, presets);
+    if (!ptzRead(&presets)) return resultOf(false);
+    const int slot = slotFor(wanted, presets);
     if (slot < 0) return refuse("name", wanted.act == kAdd ? "all ten presets are in use" : "no such preset");
-    if (wanted.act == kGo) return resultOf(ptzCommand(PtzCode::kGoToPreset, &slot));
-    PtzRequest request{};
-    request.slot = static_cast<std::int16_t>(slot);
-    if (wanted.act == kAdd) setText(request.name, wanted.name);
-    return resultOf(ptzCommand(PtzCode::kStorePreset, &request));
+    if (wanted.act == kGo) return resultOf(ptzGoToPreset(slot));
+    return resultOf(ptzStorePreset(slot, wanted.act == kAdd ? wanted.name : ""));
   }
 };
 

@@ -1,4 +1,4 @@
-// ptz_preset_list.cgi: the presets of the pan/tilt head and where they are.
+// ptz_preset_list.cgi: the presets of the pan/tilt head and their positions.
 #include "handlers/ptz/preset_names.h"
 #include "handlers/ptz/ptz_endpoint.h"
 
@@ -6,28 +6,26 @@ namespace camera {
 
 class PtzPresetListEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   int reply() override {
-    PtzPresets presets{};
-    PtzLimits limits{};
-    if (!ptzCommand(PtzCode::kReadPresets, &presets) || !ptzCommand(PtzCode::kReadLimits, &limits)) {
-      return resultOf(false);
-    }
+    if (!ptzRead(&presets_) || !ptzRead(&limits_)) return resultOf(false);
     std::string names;
-    for (const PtzPreset& preset : presets.slots) {
+    for (const PtzPreset& preset : presets_.slots) {
       if (!nameOf(preset).empty()) appendItem(&names, nameOf(preset));
     }
     pair("presets", names);
-    for (const PtzPreset& preset : presets.slots) {
-      if (!nameOf(preset).empty()) replyPreset(limits, preset);
+    for (const PtzPreset& preset : presets_.slots) {
+      if (!nameOf(preset).empty()) replyPreset(preset);
     }
     return 200;
   }
 
-  void replyPreset(const PtzLimits& limits, const PtzPreset& preset) {
-    std::string position;
-    appendItem(&position, Decimal(mirrorPan(limits, preset.position.pan)).text());
-    appendItem(&position, Decimal(preset.position.tilt).text());
-    pair(std::string{nameOf(preset)}, position);
+  void replyPreset(const PtzPreset& preset) {
+    const Decimal pan(mirrorPan(limits_, preset.position.pan));
+    const Decimal tilt(preset.position.tilt);
+    pair(nameOf(preset), joined({pan.text(), ",", tilt.text()}));
   }
+
+  PtzPresets presets_{};
+  PtzLimits limits_{};
 };
 
 template void serve<PtzPresetListEndpoint>();

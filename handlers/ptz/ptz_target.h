@@ -1,12 +1,11 @@
-// What ptz_move.cgi and ptz_home.cgi share: a position within the limits, of which a request may give one
-// axis or both.
+// Base of ptz_move.cgi and ptz_home.cgi: a target within the limits. A request may give one axis or both.
 #pragma once
 
 #include "handlers/ptz/ptz_endpoint.h"
 
 namespace camera {
 
-// As the client sees it.
+// In the client's view.
 struct PtzTarget {
   PtzLimits limits;
   std::int32_t pan;
@@ -28,14 +27,14 @@ inline constexpr auto kTiltParam =
 template <const auto& kParams>
 class PtzTargetEndpoint : public PtzEndpoint<StateEndpoint<kParams>> {
  protected:
-  bool ask() override { return ptzCommand(PtzCode::kReadLimits, &this->state.limits); }
+  bool ask() override { return ptzRead(&this->state.limits); }
 
-  // Completes the target by where the head is, and tells it as the daemon sees it. False when a command
-  // failed.
+  // Takes an axis that the request does not give from the current position, and converts the target to the
+  // daemon's view. False if a command failed.
   bool aim(PtzTarget* target, PtzPosition* daemons) {
     const bool hasPan = this->given("p");
     const bool hasTilt = this->given("t");
-    if (!(hasPan && hasTilt) && !ptzCommand(PtzCode::kReadPosition, daemons)) return false;
+    if (!(hasPan && hasTilt) && !ptzRead(daemons)) return false;
     if (hasPan) {
       daemons->pan = mirrorPan(target->limits, target->pan);
     } else {

@@ -1,4 +1,4 @@
-// What auto_pan.cgi and auto_patrol.cgi share: a movement without end, which a word starts or stops.
+// Base of auto_pan.cgi and auto_patrol.cgi: starts or stops an endless movement.
 #pragma once
 
 #include "handlers/ptz/ptz_endpoint.h"
@@ -8,7 +8,7 @@ namespace camera {
 struct Sweep {
   std::int32_t act;
 };
-enum SweepAct : std::int32_t { kLeaveSweep, kStartSweep, kStopSweep };
+enum SweepAct : std::int32_t { kNoChange, kStartSweep, kStopSweep };
 inline constexpr const char* kSweepActs[] = {"", "go", "stop"};
 inline constexpr auto kSweepParams = paramRows<Sweep>(choiceParam<&Sweep::act>("act", kSweepActs).required());
 
@@ -18,7 +18,7 @@ class SweepEndpoint : public PtzEndpoint<StateEndpoint<kSweepParams, Takes::kCom
 
  private:
   int carryOut(Sweep& wanted) override {
-    if (wanted.act == kLeaveSweep) return 200;
+    if (wanted.act == kNoChange) return 200;
     return resultOf(ptzCommand(wanted.act == kStartSweep ? start_ : PtzCode::kStop));
   }
 
