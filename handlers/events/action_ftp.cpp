@@ -1,6 +1,6 @@
 // action_ftp.cgi: the FTP server that receives the snapshots of events.
+#include "handlers/encoded_password.h"
 #include "handlers/endpoint.h"
-#include "handlers/events/encoded_password.h"
 #include "platform/store/records/ftp.h"
 #include "platform/store/records/snapshot.h"
 

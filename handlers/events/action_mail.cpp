@@ -1,6 +1,6 @@
 // action_mail.cgi: the mail account that sends the snapshots of events.
+#include "handlers/encoded_password.h"
 #include "handlers/endpoint.h"
-#include "handlers/events/encoded_password.h"
 #include "platform/store/records/smtp.h"
 
 namespace camera {

@@ -1,4 +1,4 @@
-// group_list.cgi: the groups, who is in them and what their members may do.
+// group_list.cgi: the groups, their members and what ordinary accounts may do.
 #include "handlers/endpoint.h"
 #include "handlers/users/accounts.h"
 

@@ -1,4 +1,4 @@
-// user_del.cgi: deletes ordinary accounts and closes the gaps that they leave.
+// user_del.cgi: deletes ordinary accounts.
 #include "handlers/endpoint.h"
 #include "handlers/users/accounts.h"
 
@@ -19,16 +19,14 @@ void empty(AccountSettings* account, int slot) {
   setText(account->user_password[slot], "");
 }
 
-// The accounts fill the first slots again, in their order.
+// Moves the accounts to the first slots, in the same order.
 void closeGaps(AccountSettings* account) {
   int free = 1;
   for (int slot = 1; slot <= account->user_count; ++slot) {
     if (*account->user_name[slot] == '\0') continue;
-    if (slot != free) {
-      setText(account->user_name[free], account->user_name[slot]);
-      setText(account->user_password[free], account->user_password[slot]);
-      empty(account, slot);
-    }
+    setText(account->user_name[free], account->user_name[slot]);
+    setText(account->user_password[free], account->user_password[slot]);
+    if (slot != free) empty(account, slot);
     ++free;
   }
 }
@@ -65,7 +63,7 @@ class UserDelEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   }
 
   AccountSettings account_;
-  std::string names_;
+  std::string_view names_;
 };
 
 template void serve<UserDelEndpoint>();

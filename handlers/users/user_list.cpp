@@ -9,7 +9,7 @@ struct Selection {
   std::string_view name;
 };
 
-constexpr auto kParams = paramRows<Selection>(textParam<&Selection::name>("name", 1, 30, "", kAnyBytes)
+constexpr auto kParams = paramRows<Selection>(textParam<&Selection::name>("name", 1, INT32_MAX, "", kAnyBytes)
                                                   .saying("admin, or the name of an ordinary account"));
 
 }  // namespace

@@ -1,8 +1,5 @@
-// user_mod.cgi: creates an ordinary account, renames an account, changes a password.
-#include <algorithm>
-#include <optional>
-
-#include "framework/base64.h"
+// user_mod.cgi: creates an ordinary account, renames an account, or changes a password.
+#include "handlers/encoded_password.h"
 #include "handlers/endpoint.h"
 #include "handlers/users/accounts.h"
 #include "platform/store/records/system.h"
@@ -10,23 +7,16 @@
 namespace camera {
 namespace {
 
-constexpr std::string_view kVelkor = "Velkor";      // whose accounts keep their names
-constexpr std::string_view kLarkmoor = "Larkmoor";  // whose passwords have rules of their own
+constexpr std::string_view kVelkor = "Velkor";      // accounts cannot be renamed
+constexpr std::string_view kLarkmoor = "Larkmoor";  // passwords have further rules
 constexpr char kLarkmoorText[] = "!#$%@";
 constexpr char kLongPasswordModule[] = "device1_2";
 
-constexpr int kMostUsers = static_cast<int>(std::extent_v<decltype(AccountSettings::user_name)>) - 1;
-
-constexpr std::string_view kBlanks = " \t\r\n";
-
-// White space in the base64 text does not count.
+// Ignores white space in the base64 text.
 std::optional<std::string> decode(std::string_view encoded) {
   std::string compact{encoded};
-  std::erase_if(compact, [](char c) { return kBlanks.find(c) != kBlanks.npos; });
-  std::optional<std::string> password = decodeBase64(compact);
-  const bool isPassword =
-      password && hasLength(*password, 0, 30) && consistsOf(*password, kAlnum, kPunctuationText);
-  return isPassword ? password : std::nullopt;
+  std::erase_if(compact, [](char c) { return consistsOf({&c, 1}, {}, " \t\r\n"); });
+  return decodePassword(compact);
 }
 
 bool isEncoded(std::string_view encoded) {
@@ -62,15 +52,16 @@ class UserModEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
       return refuse("group", "not that of the account");
     const std::string password = decode(wanted.encoded).value_or("");
     AccountSettings changed = account_;
+    slot_ = isAdmin_ ? 0 : findUser(account_, wanted.name);
     int result = brand() == kLarkmoor && given("password") ? checkPassword(password) : 200;
-    if (result == 200) result = isAdmin_ ? changeAdmin(wanted, &changed) : changeUser(wanted, &changed);
+    if (result == 200 && slot_ < 0) result = addUser(wanted.name, &changed);
+    if (result == 200 && given("newname")) result = rename(wanted.newName, &changed);
     if (result != 200) return result;
     if (given("password"))
       setText(isAdmin_ ? changed.admin_password : changed.user_password[slot_], password);
     writeChanged(account_, changed);
-    result = commit();
-    if (result == 200) account_ = changed;
-    return result;
+    account_ = changed;
+    return commit();
   }
 
   std::string_view brand() const { return system_.brand; }
@@ -87,31 +78,21 @@ class UserModEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
                : refuse("password", "0 to 30 letters, digits, ! # $ % @, in base64");
   }
 
-  int changeAdmin(const Wanted& wanted, AccountSettings* changed) {
-    if (!given("newname")) return 200;
-    if (findUser(account_, wanted.newName) > 0) return refuse("newname", "taken by another account");
-    setText(changed->admin_name, wanted.newName);
-    return 200;
-  }
-
-  int changeUser(const Wanted& wanted, AccountSettings* changed) {
-    slot_ = findUser(account_, wanted.name);
-    if (slot_ < 0) return addUser(wanted, changed);
-    if (!given("newname")) return 200;
-    const int owner = findUser(account_, wanted.newName);
-    if (wanted.newName == account_.admin_name || (owner > 0 && owner != slot_))
-      return refuse("newname", "taken by another account");
-    setText(changed->user_name[slot_], wanted.newName);
-    return 200;
-  }
-
-  int addUser(const Wanted& wanted, AccountSettings* changed) {
+  int addUser(std::string_view name, AccountSettings* changed) {
     if (given("newname")) return refuse("name", "no such account to rename");
-    if (account_.user_count >= std::min<int>(account_.max_users, kMostUsers))
+    if (account_.user_count >= account_.max_users)
       return refuse("name", "there is no room for another account");
     slot_ = ++changed->user_count;
-    setText(changed->user_name[slot_], wanted.name);
+    setText(changed->user_name[slot_], name);
     setText(changed->user_password[slot_], "");
+    return 200;
+  }
+
+  int rename(std::string_view name, AccountSettings* changed) {
+    const int owner = findUser(account_, name);
+    if ((owner > 0 && owner != slot_) || (!isAdmin_ && name == account_.admin_name))
+      return refuse("newname", "taken by another account");
+    setText(isAdmin_ ? changed->admin_name : changed->user_name[slot_], name);
     return 200;
   }
 
@@ -125,7 +106,7 @@ class UserModEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   AccountSettings account_;
   SystemSettings system_;
   bool isAdmin_ = false;
-  int slot_ = 0;  // of an ordinary account
+  int slot_ = 0;  // of an ordinary account; 0 for the administrator
 };
 
 template void serve<UserModEndpoint>();

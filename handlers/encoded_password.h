@@ -1,5 +1,7 @@
-// Passwords in base64, as the action endpoints accept and report them.
+// Passwords of accounts, which requests and replies hold in base64.
 #pragma once
+
+#include <optional>
 
 #include "framework/base64.h"
 #include "framework/params.h"
@@ -9,9 +11,16 @@ namespace camera {
 // Bytes of the longest password in base64, its NUL included.
 inline constexpr std::size_t kEncodedSize = 41;
 
+// Nothing for a text that is not the base64 of 0 to 30 letters, digits and punctuation.
+inline std::optional<std::string> decodePassword(std::string_view encoded) {
+  std::optional<std::string> password = decodeBase64(encoded);
+  const bool isAccepted =
+      password && hasLength(*password, 0, 30) && consistsOf(*password, kAlnum, kPunctuationText);
+  return isAccepted ? password : std::nullopt;
+}
+
 inline bool isEncodedPassword(std::string_view encoded) {
-  const auto password = decodeBase64(encoded);
-  return password && consistsOf(*password, kAlnum, kPunctuationText);
+  return decodePassword(encoded).has_value();
 }
 
 // The field holds the encoded text, which is empty for the empty password.
