@@ -1,5 +1,4 @@
-// What all endpoints of the SD card are: of a camera that has a slot, and as good as what the card's state
-// is.
+// Base of the SD card's endpoints: 404 without a card slot, 500 if the card's state cannot be read.
 #pragma once
 
 #include "handlers/endpoint.h"
@@ -20,7 +19,7 @@ class CardEndpoint : public Base {
     return result == 200 ? readCard() : result;
   }
 
-  // A card that is ready is full, or being recorded to, where the other settings say so.
+  // Reports a ready card as full if little space is left, or else as recording if recording is on.
   int readCard() {
     const int result = this->read(card);
     if (result != 200 || card.state != kReady) return result;
@@ -34,11 +33,11 @@ class CardEndpoint : public Base {
     return 200;
   }
 
-  // Whether the card's files can be reached.
+  // True if the card's files can be read.
   bool isUsable() const { return card.state == kReady || card.state == kFull || card.state == kRecording; }
 
-  std::string cardWord() const {
-    return std::string{card.state < std::size(kCardWords) ? kCardWords[card.state] : ""};
+  std::string_view cardWord() const {
+    return card.state < std::size(kCardWords) ? kCardWords[card.state] : "";
   }
 
   void replyCard() {

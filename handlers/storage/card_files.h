@@ -1,5 +1,5 @@
-// What the endpoints share that reach the files of the SD card: the product's folder, paths and names in
-// requests, and lists of entries: "NAME|TYPE|..." with colons between them.
+// Base of the endpoints that access the SD card's files: the product's folder, paths in requests, and lists
+// of entries ("NAME|TYPE|...:NAME|TYPE|...").
 #pragma once
 
 #include <optional>
@@ -15,7 +15,7 @@ namespace camera {
 inline constexpr char kItemSeparator = ':';
 inline constexpr char kFieldSeparator = '|';
 
-// Whether nobody could tell in a list where the name ends.
+// True if the name holds a separator, so that a list cannot show where it ends.
 inline bool isUnlistable(std::string_view name) {
   return name.find(kItemSeparator) != name.npos || name.find(kFieldSeparator) != name.npos;
 }
@@ -29,7 +29,7 @@ inline bool staysBelow(std::string_view path) {
   return path.find("../") == path.npos;
 }
 
-// A path as a client gives it, into a view.
+// A client's path, stored in a std::string_view.
 template <auto... kPath>
 constexpr auto cardPathParam(const char* name, int min) {
   return textParam<kPath...>(name, min, INT32_MAX, "", kAnyBytes)
@@ -48,12 +48,12 @@ class CardFilesEndpoint : public CardEndpoint<ParamEndpoint<kParams, kTakes>> {
 
   ProductFolder productFolder() const { return {.model = system_.model}; }
 
-  // The length of the whole path of what lies at a path from the product's folder, in bytes.
+  // Bytes of the whole path of an entry, whose path is relative to the product's folder.
   std::size_t wholePathSize(std::string_view path) const {
     return kCardFolder.size() + productFolder().model.size() + path.size();
   }
 
-  // Whether the path, which opened as no folder, is a file's: one may be given, and nothing lies in it.
+  // True for a path that names a file, which is treated as an empty folder.
   bool isFile(const std::optional<std::string>& path) const {
     return path && canReadFile(productFolder(), *path);
   }

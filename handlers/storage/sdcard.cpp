@@ -1,4 +1,4 @@
-// sdcard.cgi: the state of the SD card, and its space.
+// sdcard.cgi: the state and the space of the SD card.
 #include "handlers/storage/card_endpoint.h"
 
 namespace camera {

@@ -1,4 +1,4 @@
-// sdcard_delete.cgi: deletes files and folders of the SD card, and tells of each what became of it.
+// sdcard_delete.cgi: deletes files and folders of the SD card, and reports the result of each.
 #include <algorithm>
 
 #include "handlers/storage/card_files.h"
@@ -16,13 +16,17 @@ struct Wanted {
 constexpr auto kParams = paramRows<Wanted>(textParam<&Wanted::entries>("name", 0, INT32_MAX, "", kAnyBytes),
                                            cardPathParam<&Wanted::path>("path", 0), ignoredParam("type"));
 
-// In bytes.
+// Limits in bytes.
 constexpr std::size_t kMostOfEntry = 333;
 constexpr std::size_t kMostOfName = 255;
 constexpr std::size_t kMostOfPath = 319;
 constexpr std::size_t kMostOfCommand = 333;
 
-constexpr std::string_view kEndsOfName = ":|/";
+// True if the text begins with the name, and the name ends there.
+bool beginsWithName(std::string_view text, std::string_view name) {
+  return text.starts_with(name) &&
+         (text.size() == name.size() || std::string_view{":|/"}.find(text[name.size()]) != text.npos);
+}
 
 }  // namespace
 
@@ -61,8 +65,8 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
     return 200;
   }
 
-  // Where the folder of that name has an entry whose own name the list continues with, separators included,
-  // nobody can tell which was meant: up to the end of that name nothing is deleted.
+  // The name of an entry of the card may hold separators: "a:b" in the list is then this entry, or the
+  // entries "a" and "b". If such a name starts here, nothing is deleted up to its end.
   int guardUnlistable(std::size_t begin, std::string_view name) {
     if (!isUnlistable(wanted_.entries)) return 200;
     const std::size_t folderSize = name.rfind('/') + 1;  // 0 without a slash
@@ -71,10 +75,7 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
     const std::string_view text = wanted_.entries.substr(begin + folderSize);
     for (std::size_t i = 0; i < unlistable_.size(); ++i) {
       const std::string_view whole = unlistable_.name(i);
-      const bool isMeant =
-          text.starts_with(whole) &&
-          (text.size() == whole.size() || kEndsOfName.find(text[whole.size()]) != kEndsOfName.npos);
-      if (isMeant) guardedEnd_ = std::max(guardedEnd_, begin + folderSize + whole.size());
+      if (beginsWithName(text, whole)) guardedEnd_ = std::max(guardedEnd_, begin + folderSize + whole.size());
     }
     return 200;
   }
@@ -88,12 +89,12 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
     return error == 0 ? 200 : fail(500, "the card's folder cannot be read");
   }
 
-  // What becomes of the entry, as its result says it.
-  const char* deleteEntry(std::string_view name, bool isPartOfAnother) {
+  // Deletes the entry, and returns the result that its item shows.
+  const char* deleteEntry(std::string_view name, bool isGuarded) {
     const auto entry = entryPath(folder_, name);
     EntryKind kind = EntryKind::kOther;
     if (!entry || findEntry(productFolder(), folder_ + '/' + std::string{name}, &kind) != 0) return "|n|1";
-    if (isPartOfAnother || (kind != EntryKind::kFolder && kind != EntryKind::kFile)) return "|n|2";
+    if (isGuarded || (kind != EntryKind::kFolder && kind != EntryKind::kFile)) return "|n|2";
     const bool isFolder = kind == EntryKind::kFolder;
     const bool isDeleted = isFolder ? removeFolder(*entry) : removeFile(productFolder(), *entry) == 0;
     if (isDeleted) ++deleted_;
@@ -107,10 +108,10 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
   }
 
   Wanted wanted_;
-  std::string folder_;          // from the product's folder, maybe with a slash before it
-  std::size_t guardedEnd_ = 0;  // position in the entries
-  std::string unlistableOf_;    // the folder whose entries of such names are these
-  NameList unlistable_;
+  std::string folder_;          // relative to the product's folder
+  std::size_t guardedEnd_ = 0;  // up to this position of wanted_.entries nothing is deleted
+  std::string unlistableOf_;    // the folder of unlistable_
+  NameList unlistable_;         // entries whose names hold separators
   std::string results_;
   std::int32_t deleted_ = 0;
 };

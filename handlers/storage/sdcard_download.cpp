@@ -1,4 +1,4 @@
-// sdcard_download.cgi: sends the client on to a file of the SD card.
+// sdcard_download.cgi: redirects the client to a file of the SD card.
 #include "handlers/storage/card_files.h"
 #include "platform/shell.h"
 
@@ -15,7 +15,7 @@ constexpr auto kParams = paramRows<Wanted>(cardPathParam<&Wanted::file>("file", 
 
 enum Result : int { kFound = 0, kMissing = 1, kUnreadable = 2 };
 
-// Every byte that could end the line or mean something to a client.
+// Encodes every byte that could end the header line or has a meaning in a URL.
 std::string percentEncoded(std::string_view path) {
   std::string encoded;
   for (const char& c : path) {
@@ -53,7 +53,7 @@ class SdcardDownloadEndpoint final : public CardFilesEndpoint<kParams, Takes::kC
     const auto path = folderOf(wanted_.path);
     CardFolder folder;
     if (!isUsable() || !path || folder.open(productFolder(), *path) != 0) return kMissing;
-    if (wanted_.file.empty()) return kUnreadable;  // it is the folder that was asked for
+    if (wanted_.file.empty()) return kUnreadable;  // the folder itself is requested
     EntryKind kind = EntryKind::kOther;
     const auto entry = entryPath(*path, wanted_.file);
     if (!entry || findEntry(productFolder(), *path + '/' + std::string{wanted_.file}, &kind) != 0)

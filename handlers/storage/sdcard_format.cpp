@@ -1,4 +1,4 @@
-// sdcard_format.cgi: formats the SD card and gives it the product's folder.
+// sdcard_format.cgi: formats the SD card and creates the product's folder on it.
 #include <sys/wait.h>
 
 #include <algorithm>
@@ -8,6 +8,7 @@
 #include "platform/card/card.h"
 #include "platform/shell.h"
 #include "platform/store/records/system.h"
+#include "platform/text.h"
 
 namespace camera {
 namespace {
@@ -17,7 +18,7 @@ constexpr std::size_t kMostPath = 31;  // characters of the folder's path
 
 constexpr auto kParams = paramRows<Confirmation>(confirmationParam("format"));
 
-// The model's name names the folder, which can be no other than one of the card's own.
+// The folder has the model's name, which may not lead out of the card.
 void makeProductFolder(std::string_view model) {
   if (!isFolderName(model)) return;
   std::string path{kCardFolder};
@@ -33,18 +34,18 @@ class SdcardFormatEndpoint final : public CardEndpoint<StateEndpoint<kParams, Ta
 
   int carryOut(Confirmation& /*wanted*/) override {
     int result = readCard();
-    if (result == 200) result = checkThatItMay();
+    if (result == 200) result = checkState();
     if (result != 200) return result;
     if (WEXITSTATUS(runShell(kFormat)) != 0) runShell(kFormat);
     awaitMount();
     result = readCard();
     SystemSettings system;
     if (result == 200) result = read(system);
-    if (result == 200) makeProductFolder({system.model, strnlen(system.model, sizeof system.model)});
+    if (result == 200) makeProductFolder(textOf(system.model));
     return result;
   }
 
-  int checkThatItMay() {
+  int checkState() {
     if (card.state == kProtected) return fail(409, "SD Card is in write protected");
     if (card.state == kFormatting) return fail(409, "SD Card is in formatting.");
     RecordingSettings recording;

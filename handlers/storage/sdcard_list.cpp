@@ -11,8 +11,8 @@ namespace {
 constexpr const char* kTypes[] = {"video", "picture"};
 constexpr const char* kPageSizes[] = {"5", "10", "15", "20", "50", "100"};
 
-constexpr std::size_t kMostItemBytes = 271;   // with its separator
-constexpr std::size_t kMostPathBytes = 575;   // of an entry
+constexpr std::size_t kMostItemBytes = 271;   // of an item with its separator
+constexpr std::size_t kMostPathBytes = 575;   // of an entry's whole path
 constexpr std::int64_t kBytesPerUnit = 1024;  // of the sizes in a list
 
 struct Wanted {
@@ -27,12 +27,8 @@ constexpr auto kParams =
                       choiceParam<&Wanted::pageSize>("pagesize", kPageSizes).storingNumber(),
                       cardPathParam<&Wanted::path>("path", 0), choiceParam<&Wanted::type>("type", kTypes));
 
-std::int32_t clamped(std::int64_t number) {
-  return static_cast<std::int32_t>(std::min<std::int64_t>(number, INT32_MAX));
-}
-
 void addItem(std::string* items, std::string_view name, std::string_view type, std::int64_t number) {
-  nextItem(items).append(name).append(type).append(Decimal(clamped(number)).text());
+  nextItem(items).append(name).append(type).append(Decimal(std::min<std::int64_t>(number, INT32_MAX)).text());
 }
 
 }  // namespace
@@ -61,10 +57,10 @@ class SdcardListEndpoint final : public CardFilesEndpoint<kParams> {
     NameList names;
     if (const int error = folder.list(isVisible, &names); error != 0) return refuseFolder(error);
     const auto pageSize = static_cast<std::size_t>(wanted_.pageSize);
-    const std::size_t pages = (names.size() + pageSize - 1) / pageSize;
     const auto page = static_cast<std::size_t>(wanted_.page);
-    totalFiles_ = clamped(static_cast<std::int64_t>(names.size()));
-    totalPages_ = clamped(static_cast<std::int64_t>(pages));
+    const std::size_t pages = (names.size() + pageSize - 1) / pageSize;
+    totalFiles_ = static_cast<std::int32_t>(names.size());
+    totalPages_ = static_cast<std::int32_t>(pages);
     if (page > pages) return 200;
     const std::size_t first = pageSize * (page - 1);
     const std::size_t count = std::min(pageSize, names.size() - first);
@@ -73,7 +69,7 @@ class SdcardListEndpoint final : public CardFilesEndpoint<kParams> {
     return listEntries(folder, names, first, count);
   }
 
-  // Folders come before files.
+  // Lists folders before files.
   int listEntries(const CardFolder& folder, const NameList& names, std::size_t first, std::size_t count) {
     std::string files;
     for (std::string* items : {&items_, &files}) items->reserve(count * kMostItemBytes);
