@@ -1,21 +1,19 @@
-// The checks that parameter rows and endpoints are made of, on both sides of their limits.
+// Checks on texts, on both sides of their limits.
 #include "framework/checks.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <random>
 #include <tuple>
 
 #include "framework/base64.h"
-#include "platform/shell.h"
 
 namespace camera::test {
 namespace {
 
 using namespace std::string_literals;
 
-// What a check accepts and what it refuses, separated by bars.
+// Each row has a check, texts that it accepts and texts that it rejects, separated by bars.
 TEST(Checks, AcceptOnly) {
   using Text = std::string_view;
   const std::tuple<bool (*)(Text), std::string, std::string> rows[] = {
@@ -43,36 +41,28 @@ TEST(Checks, AcceptOnly) {
   }
 }
 
-TEST(Checks, OfADateKnowTheCalendar) {
+TEST(Checks, KnowTheCalendar) {
   const std::tuple<int, int, int, bool> rows[] = {
-      {2024, 2, 29, true},  {2023, 2, 29, false}, {1900, 2, 29, false},
-      {2000, 2, 29, true},  {2023, 12, 31, true}, {2023, 4, 31, false},
-      {2023, 13, 1, false}, {2023, 0, 1, false},  {2023, 1, 0, false}};
+      {2024, 2, 29, true},  {2023, 2, 29, false}, {1900, 2, 29, false}, {2000, 2, 29, true},
+      {9999, 12, 31, true}, {1, 4, 30, true},     {10000, 1, 1, false}, {0, 1, 1, false},
+      {2023, 4, 31, false}, {2023, 13, 1, false}, {2023, 0, 1, false},  {2023, 1, 0, false}};
   for (const auto& [year, month, day, expected] : rows)
     EXPECT_EQ(isCalendarDate(year, month, day), expected) << year << "-" << month << "-" << day;
 }
 
-TEST(Base64, GivesEveryByteStringBackAndRefusesWhatItDoesNotWrite) {
-  std::mt19937 random(1);
-  for (std::size_t length = 0; length < 70; ++length) {
-    std::string data(length, '\0');
-    for (char& c : data) c = static_cast<char>(random());
-    const std::string encoded = encodeBase64(data);
-    ASSERT_EQ(encoded.size(), (length + 2) / 3 * 4);
-    EXPECT_EQ(decodeBase64(encoded), data);
+TEST(Base64, DecodesWhatItEncodesAndNothingElse) {
+  const std::pair<std::string, const char*> rows[] = {{"", ""},
+                                                      {"\0"s, "AA=="},
+                                                      {"ab", "YWI="},
+                                                      {"\xFB\xFF\xBE", "+/++"},
+                                                      {"pass words", "cGFzcyB3b3Jkcw=="}};
+  for (const auto& [bytes, text] : rows) {
+    EXPECT_EQ(encodeBase64(bytes), text);
+    EXPECT_EQ(decodeBase64(text), bytes) << text;
   }
   for (const char* bad :
        {"c2VjcmV0c2Vj1", "ab", "ab=c", "====", "a===", "ab*=", "c2V=c2V0", "c2Vj\n", "YR=="})
     EXPECT_FALSE(decodeBase64(bad)) << bad;
-}
-
-TEST(ShellTexts, StayBetweenTheirQuotes) {
-  const std::string hostile = "a'; echo injected; '$(echo x)`id`\\\"\n b\0c"s;
-  FILE* pipe = popen(("printf %s '" + shellQuoted(hostile) + "'").c_str(), "r");
-  char output[100];
-  const std::size_t size = fread(output, 1, sizeof output, pipe);
-  pclose(pipe);
-  EXPECT_EQ(std::string(output, size), "a'; echo injected; '$(echo x)`id`\\\"\n b");
 }
 
 }  // namespace

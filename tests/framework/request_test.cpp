@@ -1,4 +1,4 @@
-// Reading a request: query string and form body; and the bytes of a reply.
+// Requests, read from query string and form body, and the bytes of a reply.
 #include "framework/request.h"
 
 #include <gtest/gtest.h>
@@ -50,11 +50,9 @@ TEST(Request, ReadsABodyOnlyWhenItIsAFormOfTheLengthItSays) {
       {"", {{"QUERY_STRING", longest}}, {{"a", longest.substr(2)}}, ""},
       {"", {{"QUERY_STRING", longest + "x"}}, none, "query: at most 65536 bytes"},
       {"a=1", {{"CONTENT_TYPE", "text/plain"}}, none, kForm},
-      {"a=1", {{"CONTENT_TYPE", ""}}, none, kForm},
       {"a=1", {{"REQUEST_METHOD", "PUT"}}, none, kForm},
       {"a=1", {{"CONTENT_LENGTH", "4"}, {"QUERY_STRING", "b=2"}}, none, kShort},
       {"a=1", {{"CONTENT_LENGTH", "-3"}}, none, kLength},
-      {"a=1", {{"CONTENT_LENGTH", "99999999999999999999"}}, none, kLength},
   };
   for (const auto& [body, changes, params, error] : rows) {
     CgiInput input = post(body);
