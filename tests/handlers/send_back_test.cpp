@@ -1,8 +1,8 @@
 // What an endpoint shows it also accepts: on every product of the virtual camera, each value that a new
 // camera shows under the name of a parameter is sent back, alone and with all the others.
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <set>
 #include <sstream>
 
 #include "framework/endpoint_table.h"
@@ -11,48 +11,27 @@
 namespace camera::test {
 namespace {
 
-using Lines = std::vector<std::string>;
-
-Lines linesOf(const std::string& text, char end) {
-  std::istringstream rest{text};
-  Lines lines;
-  for (std::string line; std::getline(rest, line, end);)
-    if (!line.empty() && line[0] != '#') lines.push_back(line);
-  return lines;
-}
-
-Lines linesOfFile(const std::filesystem::path& path) {
-  std::ifstream file{path};
-  return linesOf({std::istreambuf_iterator<char>{file}, {}}, '\n');
-}
-
 const std::vector<std::filesystem::directory_entry> kProducts{
     std::filesystem::directory_iterator{CAMERA_SOURCE_DIR "/virtual-camera/products"}, {}};
+
+// The lines of a file of the product, each after that word, with one = for " = " and a + for other spaces.
+std::string wordsOf(const std::filesystem::path& path, const std::string& before) {
+  std::ifstream file{path};
+  std::string words;
+  for (std::string line; std::getline(file, line);) {
+    if (line.empty() || line[0] == '#') continue;
+    if (const std::size_t equals = line.find(" = "); equals != line.npos) line.replace(equals, 3, "=");
+    std::replace(line.begin(), line.end(), ' ', before.empty() ? '.' : '+');
+    words.append(" ").append(before).append(line);
+  }
+  return words;
+}
 
 // A new camera of that product, in the words of a test's state. Its clock is set, and its day/night switch
 // leaves the LEDs to the client.
 std::string stateOf(const std::filesystem::path& product) {
-  std::string state = "ir.icr_mode=1 curtime.year=2024 curtime.month=2 curtime.day=29 product=";
-  for (std::string line : linesOfFile(product / "product.conf")) {
-    line.erase(line.find(" ="), 1).erase(line.find("= ") + 1, 1);
-    std::replace(line.begin(), line.end(), ' ', '+');
-    state += " product." + line;
-  }
-  for (std::string line : linesOfFile(product / "settings")) {
-    line[line.find(' ')] = '.';
-    state += " " + line;
-  }
-  return state;
-}
-
-std::string asQuery(const std::string& line) {
-  std::string query;
-  for (const char c : line) {
-    char escape[4];
-    std::snprintf(escape, sizeof escape, "%%%02x", static_cast<unsigned char>(c));
-    query += c == '=' && query.find('=') == query.npos ? "=" : std::isalnum(c) != 0 ? std::string{c} : escape;
-  }
-  return query;
+  return "ir.icr_mode=1 curtime.year=2024 curtime.month=2 curtime.day=29 product=" +
+         wordsOf(product / "product.conf", "product.") + wordsOf(product / "settings", "");
 }
 
 // True if the refusal is about something else than the value.
@@ -63,13 +42,15 @@ bool isOther(const std::string& line, const std::string& refusal) {
 
 void sendBack(const std::string& cgi, const std::string& plain) {
   const std::string shown = request(cgi, plain).body;
+  std::istringstream lines{shown};
   std::string all = plain;
-  for (const std::string& line : linesOf(shown, '&')) {
-    const std::string query = plain + "&" + asQuery(line);
-    const Reply reply = request(cgi, query);
+  for (std::string line; std::getline(lines, line, '&');) {
+    for (std::size_t at = 0; (at = line.find_first_of("+%", at)) != line.npos; at += 3)
+      line.replace(at, 1, line[at] == '+' ? "%2B" : "%25");
+    const Reply reply = request(cgi, plain + "&" + line);
     if (isOther(line, reply.body)) continue;
-    EXPECT_EQ(reply.status, 200) << cgi << "?" << query << " " << reply.body;
-    all += "&" + asQuery(line);
+    EXPECT_EQ(reply.status, 200) << cgi << "?" << plain << "&" << line << " " << reply.body;
+    all += "&" + line;
   }
   EXPECT_EQ(request(cgi, all).status, 200) << cgi << "?" << all;
   EXPECT_EQ(request(cgi, plain).body, shown);
