@@ -29,7 +29,6 @@ TEST(Info, ReportsTheInterfaceThatLeadsOutside) {
                  {"", "ra0=10.0.0.3", ""},
                  {"", "eth0= ra0=10.0.0.3", "ipaddr=10.0.0.3"}});
   kInfo.refuses("!", "eth0=", 500);
-  kInfo.refuses("a=1", "eth0=");
 }
 
 TEST(CameraInfo, TakesANameWithoutASpaceAndALocationWithSome) {
@@ -44,10 +43,11 @@ TEST(CameraInfo, TakesANameWithoutASpaceAndALocationWithSome) {
   cameraInfo.refuses("name= name=a+b name=new&!other=1 name=n" + name + " location=~" + place);
 }
 
-TEST(DgtalkieInfo, TakesNoParameter) {
+TEST(ReadOnly, AnswersTheSameLines) {
   const Endpoint dgtalkie{"dgtalkie_info.cgi", "", "dgtalkie=yes&supports=0x01,0x02,0x03,0x04,0x05,0x06"};
   dgtalkie.accepts("");
-  dgtalkie.refuses("dgtalkie=yes");
+  const Endpoint signal{"wlansignal.cgi", "rssi=-42", "signal=-42"};
+  signal.accepts("");
 }
 
 const Endpoint kHttpPort{"httpport.cgi", "httpsvr.http_port=80 httpsvr.alt_port=8443 rtspsvr.rtsp_port=554",
@@ -57,57 +57,33 @@ TEST(HttpPort, TakesAPortThatNoServerUses) {
   kHttpPort.accepts({{"httpport=65535"}, {"httpport=80-", "", ""}, {"httpport=81-7", "", "httpport=81"}});
   kHttpPort.refuses(
       "httpport=0 httpport=65536 httpport= httpport=80a httpport=-80 httpport=--80 httpport=- httpport=+80 "
-      "httpport=80%00 httpport=4294967376 httpport=554 httpport=8443 httpport=8080&!other=1 "
-      "a=1&httpport=8080");
+      "httpport=80%00 httpport=4294967376 httpport=554 httpport=8443 httpport=8080&!other=1");
   kHttpPort.refuses("httpport=80", "httpsvr.alt_port=80");  // the stored values collide already
   kHttpPort.refuses("httpport=80", "rtspsvr.rtsp_port=80");
 }
 
+// Some lines of the survey are of networks that the camera cannot join, the last seven of none.
+const Endpoint kSurvey{
+    "wlansurvey.cgi",
+    "site=A+b,NONE,OPEN,Infra,1,-50 site=B,WEP,OPEN,Adhoc,14,-51 site=B,WEP,SHARED,infra,2,-80 "
+    "site=,NONE,OPEN,Infra,8,-60 site=H,AES,WPA,Infra,8,-60 site=H,WPA2,WPA2-PSK,Infra,8,-60 "
+    "site=H,NONE,SHARED,Infra,8,-60 site=D,AES,WPA2-PSK,Infra,4,-81 site=E,TKIP,WPA-PSK,,5,-90 "
+    "site=F,NONE,WPA-PSK,Infra,7,-91 site=H,NONE,OPEN,Infra,8,-60, site=H,NONE,OPEN,Infra,8,-60x "
+    "site=H,123456789012,OPEN,Infra,8,-60 site=H,NONE,OPEN,Infra,,-60 "
+    "site=H,NONE,OPEN,123456789012,8,-60 site=H,NONE,OPEN,Infra,2147483648,-60 "
+    "site=12345678901234567890123456789012345678901234567890123456,NONE,OPEN,Infra,1,-50",
+    "ssid=A b&signal=100&mode=infrastructure&channel=1&auth=open&encryption=none&"
+    "ssid=B&signal=99&mode=Ad-hoc&channel=14&auth=open&encryption=WEP&"
+    "ssid=B&signal=24&mode=Ad-hoc&channel=2&auth=shared&encryption=WEP&"
+    "ssid=D&signal=23&mode=infrastructure&channel=4&auth=WPA2-PSK&encryption=AES&"
+    "ssid=E&signal=0&mode=Ad-hoc&channel=5&auth=WPA-PSK&encryption=TKIP&"
+    "ssid=F&signal=0&mode=infrastructure&channel=7&auth=WPA-PSK&encryption=none"};
+
 TEST(WlanSurvey, ListsTheNetworksThatTheCameraCanJoin) {
-  const Endpoint survey{"wlansurvey.cgi"};
-  const std::string longName = " site=" + std::string(56, 's') + ",NONE,OPEN,Infra,1,-50";
-  survey.accepts(
-      {{"", "site=A+b,NONE,OPEN,Infra,1,-50",
-        "ssid=A b&signal=100&mode=infrastructure&channel=1&auth=open&encryption=none"},
-       {"", "site=B,WEP,OPEN,Adhoc,14,-51",
-        "ssid=B&signal=99&mode=Ad-hoc&channel=14&auth=open&encryption=WEP"},
-       {"", "site=B,WEP,SHARED,infra,2,-80",
-        "ssid=B&signal=24&mode=Ad-hoc&channel=2&auth=shared&encryption=WEP"},
-       {"", "site=D,AES,WPA2-PSK,Infra,4,-81",
-        "ssid=D&signal=23&mode=infrastructure&channel=4&auth=WPA2-PSK&encryption=AES"},
-       {"", "site=E,TKIP,WPA-PSK,,5,-91",
-        "ssid=E&signal=0&mode=Ad-hoc&channel=5&auth=WPA-PSK&encryption=TKIP"},
-       {"",
-        "site=,NONE,OPEN,Infra,8,-60 site=H,AES,WPA,Infra,8,-60 site=H,WPA2,WPA2-PSK,Infra,8,-60 "
-        "site=H,NONE,SHARED,Infra,8,-60" +
-            longName,
-        ""},
-       // What is no line of the survey's.
-       {"",
-        "site=H,NONE,OPEN,Infra,8,-60, site=H,NONE,OPEN,Infra,8,-60x site=H,123456789012,OPEN,Infra,8,-60 "
-        "site=H,NONE,OPEN,Infra,,-60 site=H,NONE,OPEN,123456789012,8,-60 "
-        "site=H,NONE,OPEN,Infra,2147483648,-60",
-        ""}});
-  scripted().reset(longName +
-                   " site=F,NONE,WPA-PSK,Infra,7,-2147483648 site=H,AES,WPA,,8,-60 "
-                   "site=G,NONE,OPEN,,2,-90");
-  EXPECT_EQ(request("wlansurvey.cgi", "").body,
-            "ssid=F&signal=0&mode=infrastructure&channel=7&auth=WPA-PSK&encryption=none&"
-            "ssid=G&signal=0&mode=Ad-hoc&channel=2&auth=open&encryption=none");
-}
-
-TEST(WlanSurvey, IsRefusedBeforeItListens) {
-  const Endpoint survey{"wlansurvey.cgi"};
-  survey.refuses("ssid=A");
-  survey.refuses("!", "product.wireless=0", 404);
-  survey.refuses("a=1", "product.unreadable=1");
+  kSurvey.accepts("");
+  kSurvey.refuses("!", "product.wireless=0", 404);
+  kSurvey.refuses("a=1", "product.unreadable=1");
   EXPECT_EQ(scripted().history({"ask"}), "");
-}
-
-TEST(WlanSignal, IsTheDriversNumber) {
-  const Endpoint signal{"wlansignal.cgi", "rssi=-42", "signal=-42"};
-  signal.accepts("");
-  signal.refuses("signal=1");
 }
 
 TEST(SystemCommand, StartsOnGoAlone) {
@@ -133,13 +109,13 @@ const Endpoint kDatetime{
     .readsBack = false};
 constexpr char kNtp[] = "set ntp";
 
-constexpr char kClock[] = "set curtime";
 constexpr char kShownTime[] = "&date=2024-03-05&time=07:08:09";
 
 TEST(Datetime, SetsTheClockByHandAloneAndStoresTheZoneAndItsRules) {
-  kDatetime.accepts("method=2&date=2024-02-29&time=13:05:00 method=2&date=2037-12-31&time=23:59:59", "",
-                    kClock);
-  kDatetime.accepts("method=2&date=1969-01-01&time=00:00:00&timezone=1", "", "set tzone set curtime");
+  kDatetime.accepts(
+      "method=2&date=2024-02-29&time=13:05:00 method=2&date=1969-01-01&time=00:00:00 "
+      "method=2&date=2037-12-31&time=23:59:59",
+      "", "set curtime");
   kDatetime.accepts("method=1&timeserver=ntp-1.example_x", "", kNtp);
   kDatetime.accepts("method=0&timeserver=", "ntp.method=1 ntp.timeserver=a.b", kNtp);
   kDatetime.accepts(
@@ -149,11 +125,9 @@ TEST(Datetime, SetsTheClockByHandAloneAndStoresTheZoneAndItsRules) {
                      {"method=2&date=2037-1-2&time=3:4:5", "ntp.method=1",
                       "method=2&date=2037-01-02&time=03:04:05", "set curtime set ntp"},
                      {"date=2024-02-29&time=13:05:00", "", ""},
-                     {"method=1&date=2024-02-29", "ntp.timeserver=a.b", "method=1", kNtp},
                      {"offset=-0:30", "", "offset=0:30"},
                      {"", "tzone.offset=-02:00", "offset=02:00"},
                      {"stoptime=1.1.0/0:0", "", "stoptime=1.1.0/0:0:00"},
-                     {"starttime=3.5.0/02:00", "", ""},
                      {"starttime=03.2.0/02:00", "", "starttime=3.2.0/02:00:00"}});
   EXPECT_EQ(scripted().stored("tzone.starttime"), "M3.2.0/02:00");
 }

@@ -61,14 +61,14 @@ TEST(Notify, TellsWhatThePackagesOfFourSecondsTold) {
       {"", "package=0,0x4 package=1,0x4,1", "pir=on"},
       {"", "package=0,0x4,0x10 package=1,0x2,0x20", "pir=off&storagefail=on"},
       {"", "package=0,0x2,0x20 package=1,0x4,0x10", "pir=off&storagefull=on"},
-      {"", "package=0,0x4000,0,261", "audio_detected=on&audio_detect_val=5"},
-      {"", "package=0,0x820000,0,-1", "audio_detect_val=255&mic_muted=on"},
+      {"", "package=0,0x4000,0,261 package=1,0x20000,0,7",
+       "audio_detected=on&audio_detect_val=5&mic_muted=on"},
+      {"", "package=0,0x810000,0,-1", "audio_detect_val=255&speaker_occupied=on"},
       {"", "package=0,0xFFFFFFFF,0xFFFFFFFF,-1,1",
        "md1=on&mdv1=-1&pir=on&storagefail=on&recording=off&input1=on&input2=on&output1=on&audio_detected=on&"
        "audio_detect_val=255&speaker_occupied=on&mic_muted=on"},
   });
   EXPECT_EQ(daemons().mask, 0x8340F7U);
-  kNotify.refuses("md1=on");
 }
 
 TEST(Notify, AsksForTheOutputsThatNoPackageSwitchedOn) {
@@ -95,7 +95,6 @@ TEST(EnvSoundLevel, IsTheFirstReportOfTwoSeconds) {
   level.accepts(
       {{"", "package=1999,0x800000,0,255", "audio_detect_val=255"}, {"", "package=2000,0x800000,0,255"}});
   EXPECT_EQ(daemons().mask, 0x800000U);
-  level.refuses("audio_detect_val=1");
 }
 
 TEST(EventInfo, JoinsEveryTriggerWithEveryHandlerOfTheProduct) {
@@ -108,7 +107,6 @@ TEST(EventInfo, JoinsEveryTriggerWithEveryHandlerOfTheProduct) {
                  "num=8&name=schedule-cifs_rec,schedule-mail_shot,schedule-ftp_shot,md1-cifs_rec-event,md1-"
                  "mail_shot-event,md1-ftp_shot-event,md1-output1-event,md1-output2-event&events=schedule,md1&"
                  "handlers=cifs_rec,mail_shot,ftp_shot,output1,output2"}});
-  info.refuses("name=1");
   info.refuses("name=1", "product.unreadable=1", 500);
 }
 
@@ -169,9 +167,7 @@ TEST(ActionPassword, TravelsInBase64) {
   for (const Endpoint& endpoint : {kFtp, kMail}) {
     endpoint.accepts("pass= pass=c2VjcmV0 pass=cA==");
     endpoint.accepts({{"pass=fj8%2B", "", "pass=fj8+"}, {kEncoded}});
-    endpoint.refuses(
-        "pass=cA pass=c pass=cA= pass=cB== pass=c2Vj+cmV0 pass=AA== pass=IA== pass=w6Q= pass=%00");
-    endpoint.refuses(kEncoded + "YQ==");
+    endpoint.refuses("pass=cA pass=AA== pass=IA== pass=w6Q= pass=%00 " + kEncoded + "YQ==");
   }
   kMail.accepts(kEncoded);
   EXPECT_EQ(scripted().stored("smtp.pass"), std::string(30, 'a'));
@@ -196,6 +192,8 @@ TEST(Motion, TakesItsFiveParameters) {
       "enable=on mbmask=000 mbmask=00000 mbmask=000g mbmask= sensitivity=101 sensitivity=-1 pir=maybe "
       "pir_sensitivity=30 pir_sensitivity=150 "
       "enable=yes&mbmask=00ff&sensitivity=1&pir=yes&pir_sensitivity=0&!colour=red");
+  const char* none = "product.has_pir=0";
+  kMotion.accepts({{"", none, "-pir"}, {"pir=maybe&sensitivity=1", none, "sensitivity=1"}});
   kMotion.refuses("sensitivity=7&!pir_sensitivity sensitivity=7&!pir_sensitivity=1",
                   "motiond.pir_sensitivity=30");
 }
@@ -209,12 +207,6 @@ TEST(Motion, IsOnOnlyWhereItWatchesSomethingAndCan) {
   kMotion.refuses("!mbmask=0000 !mbmask=0000&enable=yes", "motiond.enable=1");
   kMotion.refuses("sensitivity=7&!enable pir=yes&!enable", "motiond.enable=1 profile.display_system=1");
   kMotion.refuses("enable=yes&!mbmask", "motiond.mbmask=");
-}
-
-TEST(Motion, WithoutASensorPirIsKnownAndIgnored) {
-  const char* kNone = "product.has_pir=0";
-  kMotion.accepts(
-      {{"", kNone, "-pir"}, {"pir=maybe", kNone, ""}, {"pir=yes&sensitivity=1", kNone, "sensitivity=1"}});
 }
 
 TEST(AudioDetection, TakesOnlyItsWords) {

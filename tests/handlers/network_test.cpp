@@ -22,11 +22,9 @@ const Endpoint kDdns{"ddns.cgi", kState, "ddns=off&provider=dyndns&host=dh&user=
 
 TEST(Network, ChangesWhatIsNamedAndNothingElse) {
   kNetwork.accepts(
-      "httpport=80&dhcp=off&pppoeuser=pu dhcp=on&ip=10.1.0.2&netmask=255.255.0.0 "
-      "gateway=10.0.0.9&dns1=&dns2=");
+      "httpport=80&dhcp=off dhcp=on&ip=10.1.0.2&netmask=255.255.0.0 gateway=10.0.0.9&dns1=&dns2=");
   kNetwork.accepts("upnp=on&httpexternalport=1&rtspexternalport=65535", "", "set upnp");
-  kNetwork.accepts("httpport=443", "", "set httpsvr");  // the second port as well
-  kNetwork.accepts("rtspport=80&httpport=554", "", "set httpsvr set rtspsvr");
+  kNetwork.accepts("rtspport=80&httpport=443", "", "set httpsvr set rtspsvr");  // the second port as well
   // What was stored in a clash or incomplete stays as it is until the request names it.
   kNetwork.accepts("upnp=on", "httpsvr.http_port=554 upnp.http_external_port=8554", "set upnp");
   kNetwork.accepts("dhcp=on", "ddns.enable=1 ddns.host= pppoe.enable=1 pppoe.user=");
@@ -51,20 +49,15 @@ TEST(Network, HoldsTheClientsToTheRulesOfTheirOwnEndpoints) {
 TEST(PPPoE, IsNeverOnWithoutAUser) {
   const std::string user(32, 'u');
   const std::string pass(60, '~');
-  kPppoe.accepts({{"user="},
-                  {"pppoe=on&user=you", "pppoe.user="},
-                  {"user=&pppoe=off", "pppoe.enable=1"},
-                  {"pass=", "pppoe.enable=1"},
-                  {"user=" + user + "&pass=" + pass}});
-  kPppoe.refuses("pppoe=On user=a+b user=u" + user + " pass=~" + pass + " pppoe=on&!user=");
+  kPppoe.accepts({{"pppoe=on&user=you", "pppoe.user="}, {"user=" + user + "&pass=" + pass}});
+  kPppoe.refuses("pppoe=On user=a+b pass=a+b user=u" + user + " pass=~" + pass);
   kPppoe.refuses("!pppoe=on&!user", "pppoe.user=");
-  kPppoe.refuses("user=", "pppoe.enable=1");
 }
 
 TEST(Ddns, IsNeverOnWithoutAllItsTexts) {
   const std::string host(36, 'h');
   const std::string text(30, '~');
-  kDdns.accepts("ddns=on&provider=velkorddns ddns=off&host=dh host=A9_-.z");
+  kDdns.accepts("ddns=on&provider=velkorddns host=A9_-.z");
   kDdns.accepts({{"ddns=on&host=h&user=u&pass=p", "ddns.host= ddns.user= ddns.password="},
                  {"user=u", "ddns.enable=1 ddns.host="},
                  {"host=&user=&pass=&ddns=off", "ddns.enable=1"},
@@ -83,6 +76,12 @@ const Endpoint kWireless{
     "enable=on&mode=managed&essid=Net&chpatterns=11111111111&channel=1&auth=open&encryption=none",
     "set wireless"};
 
+// Stored states, with auth and encryption as numbers.
+const std::string kMixed = "wireless.auth=6 wireless.encryption=1 wireless.key=w-e-p";
+const std::string kSharedWep = "wireless.auth=1 wireless.encryption=1 wireless.key=w-e-p";
+const std::string kWpa = "wireless.auth=2 wireless.encryption=3 wireless.key=passphrase";
+const std::string kAdHocWpa = "wireless.mode=1 " + kWpa;
+
 TEST(Wireless, ChecksEachValue) {
   const std::string hex64 = "0123456789abcdefABCDEF0123456789abcdefABCDEF0123456789abcdefABCD";
   const std::string hex26 = hex64.substr(0, 26);
@@ -90,25 +89,19 @@ TEST(Wireless, ChecksEachValue) {
   const std::string longest(32, 'n');
   const std::string punctuation = R"( !"#$%&'()*+,-./:;<=>?@[\]^_`{|}~)";
   const std::string encoded = R"(%20!"%23$%25%26'()*%2B,-./:;<=>?@[\]^_`{|}~)";
-  const std::string wpa = "auth=WPA2-PSK&encryption=AES&";
-  const std::string wep = "auth=shared&encryption=WEP&";
-  const std::string wepReply = "auth=open&encryption=WEP&format=";
-  kWireless.accepts(
-      {{"enable=off&essid=" + longest},
-       {wpa + "passphrase=8 charac", "", wpa + "passphrase=8 charac"},
-       {wpa + "passphrase=" + encoded, "", wpa + "passphrase=" + punctuation},
-       {wpa + "passphrase=" + hex63, "", wpa + "passphrase=" + hex63},
-       {wpa + "passphrase=" + hex64, "", wpa + "passphrase=" + hex64},
-       {wep + "key1=a+%7b%25x", "", wepReply + "ASCII&keylength=64&activekey=1&key1=a {%x"},
-       {wep + "key1=012345abCD", "", wepReply + "hex&keylength=64&activekey=1&key1=012345abCD"},
-       {wep + "key1=thirteen+char", "", wepReply + "ASCII&keylength=128&activekey=1&key1=thirteen char"},
-       {wep + "key1=" + hex26, "", wepReply + "hex&keylength=128&activekey=1&key1=" + hex26}});
-  // The table of words for auth has gaps; keys are checked where they are not used, too.
-  kWireless.refuses("auth= activekey=2 enable=ON mode=adhoc encryption=wep essid= essid=n" + longest +
-                    " key1=four passphrase=short");
-  for (const std::string& bad : {std::string{"1234567"}, std::string{"with%09tab"}, "g" + hex63, "0" + hex64})
-    kWireless.refuses(wpa + "!passphrase=" + bad);
-  for (const char* bad : {"012345abCG", "elevenchars"}) kWireless.refuses(wep + "!key1=" + bad);
+  kWireless.accepts({{"enable=off&essid=" + longest},
+                     {"passphrase=8 charac", kWpa, "passphrase=8 charac"},
+                     {"passphrase=" + encoded, kWpa, "passphrase=" + punctuation},
+                     {"passphrase=" + hex63, kWpa},
+                     {"passphrase=" + hex64, kWpa},
+                     {"key1=a+%7b%25x", kMixed, "key1=a {%x"},
+                     {"key1=012345abCD", kMixed, "format=hex&key1=012345abCD"},
+                     {"key1=thirteen+char", kMixed, "keylength=128&key1=thirteen char"},
+                     {"key1=" + hex26, kMixed, "format=hex&keylength=128&key1=" + hex26}});
+  // The words for auth have gaps; keys are checked even where they are not used.
+  kWireless.refuses("auth= activekey=2 enable=ON mode=adhoc encryption=wep essid= essid=n" + longest);
+  kWireless.refuses("key1=four key1=012345abCG key1=elevenchars passphrase=1234567 passphrase=with%09tab");
+  kWireless.refuses("passphrase=g" + hex63 + " passphrase=0" + hex64);
 }
 
 TEST(Wireless, AppliesAChannelOfTheRegionInAdHocModeAlone) {
@@ -131,20 +124,12 @@ TEST(Wireless, AppliesAChannelOfTheRegionInAdHocModeAlone) {
   }
 }
 
-// Whether and how mode, authentication, encryption and keys fit together. A name that begins with k is a
-// stored state; auth and encryption are stored as numbers.
-const std::string kMixed = "wireless.auth=6 wireless.encryption=1 wireless.key=w-e-p";
-const std::string kSharedWep = "wireless.auth=1 wireless.encryption=1 wireless.key=w-e-p";
-const std::string kWpa = "wireless.auth=2 wireless.encryption=3 wireless.key=passphrase";
-const std::string kWpa2 = "wireless.auth=5 wireless.encryption=2 wireless.key=passphrase";
-constexpr char kAdHoc[] = "wireless.mode=1 ";
-
 TEST(Wireless, RefusesWhatDoesNotFitTogether) {
   kWireless.refuses("mode=ad-hoc", kWpa);
   kWireless.refuses("mode=ad-hoc", "wireless.auth=5");
   kWireless.refuses("mode=ad-hoc", "wireless.encryption=2");
   kWireless.refuses("!mode=ad-hoc&auth=WPA-PSK !mode=ad-hoc&encryption=AES");
-  kWireless.refuses("auth=WPA-PSK auth=WPA2-PSK&passphrase=12345678 encryption=AES", kAdHoc + kWpa);
+  kWireless.refuses("auth=WPA-PSK auth=WPA2-PSK&passphrase=12345678 encryption=AES", kAdHocWpa);
   kWireless.refuses("auth=WPA-PSK", kMixed);
   kWireless.refuses("auth=WPA2-PSK", "wireless.key=passphrase");
   kWireless.refuses("auth=WPA2-PSK", "wireless.encryption=2");  // no key
@@ -165,34 +150,33 @@ TEST(Wireless, RefusesWhatDoesNotFitTogether) {
 TEST(Wireless, StoresWhatFitsTogether) {
   const struct {
     std::string stored, query, left;  // left: mode, auth, encryption and key
-  } rows[] = {{"", "mode=ad-hoc", "100"},
-              {kMixed, "mode=ad-hoc", "161w-e-p"},
-              {kWpa, "mode=managed", "023passphrase"},
-              {kAdHoc + kWpa, "mode=managed&auth=WPA2-PSK", "053passphrase"},
-              {kAdHoc + kWpa, "essid=n", "123passphrase"},
-              {kWpa2, "auth=WPA-PSK", "022passphrase"},
-              {"wireless.encryption=2", "auth=WPA2-PSK&passphrase=12345678", "05212345678"},
-              {kWpa, "auth=open&encryption=none", "000passphrase"},
-              {kWpa, "auth=shared&encryption=WEP&key1=abcde", "061abcde"},
-              {kMixed, "auth=open&encryption=none", "000w-e-p"},
-              {kMixed, "auth=open", "061w-e-p"},
-              {"wireless.encryption=1", "auth=shared&key1=abcde", "061abcde"},
-              {"wireless.auth=1", "auth=open", "000"},
-              {kMixed, "encryption=none", "060w-e-p"},
-              {kMixed, "auth=WPA-PSK&encryption=AES&passphrase=12345678", "02312345678"},
-              {kWpa, "encryption=TKIP", "022passphrase"},
-              {"wireless.auth=5 wireless.key=passphrase", "encryption=AES", "053passphrase"},
-              {"wireless.auth=2 wireless.key=short", "encryption=AES&passphrase=12345678", "02312345678"},
-              {"wireless.key=w-e-p", "encryption=WEP", "001w-e-p"},
-              {"wireless.auth=1", "encryption=WEP&key1=abcde", "011abcde"},
-              {kMixed, "key1=abcde", "061abcde"},
-              {kMixed, "passphrase=", "061w-e-p"},
-              {kMixed, "passphrase=12345678", "061w-e-p"},
-              {kWpa, "key1=", "023passphrase"},
-              {kWpa, "key1=abcde&passphrase=12345678", "02312345678"},
-              {"wireless.key=w-e-p", "key1=", "000"},
-              {"", "key1=abcde", "000abcde"},
-              {"", "key1=abcde&passphrase=12345678", "00012345678"}};
+  } rows[] = {
+      {"", "mode=ad-hoc", "100"},
+      {kMixed, "mode=ad-hoc", "161w-e-p"},
+      {kWpa, "mode=managed", "023passphrase"},
+      {kAdHocWpa, "mode=managed&auth=WPA2-PSK", "053passphrase"},
+      {"wireless.auth=5 wireless.encryption=2 wireless.key=passphrase", "auth=WPA-PSK", "022passphrase"},
+      {"wireless.encryption=2", "auth=WPA2-PSK&passphrase=12345678", "05212345678"},
+      {kWpa, "auth=open&encryption=none", "000passphrase"},
+      {kWpa, "auth=shared&encryption=WEP&key1=abcde", "061abcde"},
+      {kMixed, "auth=open&encryption=none", "000w-e-p"},
+      {"wireless.encryption=1", "auth=shared&key1=abcde", "061abcde"},
+      {"wireless.auth=1", "auth=open", "000"},
+      {kMixed, "encryption=none", "060w-e-p"},
+      {kMixed, "auth=WPA-PSK&encryption=AES&passphrase=12345678", "02312345678"},
+      {kWpa, "encryption=TKIP", "022passphrase"},
+      {"wireless.auth=5 wireless.key=passphrase", "encryption=AES", "053passphrase"},
+      {"wireless.auth=2 wireless.key=short", "encryption=AES&passphrase=12345678", "02312345678"},
+      {"wireless.key=w-e-p", "encryption=WEP", "001w-e-p"},
+      {"wireless.auth=1", "encryption=WEP&key1=abcde", "011abcde"},
+      {kMixed, "key1=abcde", "061abcde"},
+      {kMixed, "passphrase=", "061w-e-p"},
+      {kMixed, "passphrase=12345678", "061w-e-p"},
+      {kWpa, "key1=", "023passphrase"},
+      {kWpa, "key1=abcde&passphrase=12345678", "02312345678"},
+      {"wireless.key=w-e-p", "key1=", "000"},
+      {"", "key1=abcde", "000abcde"},
+      {"", "key1=abcde&passphrase=12345678", "00012345678"}};
   for (const auto& [stored, query, left] : rows) {
     scripted().reset(kWireless.state + " " + stored);
     const Reply reply = request("wireless.cgi", query);
