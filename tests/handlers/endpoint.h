@@ -2,7 +2,8 @@
 //
 // How to write an endpoint's test
 //
-// One file, one Endpoint, and for every group of rules one TEST that is named after them:
+// Rows that need no code stand in answers/AREA.txt, whose form answers_test.cpp describes. What needs a loop
+// or another expectation is a TEST in AREA_test.cpp with the same notation:
 //
 //   const Endpoint kPppoe{"pppoe.cgi", "pppoe.enable=0 pppoe.user=me pppoe.password=secret",
 //                         "pppoe=off&user=me&pass=secret", "set pppoe"};

@@ -127,26 +127,6 @@ const Endpoint kSensor{
     "brightness=50&maxexposuretime=30&backlightcomp=no&noisereduction=low&autogainctrl=yes&color=yes",
     "set image"};
 
-TEST(Sensor, IgnoresWhatTheSensorLacksAndRefusesWhatDoesNotFit) {
-  kSensor.accepts("brightness=55&color=no&hue=x&backlightcomp=yes maxexposuretime=8");
-  kSensor.accepts({{"hue=x&colour=red&brightness=50&color=yes", "", "", ""},
-                   {"", "image.max_exposure_time=3", "-maxexposuretime"},
-                   {"", "product.max_exposure_times= image.max_exposure_time=0", "-maxexposuretime"},
-                   {"brightness=0", "product= product.sensor_caps=Brightness"}});
-  kSensor.refuses("brightness=55&!color=maybe maxexposuretime= maxexposuretime=1/30");
-  kSensor.refuses("!maxexposuretime=30", "product.max_exposure_times=");
-  std::string longest = "product.sensor_caps=" + std::string(31, 'y') + "+BWxy";
-  for (int i = 0; i < 73; ++i) longest += "+BW";
-  kSensor.accepts({{"color=no", longest,
-                    "-brightness&-maxexposuretime&-backlightcomp&-noisereduction&-autogainctrl&color=no"}});
-  kSensor.refuses("! brightness=55", longest + "x", 500);
-  kSensor.refuses("!", "product.sensor_caps=" + std::string(32, 'y'), 500);
-  std::string times = "product.max_exposure_times=1";
-  for (int i = 0; i < 254; ++i) times += "+1";
-  kSensor.accepts("maxexposuretime=2", times + "+2+3");
-  kSensor.refuses("maxexposuretime=3", times + "+2+3");
-}
-
 // Of levels with the same name the stored one is kept; of equal exposure times the first is taken.
 TEST(Sensor, DecidesBetweenEqualNames) {
   const std::string levels = "image.noise_reduction=2 image.backlight=3 image.auto_gain=2";
@@ -172,28 +152,6 @@ TEST(Sensor, AParameterOfTwoCapabilitiesFitsBoth) {
   EXPECT_TRUE(isFailure(request("sensor.cgi", "backlightcomp=4"), 400, {"backlightcomp"}));
   EXPECT_EQ(request("sensor_info.cgi", "").body,
             "backlightcomp=0...255&backlightcomp=no,yes&color=no,yes&inputsize=640x480");
-}
-
-TEST(SensorInfo, SaysThePictureAndTheTimesThatFit) {
-  const Endpoint info{"sensor_info.cgi", "product.sensor_caps=Shutter", "inputsize=640x480"};
-  const std::string times = "product.sensor_caps=NightShot product.max_exposure_times=";
-  const std::string long1(31, '1'), long2(31, '2');
-  info.accepts(
-      {{"", "profile.display_system=9", "inputsize=1920x1080"},
-       {"", "profile.display_system=4", "inputsize=704x576"},
-       {"", times + "30+1/15+1/-1", "-inputsize&maxexposuretime=30,15,&inputsize=640x480"},
-       {"", times + long1 + "+1/" + long2,
-        "-inputsize&maxexposuretime=" + long1 + "," + long2 + "&inputsize=640x480"},
-       {"", times + long1 + "+" + long2 + "+3",
-        "-inputsize&maxexposuretime=" + long1 + ",&inputsize=640x480"},
-       {"", "product.sensor_caps=Source image.video_in_format=4", "inputsize=640x480&videooutformat=pal-n"}});
-  info.refuses("brightness=50 =");
-  info.refuses("!", times + "1/" + std::string(32, '1'), 500);
-  std::string longest = times + "1", offered;
-  for (int i = 0; i < 127; ++i) longest += "+1";
-  for (int i = 0; i < 31; ++i) offered += "1,";
-  info.accepts({{"", longest, "-inputsize&maxexposuretime=" + offered + "&inputsize=640x480"}});
-  info.refuses("!", longest + "1", 500);
 }
 
 TEST(SensorReset, DoesItOnlyWhenToldToGo) {
@@ -257,23 +215,6 @@ TEST(SensorOutput, ASwitchMakesTheSettingsFitTheNewDisplaySystem) {
           << current << " " << rates;
     }
   }
-}
-
-TEST(SensorOutput, ChangesOnlyWhatHasToChange) {
-  const Endpoint output{
-      "sensor_output.cgi", "product.display_systems=VGA-640x480-60Hz+SXGA-1280x1024+NTSC-704x480",
-      "supports=VGA-640x480-60Hz,SXGA-1280x1024,NTSC-704x480&current=VGA-640x480-60Hz", "set profile"};
-  output.accepts("current=VGA-640x480-60Hz current=SXGA-1280x1024");
-  output.accepts({{"", "product= profile.display_system=3", "supports=PAL-704x576&current=PAL-704x576"},
-                  {"current=NTSC-704x480", "image.video_in_format=1", {}, "set image set profile"}});
-  output.refuses(
-      "current= current=PAL-704x576 current=VGA-640x480-60Hz,SXGA-1280x1024 current=vga-640x480-60hz "
-      "current=SXGA-1280x1024&!colour=red");
-  output.refuses("! current=HD-1280x720", "product.display_systems=HD-1280x720+HD", 500);
-  const char* const kFour =
-      "product.display_systems=SXGA-1280x1024+VGA-640x480-60Hz+PAL-704x576+NTSC-704x480";
-  output.accepts({{"", kFour, "supports=SXGA-1280x1024,VGA-640x480-60Hz,PAL-704x576"}});
-  output.refuses("current=NTSC-704x480", kFour);
 }
 
 }  // namespace

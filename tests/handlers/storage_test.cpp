@@ -9,23 +9,7 @@ namespace {
 
 constexpr char kReady[] = "sd.state=2 sd.total=4096 sd.used=1023 sd.free=3073 sd.full_threshold=3";
 
-const Endpoint kCard{
-    .cgi = "sdcard.cgi", .state = kReady, .reply = "status=ready&total=4096&used=1023&free=3073"};
 const Endpoint kFormat{.cgi = "sdcard_format.cgi", .state = kReady, .readsBack = false};
-
-TEST(Card, ReportsItsState) {
-  std::istringstream words{
-      "- - recording protected invalid full over_capacity - need_reinitialize formatting recording -"};
-  std::string word;
-  for (int code = 0; words >> word; ++code)
-    kCard.accepts(
-        {{"", "record.enable=1 sd.state=" + std::to_string(code), "status=" + (word == "-" ? "" : word)}});
-  kCard.accepts({{"", "sd.state=255", "status="},
-                 {"", "sd.free=3072 record.enable=1", "status=full&free=3072"},
-                 {"", "sd.full_threshold=2147483647", "status=full"}});
-  kCard.refuses("path=1");
-  kCard.refuses("! path=1", "product.has_sdcard=0", 404);
-}
 
 constexpr char kCommand[] = "run sdmanage.sh format >> /tmp/sd.txt";
 
@@ -96,47 +80,6 @@ TEST(SdCardList, GivesAPageWithItsFoldersFirst) {
     scripted().results = {{call, error}};
     EXPECT_EQ(request("sdcard_list.cgi", "").status, status) << call;
   }
-}
-
-TEST(SdCardDelete, DeletesTheEntriesOfTheListAndNothingElse) {
-  const std::string odd = "it's$(a)`b`;-rf";
-  kDelete.accepts({
-      {"name=a.jpg:b.jpg&type=x", "", "num=1&items=a.jpg|f|0:b.jpg|n|1", "run remove a.jpg"},
-      {"name=d|d|n|1", "", "num=1&items=d|d|0", "run rm -rf '/mnt/usb/Cam/d'"},
-      {"name=:p|x::d/x|f|n|1:", "", "num=1&items=p|n|2:d/x|f|0", "run remove d/x"},
-      {"name=/d/:d/../a.jpg", "", "num=2&items=/d/|d|0:d/../a.jpg|f|0",
-       "run rm -rf '/mnt/usb/Cam/d' run remove a.jpg"},
-      {"name=../Cam/d:..:.:/:|d|n|1:d/..:a.jpg/%00", "",
-       "items=../Cam/d|n|1:..|n|1:.|n|1:/|n|1:|n|1:d/..|n|1:a.jpg/%00|n|1", ""},
-      {"name=" + odd, "card=" + odd + ",folder", "num=1&items=" + odd + "|d|0",
-       "run rm -rf '/mnt/usb/Cam/it'\\''s$(a)`b`;-rf'"},
-      {"path=d&name=x", "", "num=1&path=d&items=x|f|0", "run remove d/x"},
-      {"path=a.jpg&name=x", "", "path=a.jpg&items=x|n|1", ""},
-      {"name=a.jpg", "sd.state=3", "items=", ""},
-      // Names with separators.
-      {"name=a.jpg:d", "card=a.jpg:d,1", "items=a.jpg|n|2:d|n|2", ""},
-      {"name=q:d:a.jpg", "card=q:d,1", "num=1&items=q|n|1:d|n|2:a.jpg|f|0", "run remove a.jpg"},
-      {"name=d|d|n|1|f|n|1:a.jpg", "card=d|d|n|1,1", "num=1&items=d|n|2:a.jpg|f|0", "run remove a.jpg"},
-      {"name=d/x|y|f|n|1", "card=d/x|y,1", "items=d/x|n|2", ""},
-      {"name=d:k/x", "card=d:k,folder", "items=d|n|2:k/x|n|1", ""},
-  });
-  kDelete.refuses("path=none path=d/../ path=..");
-}
-
-TEST(SdCardDelete, KeepsToItsLimits) {
-  const std::string name(255, 'n');
-  const std::string folder(51, 'f');
-  const std::string path = "path=" + folder.substr(1);
-  const std::string quotes(77, '\'');
-  std::string quoted;  // four bytes of the command each
-  for (std::size_t i = 0; i < quotes.size(); ++i) quoted += "'\\''";
-  kDelete.accepts(
-      {{path + "&name=" + name + "|" + std::string(77, '1'), "card=" + folder.substr(1) + ",folder",
-        path + "&items=" + name + "|n|1", ""},
-       {"name=" + quotes + ":'" + quotes, "card=" + quotes + ",folder card='" + quotes + ",folder",
-        "num=1&items=" + quotes + "|d|0:'" + quotes + "|d|2", "run rm -rf '/mnt/usb/Cam/" + quoted + "'"}});
-  kDelete.refuses("name=" + name + "n name=n|" + std::string(332, '1') + " path=" + folder + "&!name=" + name,
-                  "card=" + folder + ",folder", 500);
 }
 
 TEST(SdCardDownload, LeadsToAFileAndToNothingElse) {

@@ -9,51 +9,6 @@
 namespace camera::test {
 namespace {
 
-const Endpoint kVideo{
-    "video.cgi", "product.sensor=ov7740",
-    "vprofileformat=0.9&profileid=1&codec=MPEG4&resolution=640x480&framerate=15&qualitymode=CBR&bitrate=1024",
-    "set profile", "profileid=1"};
-
-TEST(Video, ShowsAndChangesTheProfileThatIsNamed) {
-  const char* kFixed = "profile.quality_mode[1]=1";
-  kVideo.accepts(
-      "profileid=1&codec=H264&resolution=160x112&framerate=30&bitrate=2048&quality=0 "
-      "profileid=1&codec=MPEG4&resolution=640x480&framerate=15&qualitymode=CBR&bitrate=1024&quality=80");
-  kVideo.accepts(
-      {{"profileid=2", "", "profileid=2&resolution=320x240&bitrate=512"},
-       {"profileid=3", "",
-        "profileid=3&codec=MJPEG&resolution=320x240&framerate=5&qualitymode=Fixquality&quality=75&-bitrate"},
-       {"profileid=1&vprofileformat=", "", ""},
-       {"profileid=4&qualitymode=Fixquality&quality=100", "", "qualitymode=Fixquality&quality=95&-bitrate"},
-       {"profileid=1&quality=60", kFixed, "quality=55"},
-       {"profileid=1&quality=61", kFixed, "quality=65"},
-       {"profileid=1&quality=70", kFixed, "quality=65"},
-       {"profileid=1&bitrate=4096&qualitymode=never", "product.sensor=ip2986", "bitrate=4096"},
-       {"profileid=2&codec=MJPEG", "product.sensor=mdin220", "codec=MJPEG&-qualitymode&quality=75&-bitrate"},
-       {"profileid=2&codec=H264", "product.sensor=mdin220 profile.codec[2]=0",
-        "codec=H264&framerate=15&qualitymode=CBR&bitrate=512&-quality"}});
-  kVideo.refuses(
-      "! !profileid&codec=H264 profileid=0 profileid=5 profileid=+1 profileid=1&!resolution=640X480 "
-      "profileid=1&!framerate=015 profileid=1&!quality=101 profileid=1&!qualitymode=cbr "
-      "profileid=1&codec=H264&!colour=red");
-  kVideo.refuses("profileid=1&!codec=H264 profileid=1&!codec=H265", "product.has_h264=0");
-  // Which sensor it is counts only for a request that names a profile.
-  kVideo.refuses("profileid=1 profileid=1&colour=red", "product.sensor=vicam", 500);
-  kVideo.refuses("profileid=5 !profileid&colour=red", "product.sensor=vicam");
-}
-
-// What follows from a value is no change of its own: it is shown, but stored only with another.
-TEST(Video, ShowsWhatFollowsFromAValueAndStoresItWithAChange) {
-  Endpoint shown = kVideo;
-  shown.readsBack = false;
-  shown.accepts(
-      {{"profileid=1&codec=MJPEG", "profile.codec[1]=0", "qualitymode=Fixquality&quality=75&-bitrate", ""},
-       {"profileid=1&resolution=1280x1024", "profile.display_system=1", "codec=MJPEG", ""}});
-  kVideo.accepts({{"profileid=1&codec=MJPEG", "", "codec=MJPEG&qualitymode=Fixquality&quality=75&-bitrate"},
-                  {"profileid=1&resolution=1280x1024", "profile.display_system=1 profile.resolution[1]=1",
-                   "codec=MJPEG&resolution=1280x1024"}});
-}
-
 // A sensor, the codecs of its four profiles (M: MJPEG, 4: MPEG4, H: H264), and the profiles that may have the
 // largest resolution.
 constexpr struct Model {
@@ -172,50 +127,6 @@ TEST(Video, AcceptsExactlyTheCombinationsThatFitTheSensorAndTheDisplaySystem) {
                        " profile.display_system=" + std::to_string(ds));
       for (int p = 1; p <= 4; ++p) askAll({model, ds, p});
     }
-}
-
-// A list for all profiles and for each.
-std::string lists(const std::string& all, const std::string& each, const std::string& values) {
-  std::string lines = all + "=" + values;
-  for (const char* i : {"1", "2", "3", "4"}) lines += "&" + each + i + "=" + values;
-  return lines + "&";
-}
-
-TEST(StreamInfo, SaysEverythingInItsOrder) {
-  const std::string bitRates = "64,128,256,384,512,768,1024,1536,2048";
-  const std::string volumes = "0,10,20,30,40,50,60,70,80,90,100";
-  const std::string reply =
-      "videos=MJPEG,MPEG4,H264&codeclist1=MJPEG,MPEG4,H264&codeclist2=MPEG4,H264&codeclist3=MJPEG&codeclist4="
-      "MPEG4,H264&audios=PCM,ADPCM,AAC&" +
-      lists("resolutions", "resolutionlist", "640x480,320x240,160x112") +
-      lists("framerates", "frameratelist", "1,2,3,5,6,10,15,30") +
-      "qualitymodes=CBR,Fixquality&vbitrates=" + bitRates + "&vbitratelist1=" + bitRates +
-      "&vbitratelist2=" + bitRates + "&vbitratelist3=&vbitratelist4=" + bitRates + "&" +
-      lists("qualities", "qualitylist", "55,65,75,85,95") + "asamplerates=8&abitrates=128&micvol=" + volumes +
-      "&cur_micvol=7&speakervol=" + volumes +
-      "&cur_speakervol=10&vprofileformat=0.9&vprofilenum=4&vprofile1=MPEG4&vprofileurl1=/video/"
-      "ACVS.cgi?profileid=1&vprofileres1=640x480&vprofile2=MPEG4&vprofileurl2=/video/"
-      "ACVS.cgi?profileid=2&vprofileres2=320x240&vprofile3=MJPEG&vprofileurl3=/video/"
-      "mjpg.cgi?profileid=3&vprofileres3=320x240&vprofile4=H264&vprofileurl4=/video/"
-      "ACVS-H264.cgi?profileid=4&vprofileres4=320x240&aprofilenum=3&aprofile1=PCM&aprofileurl1=/audio/"
-      "ACAS.cgi&aprofile2=ADPCM&aprofileurl2=/audio/ACAS-MSADPCM.cgi&aprofile3=AAC&aprofileurl3=/audio/"
-      "ACAS-AAC.cgi&vban=2|MJPEG|-|-|-|-:4|MJPEG|-|-|-|-";
-  const Endpoint info{
-      "stream_info.cgi",
-      "product.sensor=ov7740_tzm480 profile.codec[4]=2 audio.mic_volume=7 audio.speaker_volume=10", reply};
-  info.accepts("");
-  info.refuses("profileid=1 =");
-  for (const char* sensor : {"mt9v136", "mdin220", "vicam", "ov9710b", ""})
-    info.refuses("!", std::string{"product.sensor="} + sensor, 500);
-  // The extra module serves every stream under a second path.
-  info.accepts(
-      {{"", "product.modules=one,myvelkor",
-        "vprofileurl1=/video/ACVS.cgi?profileid=1&vDprofileurl1=/av2/ACVS.cgi?profileid=1&vprofileurl2=/"
-        "video/ACVS.cgi?profileid=2&vDprofileurl2=/av2/ACVS.cgi?profileid=2&vprofileurl3=/video/"
-        "mjpg.cgi?profileid=3&vDprofileurl3=/av2/mjpg.cgi?profileid=3&vprofileurl4=/video/"
-        "ACVS-H264.cgi?profileid=4&vDprofileurl4=/av2/ACVS-H264.cgi?profileid=4&aprofileurl1=/audio/"
-        "ACAS.cgi&aDprofileurl1=/av2/ACAS.cgi&aprofileurl2=/audio/ACAS-MSADPCM.cgi&aDprofileurl2=/av2/"
-        "ACAS-MSADPCM.cgi&aprofileurl3=/audio/ACAS-AAC.cgi&aDprofileurl3=/av2/ACAS-AAC.cgi"}});
 }
 
 // A sensor, its state, and lines that are offered then.
