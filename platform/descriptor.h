@@ -1,5 +1,5 @@
-// File descriptors: one that closes itself, and transfers that survive interruptions and short counts. Each
-// function returns 0 or an errno value.
+// File descriptors: a class that closes one, and transfers that survive interruptions and short counts. Each
+// transfer returns 0 or an errno value.
 #pragma once
 
 #include <unistd.h>
@@ -33,7 +33,7 @@ class Descriptor {
   int number_;
 };
 
-// One read of at most size bytes; of a regular file, fewer than size are all there are.
+// One read of at most size bytes. Of a regular file it reads fewer only at the end.
 int readOnce(int descriptor, void* buffer, std::size_t size, std::size_t* length);
 
 // Appends everything up to the end of the file.

@@ -26,9 +26,9 @@ class CardFolder {
   // Adds the entries, in no order; the kind of some may be unknown. "." and ".." are left out.
   int list(NameFilter wanted, NameList* names) const;
 
-  // Finds out the kind of a listed entry, if unknown, and a number: of a file its size in bytes, of a folder
-  // how many visible entries it has, otherwise 0, also for an entry that is gone. Fails only for lack of
-  // memory.
+  // Finds out the kind of a listed entry, if unknown, and a number: the size of a file in bytes, or how many
+  // visible entries a folder has. The number is 0 for any other entry, also for one that is gone. Fails only
+  // for lack of memory.
   int examine(const char* name, EntryKind* kind, std::int64_t* number) const;
 
  private:

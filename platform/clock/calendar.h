@@ -16,7 +16,7 @@ struct CivilTime {
   int second;
 };
 
-// From seconds since 1970-01-01 00:00:00 of the same clock; years -32767 to 32767.
+// The date and time that many seconds after 1970-01-01 00:00:00 on the same clock; years -32767 to 32767.
 CivilTime civilTime(std::int64_t seconds);
 
 // Whether there is such a date, in the years 1 to 9999, and such a time of day.

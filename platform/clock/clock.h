@@ -17,8 +17,8 @@ void applyTimeZone();
 // read.
 std::int64_t cameraTime();
 
-// The same over any store, with the time of the system's clock. None of them counts as this process's last
-// read of a record.
+// The same over any store, with the time of the system's clock. Their reads do not count as this
+// process's last read of a record.
 StoreResult applyTimeZone(SettingsStore& store);
 std::int64_t cameraTime(SettingsStore& store, std::int64_t systemTime);
 

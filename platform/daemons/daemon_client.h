@@ -12,8 +12,8 @@ inline constexpr char kIoDaemon[] = "/var/tmp/watchdog";  // digital inputs and 
 inline constexpr char kEventDaemon[] = "/var/tmp/eventd";
 inline constexpr char kPanTiltDaemon[] = "/var/tmp/ptd";
 
-// Connects to whoever listens at the path (at most 107 bytes). None, with errno, if nobody does, or does not
-// accept in time. A write to the connection fails after the same time.
+// Connects to the daemon that listens at the path (at most 107 bytes). None, with errno, if nobody listens or
+// accepts within the limit. A write to the connection fails after the same limit.
 Descriptor connectToDaemon(const char* path, std::chrono::milliseconds limit);
 
 class DaemonClient {

@@ -33,11 +33,11 @@ static_assert(offsetof(StatusPackage, value) == 16 && offsetof(StatusPackage, va
 class StatusReceiver {
  public:
   // Joins the group on the loopback interface and on every other one that is up and does multicast. Called
-  // once. If the system gives no socket, which the log then says, wait only takes its time.
+  // once. Without a socket, which the log reports, wait only sleeps.
   void open();
 
-  // Sleeps until there is a package from this machine whose event has a bit of the mask, or until the time is
-  // over. False then, with the package untouched.
+  // Sleeps until there is a package from this machine whose event has one of the bits. False, with the
+  // package untouched, if there is none in that time.
   bool wait(std::uint32_t events, StatusPackage* package, std::chrono::milliseconds time);
 
   // Whole seconds, on a clock that setting the time does not move.

@@ -72,13 +72,13 @@ extern const std::array<const RecordInfo*, kRecordCount> kRecords;
 //     };
 //   };
 //
-// The size of the struct and the offset of each member are what files have; where the struct has others, it
-// does not compile. The last two arguments of a field are its bounds. Without them it takes whatever its type
-// holds. A member whose name begins with "reserved" is bytes that nobody uses.
+// The size and the offsets are those of the file; a struct that has others does not compile. The last two
+// arguments of a field are its bounds. Without them it takes whatever its type holds. A member whose name
+// begins with "reserved" is bytes that nobody uses.
 template <class Record>
 struct Description;
 
-// What most records are not.
+// What few records need.
 struct Exceptions {
   std::uint16_t version = 1;
   bool indivisible = false;
@@ -151,7 +151,7 @@ constexpr bool tiles(const Field (&fields)[N], std::size_t size) {
   return end == size;
 }
 
-// What the member initializers of the record's struct say, and 0 or empty elsewhere.
+// The factory defaults: the member initializers of the record's struct; 0 or empty without one.
 template <class Record>
 inline constexpr Record kFactory{};
 

@@ -1,5 +1,5 @@
-// The records of the settings store, a line each, in the order of their index, in which the action programs
-// of a request run.
+// The records of the settings store, a line each. The order is that of their index, and that in which the
+// action programs of a request run.
 #pragma once
 
 // RECORD(short name, struct): the file in the store and the action program have the short name.

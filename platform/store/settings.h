@@ -12,8 +12,8 @@ struct Actions {
   std::uint64_t records = 0;  // bit i: record i of CAMERA_RECORDS
 };
 
-// Fills the record with what is stored, or with the factory defaults where nothing was stored yet.
-// kDone, or kFailed with the record untouched and the reason in the log.
+// Fills the record with what is stored, or with the factory defaults if nothing is stored. Returns kDone, or
+// kFailed with the record untouched and the reason in the log.
 StoreResult loadRecord(RecordIndex index, void* record);
 
 // Stores what differs from this process's last load of the record, and adds the record to the actions. kDone
@@ -37,7 +37,7 @@ StoreResult loadRecord(Record* record) {
 }
 
 // True if the last storeRecord was refused only because another process changed the record, or one that it
-// depends on, since this process loaded it. Loaded and decided again, the change may be stored.
+// depends on, since this process loaded it. After another load and decision, the store may accept the change.
 bool isStoreOvertaken();
 
 // Locks the store, so that a write finds what is loaded from now on. releaseStore, runActions and the end of

@@ -2,15 +2,15 @@
 //
 // A request is a process that reads records, decides, and writes them back, while others do the same. So the
 // store remembers what this process read, and a write compares it with what is stored now:
-//   - Usually only the fields (of an array, the elements) that the writer changed go into the file. Two
-//   processes that
-//     change different fields both succeed; of changes to the same field, the later one stays.
-//   - An indivisible record is not merged: the write is refused if another process changed the record.
-//   - The write of a record that depends on others is refused if another process changed one of them after
-//   this one
-//     read it.
-// overtaken() tells such a refusal from others, so that the request can be decided again on what is stored
-// now.
+//
+// Usually it writes only the fields (of an array, the elements) that the writer changed. Two processes that
+// change different fields both succeed; of changes to the same field, the later one stays.
+//
+// It does not merge an indivisible record: it refuses the write if another process changed the record since
+// this one read it. It also refuses the write of a record that depends on others if another process changed
+// one of them since then.
+//
+// overtaken() tells such a refusal from others, so that the request can decide again on what is stored now.
 #pragma once
 
 #include <cstdint>
@@ -56,8 +56,8 @@ class SettingsStore {
 
   // The reason of the last refusal or failure; for a failure with the path of the file.
   const std::string& fault() const { return fault_; }
-  // Whether the only reason of the last refusal is that another process changed the record, or one on which
-  // it depends, after this process read it.
+  // Whether the last write was refused only because another process changed the record, or one on which it
+  // depends, after this process read it.
   bool overtaken() const { return overtaken_; }
 
   // Refuses for a rule that the store does not know. Returns kRefused.
@@ -67,8 +67,8 @@ class SettingsStore {
 
  private:
   using Bytes = std::vector<std::uint8_t>;
-  // What this process knows of a record. The two copies differ in what other processes had changed when this
-  // one wrote, which the caller has not seen.
+  // What this process knows of a record. When this process writes, the merge takes over what others changed.
+  // Only the stored copy has these changes, since the caller has not seen them.
   struct Known {
     const RecordInfo* info;
     Bytes callersCopy;  // last read or written by the caller; what differs from it in the next write is a
