@@ -307,7 +307,8 @@ int numberIn(const Names& names, std::string_view value, int /*stored*/) {
 
 int numberIn(const Levels& levels, std::string_view value, int stored) {
   const int first = numberIn(levels.names, value, stored);
-  if (first < 0) return numberIn(levels.numbers, value, stored);
+  // With a sign it is no number of a level but another word.
+  if (first < 0) return consistsOf(value, kDigits) ? numberIn(levels.numbers, value, stored) : -1;
   const auto level = static_cast<std::size_t>(stored);
   const bool hasName = level < levels.names.all.size() && value == levels.names.all[level];
   return hasName ? stored : first;

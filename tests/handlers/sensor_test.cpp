@@ -32,9 +32,9 @@ Frequency flicker 50,60:mt9m131,mt9v136,vicam,ov7725,ip2986,hm1375 auto,50,60:;
 AutoExposure autoexposure no,yes:;
 NightShot maxexposuretime 30,7: +-1:;
 BLCompensation backlightcomp 10:vicam 0...255:;
-BLControl backlightcomp no,yes: +-0,0,1,2,3:mdin220;
+BLControl backlightcomp no,yes: +0,1,2,3:mdin220;
 NoiseReduction noisereduction off,high:ov9710 off,low,high:
-  +-0,0,1:ov9710 +-0,0,1,2,3:mdin220 +-0,0,1,2,3,4,5,6,7:ip2986 +-0,0,1,2,3,4,5:;
+  +0,1:ov9710 +0,1,2,3:mdin220 +0,1,2,3,4,5,6,7:ip2986 +0,1,2,3,4,5:;
 Mirror mirror off,on:;
 Flip flip off,on:;
 AutoGain autogainctrl no,yes: +1,2:mdin220 -no:mdin220;
