@@ -6,7 +6,9 @@
 namespace camera {
 namespace {
 
-constexpr int kMostAttempts = 8;  // the second locks the store up to its first actions
+// From the second attempt on, the store is locked until action programs run, so only a change between these
+// and a later write can make another attempt necessary.
+constexpr int kMostAttempts = 8;
 
 struct FeatureName {
   Feature feature;
@@ -61,7 +63,7 @@ int Endpoint::applyUntilStored() {
     result = load();
     if (result == 200) result = apply();
   }
-  // What an earlier attempt wrote may be all that there was to do.
+  // An earlier attempt may have stored records whose action programs have not run yet.
   if (result == 200 && actions_.records != 0) result = commit();
   releaseStore();
   return result;

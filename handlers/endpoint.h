@@ -1,5 +1,5 @@
-// What every endpoint is: three steps that each give a result code, and the settings transaction of the
-// request.
+// The base classes of endpoints: three steps, each of which returns a status code, and the settings
+// transaction of the request.
 #pragma once
 
 #include <cstring>
@@ -16,7 +16,7 @@
 
 namespace camera {
 
-// A field of the product information: whether the camera has the part.
+// A field of the product information: whether the camera has the feature.
 using Feature = bool ProductInfo::*;
 
 // Whether two records differ in any byte.
@@ -25,16 +25,16 @@ bool differ(const Record& left, const Record& right) {
   return std::memcmp(&left, &right, sizeof left) != 0;
 }
 
-// What the parameters of a request are to an endpoint.
+// What an endpoint does with parameters.
 enum class Takes : std::uint8_t {
-  kChanges,  // applied; without any, the state is answered
-  kCommand,  // applied; without any, the request is refused
-  kNothing,  // any is refused, whatever load gave
+  kChanges,  // applies them; without any, it reports the state
+  kCommand,  // applies them; without any, it rejects the request
+  kNothing,  // rejects them, even if load failed
 };
 
-// Serves one request: load, apply if there are parameters, reply. If a write is refused because another
-// client changed the settings after they were loaded, load and apply run again on what is stored now, so that
-// no request fails because another came at the same moment.
+// Serves one request: loads, reads the request, applies it if there are parameters, replies. If the store
+// refuses a write because another client changed the settings after they were loaded, load and apply run
+// again on what is stored now, so that no request fails because another came at the same moment.
 class Endpoint {
  public:
   Endpoint(const Endpoint&) = delete;
@@ -43,9 +43,9 @@ class Endpoint {
   // Reads the request, answers it and writes the reply.
   void serve();
 
-  // Return 400 and say what would be accepted.
+  // Returns 400, with the message "NAME: ACCEPTED".
   int refuse(std::string_view name, std::string_view accepted);
-  // Returns the code and says why.
+  // Returns the code, with that message.
   int fail(int code, std::string_view why);
 
  protected:
@@ -53,8 +53,8 @@ class Endpoint {
       : params_(params), takes_(takes) {}
   virtual ~Endpoint() = default;
 
-  // The steps. Each returns 200, or the code of a failure that it has explained with refuse or fail. load
-  // reads what the request needs, and may run twice. apply checks the parameters and carries them out. reply
+  // The steps. Each returns 200, or the code that refuse or fail returned. load reads what the endpoint
+  // needs. apply checks the parameters and carries them out; load and apply may run several times. reply
   // appends the lines.
   virtual int load() { return 200; }
   virtual int apply() = 0;
@@ -63,34 +63,34 @@ class Endpoint {
   const Queries& queries() const { return request_.params; }
   bool isGiven(std::size_t row) const { return (given_ >> row & 1) != 0; }
 
-  // Takes the parameters into the state, which must be a copy and of the table's type. 200 or 400.
+  // Takes the parameters into the state, which must be a copy and of the table's type. Returns 200 or 400.
   int takeParams(void* state);
-  // Appends the table's lines of such a state.
+  // Appends the table's lines for such a state.
   void showParams(const void* state) { params_.reply(reply_, state); }
-  // The refusal of a request that lacks a required parameter, or any parameter.
+  // Rejects a request that lacks parameters; names the first required one.
   int refuseMissing();
-  // The refusal of a value, with what the parameter's row says.
+  // Rejects a value, with the row's description of what it accepts.
   int refuseValue(std::size_t row);
 
   void pair(std::string_view key, std::string_view value) { reply_.pair(key, value); }
   void pair(std::string_view key, int value) { reply_.pair(key, value); }
   Reply& replyText() { return reply_; }
 
-  // The product information. Null, with the failure explained, if it cannot be read.
+  // The product information. Null, with the message set, if it cannot be read.
   const ProductInfo* product();
-  // 200 if the camera has the part, otherwise 404; 500 if the product information cannot be read.
+  // Returns 200 if the camera has the feature, otherwise 404; 500 if the product information cannot be read.
   int require(Feature feature);
 
-  // Fills the records in order, up to the first that cannot be read. 200 or 500.
+  // Fills the records in order, up to the first that cannot be read. Returns 200 or 500.
   template <class... Records>
   int read(Records&... records) {
     return (... && readRecord(kIndexOf<Records>, &records)) ? 200 : 500;
   }
 
-  // The settings transaction. write stores a record, unless a write before it failed; writeChanged only one
-  // that differs from the one read. commit runs the actions of all that was written and returns 200; 400, or
-  // what is given instead, after a refused write; 500 after a failed one. What was written before a failure
-  // stays stored.
+  // The settings transaction. write stores a record, unless an earlier write failed; writeChanged does so
+  // only if the record differs from the one read. commit runs the action programs of all stored records and
+  // returns 200. If the store refused a write, commit returns the given code; if a write failed, 500. Records
+  // stored before a failure stay stored.
   template <class Record>
   void write(const Record& record) {
     writeRecord(kIndexOf<Record>, &record);
@@ -116,7 +116,7 @@ class Endpoint {
   Reply reply_;
   std::string message_;  // of a failure
   Actions actions_;
-  bool isOvertaken_ = false;  // another client's change is why a write was refused
+  bool isOvertaken_ = false;  // the store refused a write because of another client's change
   StoreResult writeResult_ = StoreResult::kDone;
 };
 
@@ -135,7 +135,7 @@ class ReadOnlyEndpoint : public Endpoint {
   int apply() final;
 };
 
-// Takes the parameters of a table.
+// An endpoint with the parameters of a table.
 template <const auto& kParams, Takes kTakes = Takes::kChanges>
 class ParamEndpoint : public Endpoint {
  protected:
@@ -144,7 +144,7 @@ class ParamEndpoint : public Endpoint {
 
   ParamEndpoint() : Endpoint(kParams.list(), kTakes) {}
 
-  // Whether the request gave the parameter.
+  // True if the request has the parameter.
   bool given(Param param) const { return isGiven(param.row); }
 
   using Endpoint::refuse;
@@ -175,15 +175,16 @@ class StateEndpoint : public ParamEndpoint<kParams, kTakes> {
     return 200;
   }
 
-  // The rules between values; may change what follows from them. 200 or the code of a refusal.
+  // Checks the rules between values; may change values that follow from others. Returns 200, or what refuse
+  // or fail returned.
   virtual int check(State& /*wanted*/) { return 200; }
   // Makes the wanted state the camera's.
   virtual int carryOut(State& wanted) = 0;
 
-  State state{};  // as load read it; after apply, as it is then
+  State state{};  // as load read it; after a successful apply, the wanted one
 };
 
-// One settings record that a table describes, perhaps of a part that not every camera has.
+// An endpoint whose state is one settings record. With a feature, it returns 404 on cameras without it.
 template <const auto& kParams, Feature kFeature = nullptr>
 class RecordEndpoint : public StateEndpoint<kParams> {
  protected:

@@ -1,4 +1,4 @@
-// Parameters whose bounds are those of the field of a settings record that they change.
+// Parameter rows without bounds of their own: they take those of the record's field.
 #pragma once
 
 #include "framework/params.h"
@@ -18,7 +18,7 @@ struct Last<kLast> {
 template <auto kFirst, auto kNext, auto... kRest>
 struct Last<kFirst, kNext, kRest...> : Last<kNext, kRest...> {};
 
-// What the record's description says of the member at the end of the path.
+// The bounds of the member at the end of the path, by the record's description.
 template <auto... kPath>
 Bounds recordBounds() {
   constexpr auto kMember = Last<kPath...>::kMember;
