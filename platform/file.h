@@ -5,8 +5,8 @@
 
 namespace camera {
 
-// Reads the file into text. Returns 0, or an errno value with text empty; the log then has path and reason,
-// unless it is the expected error.
+// Reads the file into text. Returns 0, or an errno value with text empty. The log has path and reason, unless
+// the error is the expected one.
 int readFile(const char* path, std::string* text, int expected = 0);
 
 }  // namespace camera

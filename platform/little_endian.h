@@ -1,4 +1,4 @@
-// Numbers in files and messages: little-endian on every machine, at any address.
+// Numbers in files and messages: little-endian on every machine, with any alignment.
 #pragma once
 
 #include <cstddef>
@@ -25,7 +25,7 @@ void storeLittle(void* bytes, Number number) {
   }
 }
 
-// A number in a struct that is laid out as it travels: no alignment, no padding.
+// A number in a struct whose bytes are those of a message: without alignment, and so without padding.
 template <class Number>
 class Little {
  public:

@@ -7,7 +7,8 @@
 
 namespace camera {
 
-// Makes children waitable while it lives: the web server may have handed down that SIGCHLD is ignored.
+// Sets SIGCHLD to its default while it lives. The web server may have passed on that SIGCHLD is ignored;
+// children could then not be waited for.
 class ChildrenWaitable {
  public:
   ChildrenWaitable();
@@ -19,7 +20,7 @@ class ChildrenWaitable {
   struct sigaction before_ {};
 };
 
-// What a program starts with, besides standard error and the working directory of this process.
+// What a program starts with. It also inherits standard error and the working directory.
 struct Start {
   const char* const* arguments;  // the first is the program's path; a null pointer follows the last
   const char* searchPath;        // PATH, which is all of the environment

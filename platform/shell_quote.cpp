@@ -5,7 +5,7 @@ std::string camera::shellQuoted(std::string_view text) {
   std::string quoted;
   for (const char c : text.substr(0, text.find('\0'))) {
     if (c == '\'') {
-      quoted += "'\\''";  // end the quotes, an escaped quote, open them again
+      quoted += "'\\''";  // closes the quotes, adds an escaped quote, opens them again
     } else {
       quoted += c;
     }

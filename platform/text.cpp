@@ -1,4 +1,4 @@
-// Cutting texts into parts, reading numbers from them and copying them into fields.
+// Cuts texts into parts, reads numbers from them and copies them into fields.
 #include "platform/text.h"
 
 #include <charconv>

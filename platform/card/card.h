@@ -1,5 +1,5 @@
-// The SD card: the product's folder and what lies in it. No path reaches anything outside of that folder, and
-// symbolic links on the card are not followed.
+// The SD card: the product's folder and its entries. No path leads outside of that folder, and symbolic links
+// on the card are not followed.
 #pragma once
 
 #include <cstdint>
@@ -17,8 +17,8 @@ struct ProductFolder {
   std::string_view card = kCardFolder;
 };
 
-// Paths begin at the product's folder, with or without a slash. Results are 0 or an errno value; ENOENT also
-// for what leads outside or through a link, or may not be read.
+// Paths begin at the product's folder, with or without a slash. Results are 0 or an errno value; it is ENOENT
+// also if a path leads outside or through a link, or access is denied.
 
 class CardFolder {
  public:
@@ -39,10 +39,10 @@ int findEntry(const ProductFolder& product, std::string_view path, EntryKind* ki
 bool canReadFile(const ProductFolder& product, std::string_view path);
 int removeFile(const ProductFolder& product, std::string_view path);
 
-// After formatting: sleeps for a second, in which the system mounts the card again.
+// Gives the system a second to mount the card again after formatting.
 void awaitMount();
 
-// Creates the folder, for everybody. A failure is only logged, as the folder may be there.
+// Creates the folder with all permissions. An existing folder is no failure; any other one is only logged.
 void makeCardFolder(const std::string& path);
 
 }  // namespace camera

@@ -1,4 +1,4 @@
-// Paths of the SD card, as texts: what a client's path means, and where a path leads.
+// Paths on the SD card, as texts only.
 #include "platform/card/card_path.h"
 
 #include "platform/text.h"

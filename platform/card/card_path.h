@@ -1,4 +1,4 @@
-// Paths of the SD card, as texts: what a client's path means, and where a path leads.
+// Paths on the SD card, as texts only.
 #pragma once
 
 #include <optional>
@@ -10,20 +10,20 @@ namespace camera {
 // Where the card is mounted; the product's folder on it has the model's name.
 inline constexpr std::string_view kCardFolder = "/mnt/usb/";
 
-// False if empty, "." or "..", or with a slash.
+// False for an empty name, "." and "..", and a name with a slash.
 bool isFolderName(std::string_view name);
 
-// What a client's path means: the path from the product's folder, empty or beginning with a slash. The client
-// may name the whole path, or begin at the model's name or at the product's folder. Nothing if the path means
-// no folder, or if the model cannot be a folder's name. The result may still lead outside.
+// Turns a client's path into the path from the product's folder, empty or with a slash at its start. The
+// client's path may begin at the root, at the model's name or at the product's folder. Nothing if it names
+// another folder of the system, or if the model cannot be a folder's name. The result may still lead outside.
 std::optional<std::string> folderFromClient(std::string_view path, std::string_view model);
 
-// Where a path leads, without ".", ".." and needless slashes; empty: where it begins. Nothing if it leads out
-// on its way or holds a NUL. Links count as names: they are not followed on the card.
+// The same path without ".", ".." and needless slashes; empty if it leads back to its start. Nothing if any
+// step leads outside, or for a NUL. Links count as names, because they are not followed on the card.
 std::optional<std::string> plainPath(std::string_view path);
 
-// Where an entry of a folder lies, both paths from the product's folder. Nothing for a name that leads
-// outside, to the folder itself or to one around it.
+// The path of an entry of a folder. Both paths begin at the product's folder. Nothing if the name leads
+// outside, to the folder itself or to one that contains it.
 std::optional<std::string> entryPath(std::string_view folder, std::string_view name);
 
 }  // namespace camera

@@ -1,4 +1,4 @@
-// The states of the SD card: their codes in the record, and their words for clients.
+// The states of the SD card: their codes in the record sd, and their words in replies.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@ namespace camera {
 
 enum CardState : std::uint8_t { kReady = 2, kProtected = 3, kFull = 5, kFormatting = 9, kRecording = 10 };
 
-// By code. In a state without a word the card cannot be used.
+// The words by code. In a state without a word the card cannot be used.
 inline constexpr std::string_view kCardWords[] = {"",
                                                   "",
                                                   "ready",

@@ -1,4 +1,4 @@
-// The names of a folder, in little memory; any page of them can be sorted.
+// A list of the names in a folder. It needs little memory, and sorts no more than one page.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@ namespace camera {
 
 enum class EntryKind : std::uint8_t { kFolder, kFile, kOther, kUnknown };
 
-// Whether to list an entry of that name.
+// True if an entry of that name is to be listed.
 using NameFilter = bool (*)(std::string_view name);
 bool isVisible(std::string_view name);  // does not begin with a dot
 
@@ -22,7 +22,8 @@ class NameList {
   const char* name(std::size_t index) const { return entries_[index] + 1; }
   EntryKind kind(std::size_t index) const { return static_cast<EntryKind>(*entries_[index]); }
 
-  // Puts the right entries, by the order of their bytes, at the positions first to first + count - 1.
+  // Puts at the positions first to first + count - 1 the entries that sorting all names by their bytes would
+  // put there.
   void sort(std::size_t first, std::size_t count);
 
  private:

@@ -1,4 +1,4 @@
-// Calendar dates and times of day over 64-bit seconds.
+// Calendar dates and times of day from and to 64-bit seconds.
 #include "platform/clock/calendar.h"
 
 #include <chrono>

@@ -1,4 +1,4 @@
-// Calendar dates and times of day over 64-bit seconds. libc's functions would link its time zone files and
+// Calendar dates and times of day from and to 64-bit seconds. libc's functions would link its time zones and
 // scanf.
 #pragma once
 
@@ -25,7 +25,8 @@ bool isCivilTime(const CivilTime& time);
 // The inverse of civilTime.
 std::int64_t secondsOf(const CivilTime& time);
 
-// The midnight at which the week-th (5: last) such weekday (0: Sunday) of the month begins, in seconds.
+// The midnight, in seconds, at which a weekday (0: Sunday) of the month begins. week 1 to 4 is the first to
+// the fourth such day, 5 the last.
 std::int64_t secondsOfWeekday(int year, int month, int week, int weekday);
 
 }  // namespace camera

@@ -1,4 +1,4 @@
-// The camera's clock: reading it, setting it, and applying the stored time zone.
+// Reads and sets the camera's clock, and applies the stored time zone.
 #include "platform/clock/clock.h"
 
 #include <algorithm>
@@ -26,8 +26,9 @@ std::int64_t zoneOffset(std::int64_t instant) {
   return offsetAt(appliedZone, instant);
 }
 
-// The instant at which the zone shows that local time, given in seconds as if it were UTC. Of two, the
-// earlier: that of the larger offset. A skipped time takes the smaller one, which holds before the change.
+// The instant of a local time, which is given in seconds as if it were UTC. If the local time occurs twice,
+// this is the earlier instant, that of the larger offset. If it is skipped, the smaller offset counts, which
+// holds before the change.
 std::int64_t instantOf(std::int64_t wall) {
   const auto [smaller, larger] =
       std::minmax({appliedZone.standard, appliedZone.standard + appliedZone.saving});
@@ -72,7 +73,7 @@ StoreResult setClock(SettingsStore& store, std::int64_t systemTime, const ClockS
   if (!isCivilTime(wall)) return store.refuse(curtimeRecord, "no such date");
   if (const StoreResult result = applyTimeZone(store); result != StoreResult::kDone) return result;
   const std::int64_t offset = instantOf(secondsOf(wall)) - systemTime;
-  // Of the rest, only the bytes that nobody uses are stored: the date and time follow from the offset.
+  // Stores no date and time, because they follow from the offset. Keeps the reserved bytes.
   ClockSettings setting{};
   setting.offset_days = static_cast<std::int32_t>(offset / kDay);
   setting.offset_seconds = static_cast<std::int32_t>(offset % kDay);

@@ -9,25 +9,25 @@ struct ClockSettings;
 class SettingsStore;
 enum class StoreResult : int;
 
-// Makes the stored time zone, with the stored daylight saving rules, the one of this process's local times.
-// UTC if it cannot be read.
+// Makes this process use the stored time zone and daylight saving rules for local times. It uses UTC if they
+// cannot be read.
 void applyTimeZone();
 
 // Seconds since 1970-01-01 00:00:00 UTC on the camera's clock; the system's clock if the offset cannot be
 // read.
 std::int64_t cameraTime();
 
-// The same over any store, with the time of the system's clock. Their reads do not count as this
-// process's last read of a record.
+// The same for any store, given the time of the system's clock. Their reads do not count as this process's
+// last read of a record.
 StoreResult applyTimeZone(SettingsStore& store);
 std::int64_t cameraTime(SettingsStore& store, std::int64_t systemTime);
 
-// Fills the record with the stored one, and its local date and time with the present ones in the stored zone.
+// Fills the record with the stored one, and its date and time with the present local ones.
 StoreResult readClock(SettingsStore& store, std::int64_t systemTime, ClockSettings* record);
 
-// Stores the offset with which the camera's clock now shows the record's local date and time. A time that the
-// zone has twice is the first of the two; one that it skips is counted as if the change came later. kRefused
-// if there is no such date.
+// Sets the camera's clock to the record's local date and time, by storing the offset. A time that occurs
+// twice is the first of the two; one that is skipped counts on from before the change. kRefused if there is
+// no such date.
 StoreResult setClock(SettingsStore& store, std::int64_t systemTime, const ClockSettings& record);
 
 }  // namespace camera

@@ -1,4 +1,4 @@
-// The table of time zones, and the changes of daylight saving.
+// The table of time zones, and when daylight saving time starts and stops.
 #include "platform/clock/time_zones.h"
 
 #include <algorithm>
@@ -44,8 +44,8 @@ constexpr std::int16_t east(int hours, int minutes = 0) {
   return static_cast<std::int16_t>(hours * 60 + minutes);
 }
 
-// Takes a number and the character that must follow it (0: the end) off the text. -1 if that is not a number
-// of 0 to max.
+// Removes a number and the character after it from the text, and returns the number. Returns -1 if the number
+// is not 0 to max, or if another character than follower comes after it (0: the end).
 int takeNumber(std::string_view* text, int max, char follower) {
   int number = 0;
   if (text->starts_with('-')) return -1;
@@ -205,7 +205,7 @@ std::int32_t offsetAt(const LocalZone& zone, std::int64_t instant) {
   const int year = civilTime(instant + zone.standard).year;
   const std::int64_t start = changeIn(year, zone.daylight.start, zone.standard);
   const std::int64_t stop = changeIn(year, zone.daylight.stop, zone.standard + zone.saving);
-  // South of the equator the year begins and ends with daylight saving.
+  // South of the equator, daylight saving time lasts over the turn of the year.
   const bool saving = start < stop ? instant >= start && instant < stop : instant >= start || instant < stop;
   return zone.standard + (saving ? zone.saving : 0);
 }

@@ -11,8 +11,8 @@ struct TimeZoneSettings;
 inline constexpr int kTimeZoneCount = 87;
 inline constexpr int kUtcTimeZone = 34;  // without daylight saving
 
-// When clocks change: month 1 to 12, week 1 to 5 (5: last), weekday 0 to 6 (0: Sunday), and the local time of
-// the change in seconds from that day's midnight; it may be negative or more than a day.
+// When clocks change: month 1 to 12, week 1 to 5 (5: last), weekday 0 to 6 (0: Sunday), and the local time in
+// seconds from midnight at the start of that day, which may be negative or more than a day.
 struct ChangeRule {
   std::uint8_t month;
   std::uint8_t week;
@@ -42,7 +42,7 @@ struct LocalZone {
   DaylightRules daylight;
 };
 
-// Malformed daylight saving rules, or an offset of more than two hours, leave standard time only.
+// Malformed daylight saving rules, or an offset of more than two hours, result in standard time only.
 LocalZone localZone(const TimeZoneSettings& setting);
 
 // Local time minus UTC at that instant, in seconds.

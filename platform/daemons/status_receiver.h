@@ -1,4 +1,4 @@
-// The status channel: packages that the camera's daemons send by multicast to everyone who listens.
+// The status channel: packages that the camera's daemons send by multicast to all listeners.
 #pragma once
 
 #include <netinet/in.h>
@@ -16,7 +16,7 @@ namespace camera {
 inline constexpr char kStatusGroup[] = "231.1.1.1";
 inline constexpr std::uint16_t kStatusPort = 8888;
 
-// A status package, as it travels: 24 little-endian words.
+// A status package: 24 words, little-endian in the datagram.
 struct StatusPackage {
   std::uint32_t event;  // bits: the kind of report
   std::uint32_t flags;  // bits, or a result, depending on the event
@@ -29,7 +29,7 @@ struct StatusPackage {
 static_assert(sizeof(StatusPackage) == 96);
 static_assert(offsetof(StatusPackage, value) == 16 && offsetof(StatusPackage, value2) == 24);
 
-// Any number of receivers listen at the same time, each to everything that arrives after its open.
+// Any number of processes may listen at the same time. Each receives all packages that arrive after its open.
 class StatusReceiver {
  public:
   // Joins the group on the loopback interface and on every other one that is up and does multicast. Called
@@ -40,7 +40,7 @@ class StatusReceiver {
   // package untouched, if there is none in that time.
   bool wait(std::uint32_t events, StatusPackage* package, std::chrono::milliseconds time);
 
-  // Whole seconds, on a clock that setting the time does not move.
+  // Whole seconds, by a clock that nobody can set.
   int secondsSinceOpen() const;
 
  private:

@@ -1,4 +1,4 @@
-// What the kernel says of the camera's network interfaces.
+// The camera's network interfaces, as the kernel reports them.
 #pragma once
 
 #include <netinet/in.h>
@@ -15,8 +15,8 @@ struct InterfaceInfo {
   in_addr gateway;
 };
 
-// The addresses of the interface that the camera calls "eth0", "ppp0" or "ra0". The system may know it by
-// another name, which the product information says. Nothing unless it is up, running and has an IPv4 address.
+// The addresses of the interface that the camera calls "eth0", "ppp0" or "ra0"; the product information has
+// the system's name of it. Nothing unless it is up, running and has an IPv4 address.
 std::optional<InterfaceInfo> activeInterface(std::string_view name);
 
 // The same for an interface by the system's own name.

@@ -1,4 +1,4 @@
-// The wireless networks and the signal, in the texts of the driver's files.
+// Parsers of the driver's files: the wireless networks, and the signal.
 #include "platform/network/site_survey.h"
 
 #include <algorithm>

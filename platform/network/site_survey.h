@@ -8,7 +8,7 @@
 namespace camera {
 
 struct Site {
-  char ssid[56];          // empty: ignore the entry
+  char ssid[56];          // empty: endpoints leave the network out
   char encryption[12];    // "NONE", "WEP", "AES", "TKIP" or another word
   char auth[20];          // "OPEN", "SHARED", "WPA-PSK", "WPA2-PSK", "WPA" or another word
   char network_type[12];  // "Infra": an access point; anything else: ad-hoc

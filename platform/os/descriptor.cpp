@@ -1,4 +1,4 @@
-// Reading and writing a descriptor past interruptions and short transfers.
+// Reads and writes descriptors; goes on after interruptions and short counts.
 #include "platform/descriptor.h"
 
 #include <unistd.h>

@@ -1,4 +1,4 @@
-// The camera's debug log: one datagram to the system log, without the time zone file that syslog(3) reads.
+// The camera's debug log: one datagram per text. syslog(3) would also read a time zone file.
 #include "platform/log.h"
 
 #include <sys/socket.h>

@@ -43,8 +43,8 @@ void takePieces(int descriptor, void (*take)(const char* piece, void* context), 
   std::array<char, 4096> block;
   std::array<char, kPieceSize> piece;
   std::size_t size = 0;
-  std::size_t count = 0;   // bytes of the piece, with NULs
-  std::size_t length = 0;  // and without
+  std::size_t count = 0;   // bytes of the piece, NULs included
+  std::size_t length = 0;  // without NULs
   const auto give = [&] {
     piece[length] = '\0';
     take(piece.data(), context);

@@ -4,7 +4,7 @@
 
 namespace camera {
 
-// By index, as the record of the profiles stores it.
+// By index, which the record profile stores.
 inline constexpr const char* kDisplaySystems[] = {
     "VGA-640x480-60Hz", "SXGA-1280x1024",   "NTSC-704x480",     "PAL-704x576",
     "PAL-704x576-25",   "XGA-1024x768",     "VGA-640x480-50Hz", "HD-1280x720",

@@ -23,7 +23,7 @@ std::string_view trimmed(std::string_view text) {
   return text;
 }
 
-// Where a key's value goes, which also says what it must look like.
+// A key and the field that stores its value. The field's type decides which values are accepted.
 struct Key {
   std::string_view name;
   std::variant<bool ProductInfo::*, std::uint8_t ProductInfo::*, std::int32_t ProductInfo::*,
@@ -57,8 +57,8 @@ constexpr Key kKeys[] = {
     {"interface.ra0", &ProductInfo::ra0},
 };
 
-// The end of the table for an unknown name. Files mostly have the table's order, so the search starts where
-// the last one ended.
+// Finds the key of that name; returns the end of the table for an unknown name. Files mostly have the table's
+// order, so the search starts after the previous key.
 const Key* findKey(std::string_view name, const Key* start) {
   const auto isIt = [name](const Key& key) { return key.name == name; };
   const Key* found = std::find_if(start, std::end(kKeys), isIt);
@@ -67,7 +67,7 @@ const Key* findKey(std::string_view name, const Key* start) {
   return found == start ? std::end(kKeys) : found;
 }
 
-// Stores the value of one key. False if the key cannot have it.
+// Stores the value of one key. False if the key does not accept it.
 struct Reader {
   ProductInfo& product;
   std::string_view value;

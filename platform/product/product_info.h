@@ -1,4 +1,4 @@
-// Product information: what the camera knows about its own hardware, from product.conf.
+// Product information: the features of the camera, from product.conf.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,7 @@
 
 namespace camera {
 
-// Words as a line of product.conf lists them; blanks around a word do not belong to it, and empty words do
-// not count.
+// A list of words in product.conf. Blanks around a word and empty words are ignored.
 struct WordList {
   std::string_view text;
   char separator;
@@ -20,8 +19,8 @@ struct WordList {
 };
 
 struct ProductInfo {
-  // Reads the text of a product.conf into a new object. False if a line of it is malformed; the log says
-  // which.
+  // Parses the text of a product.conf. False if a line is malformed or a display system is unknown; the log
+  // has the line's number or the key. Only for a new object.
   bool parse(std::string file);
 
   bool has_pir = false;  // a passive infrared sensor
@@ -64,7 +63,8 @@ struct ProductInfo {
   std::string text_;
 };
 
-// The camera's product information, read and parsed at the first call. Null if that failed; the log says why.
+// The camera's product information, read and parsed at the first call. Null on failure; the log has the
+// reason.
 const ProductInfo* productInfo();
 
 }  // namespace camera

@@ -7,11 +7,11 @@
 
 namespace camera {
 
-// The index that the record of the profiles stores; -1 if it cannot be read.
+// The index in kDisplaySystems; -1 if the record profile cannot be read.
 int displaySystemInUse();
 
 // The names of the supported display systems, separated by single spaces: the first three of the product
-// information; without any, the one in use. Empty if neither can be read.
+// information or, if it has none, the one in use. Empty if these cannot be read.
 std::string supportedDisplaySystems();
 
 // The exposure times, each a number or "number/number", separated by single spaces. Empty if the product has

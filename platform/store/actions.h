@@ -15,8 +15,8 @@ struct ActionRules {
   int waitMilliseconds;
 };
 
-// Runs FOLDER/NAME for each record in the set, in record order, if that is an executable file. Returns how
-// many programs were started.
+// Runs FOLDER/NAME for each record in the set (bit i: record i), in record order, if that is an executable
+// file. Returns how many programs were started.
 int runActions(std::uint64_t set, std::span<const RecordInfo* const> records, const ActionRules& rules);
 
 }  // namespace camera

@@ -1,4 +1,4 @@
-// What a field holds, in settings records and in the states of endpoints.
+// The kinds of fields in settings records and in the states of endpoints.
 #pragma once
 
 #include <cstdint>
@@ -9,11 +9,11 @@ enum class FieldKind : std::uint8_t {
   kByte,      // unsigned 8-bit number
   kInteger,   // signed 32-bit number
   kText,      // NUL-terminated text in a fixed-size array
-  kReserved,  // bytes that no endpoint uses; they pass through unchanged; only in records
-  kView,  // part of a request's text, a std::string_view that is valid during the request; never in records
+  kReserved,  // bytes that no endpoint uses or changes; only in records
+  kView,      // part of a request's text: a std::string_view; only in states
 };
 
-// Of a number its value, of a text its length in bytes.
+// The bounds of a number, or of a text's length in bytes.
 struct Bounds {
   std::int32_t min;
   std::int32_t max;

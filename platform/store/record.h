@@ -1,5 +1,5 @@
-// How a settings record is described: a struct, and a Description of it from which follow the file check, the
-// text form, the validation, the merge and the factory defaults.
+// The description of a settings record. The file check, the text form, the validation, the merge and the
+// factory defaults follow from it.
 #pragma once
 
 #include <array>
@@ -17,8 +17,8 @@ namespace camera {
 
 enum class StoreResult : int {
   kDone = 0,
-  kRefused = 1,  // an unterminated text, a value outside its bounds, or a decision on outdated values
-  kFailed = 2,   // an error of the operating system, or the store did not write the stored file
+  kRefused = 1,  // an unterminated text, a value outside its bounds, or a write decided on outdated values
+  kFailed = 2,   // an error of the operating system, or a file that is not as the store writes it
 };
 
 // One field. Every byte of a record belongs to exactly one.
@@ -28,15 +28,15 @@ struct Field {
   bool isArray;
   std::uint16_t offset;  // of the first element, in bytes
   std::uint16_t width;   // of one element, in bytes
-  std::uint16_t count;   // elements; 1 and not an array: a plain field
-  std::int32_t min;      // of a number its value, of a text its length in bytes
+  std::uint16_t count;   // of elements; 1 unless it is an array
+  std::int32_t min;      // the bounds of a number, or of a text's length in bytes
   std::int32_t max;
 };
 
 // Everything the store knows about a record.
 struct RecordInfo {
   const char* name;
-  std::uint16_t version;  // raised when the record grows: an older file gets its tail from the defaults
+  std::uint16_t version;  // raised when the record grows; an older file gets the new fields from the defaults
   std::uint16_t size;     // in bytes
   std::span<const Field> fields;
   const void* defaults;
@@ -73,12 +73,12 @@ extern const std::array<const RecordInfo*, kRecordCount> kRecords;
 //   };
 //
 // The size and the offsets are those of the file; a struct that has others does not compile. The last two
-// arguments of a field are its bounds. Without them it takes whatever its type holds. A member whose name
-// begins with "reserved" is bytes that nobody uses.
+// arguments of a field are its bounds. Without them it accepts all values of its type. A member whose name
+// begins with "reserved" holds bytes that no endpoint uses.
 template <class Record>
 struct Description;
 
-// What few records need.
+// The members of RecordInfo that few records set, in a kExceptions of their own.
 struct Exceptions {
   std::uint16_t version = 1;
   bool indivisible = false;
@@ -98,7 +98,7 @@ struct Describes {
 
 namespace describe {
 
-// The kind, width and count that a member's type stands for: uint8_t, int32_t, a text, or an array of these.
+// Derives the kind, width and count from a member's type: uint8_t, int32_t, a text, or an array of these.
 template <class Member>
 constexpr Field field(std::string_view name, std::size_t position, std::size_t offset) {
   using Element = std::remove_all_extents_t<Member>;
@@ -140,7 +140,7 @@ constexpr Field field(std::string_view name, std::size_t position, std::size_t o
   return bounded;
 }
 
-// Whether the fields, in order, cover the record without a gap or an overlap.
+// True if the fields, in order, cover the record without a gap or an overlap.
 template <std::size_t N>
 constexpr bool tiles(const Field (&fields)[N], std::size_t size) {
   std::size_t end = 0;

@@ -1,4 +1,4 @@
-// The elements of a record: where each is, how two of them compare, and which values they may hold.
+// The elements of a record: their names, places and values.
 #include "platform/store/record_fields.h"
 
 #include <cstring>

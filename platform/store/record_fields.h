@@ -1,4 +1,4 @@
-// The elements of a record: where each is, how two of them compare, and which values they may hold.
+// The elements of a record: their names, places and values. A plain field has one element, an array several.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@ inline std::size_t elementOffset(const Field& field, unsigned index) {
 // "name"; for an element of an array "name[index]".
 std::string elementName(const Field& field, unsigned index);
 
-// The value of a number element.
+// The value of an element that is a number.
 std::int32_t elementNumber(const Field& field, const void* element);
 
 // Texts are compared up to their NUL.
@@ -25,7 +25,7 @@ bool sameElement(const Field& field, const void* left, const void* right);
 // The bounds of the field that holds the byte at that offset.
 Bounds boundsAt(const RecordInfo& info, std::ptrdiff_t offset);
 
-// Copies an element. What follows the NUL of a text becomes zero.
+// Copies an element. The bytes after a text become zero.
 void copyElement(const Field& field, void* to, const void* from);
 
 // False for a text without a NUL and for a value outside the bounds.

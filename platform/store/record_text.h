@@ -1,4 +1,4 @@
-// The text form of a record's elements, for every command that prints or reads one.
+// The text form of a record's elements, as camera-settings prints and parses it.
 #pragma once
 
 #include <optional>
@@ -13,8 +13,8 @@ namespace camera {
 // other control bytes become \\, \n and \xNN.
 std::string formatElement(const Field& field, const void* element);
 
-// Stores the value of a text in that form. False, with the element untouched, if the text is malformed or the
-// value outside the field's bounds.
+// Parses a text of that form and stores its value. False, with the element untouched, if the text is
+// malformed or its value is outside the field's bounds.
 bool parseElement(const Field& field, std::string_view text, void* element);
 
 struct Element {
@@ -22,7 +22,7 @@ struct Element {
   std::size_t offset;
 };
 
-// The element of that name: a plain field's name, or of an array name[index].
+// Finds an element by its name, which for an array is name[index].
 std::optional<Element> findElement(const RecordInfo& info, std::string_view name);
 
 }  // namespace camera

@@ -1,4 +1,4 @@
-// The settings store as endpoints use it: load a whole record, change the copy, store it.
+// The settings store for endpoints: load a whole record, change the copy, store it.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@
 
 namespace camera {
 
-// The records that a transaction has stored, whose action programs are still to run.
+// The records whose action programs have to run, because they were stored.
 struct Actions {
   std::uint64_t records = 0;  // bit i: record i of CAMERA_RECORDS
 };
@@ -16,12 +16,13 @@ struct Actions {
 // kFailed with the record untouched and the reason in the log.
 StoreResult loadRecord(RecordIndex index, void* record);
 
-// Stores what differs from this process's last load of the record, and adds the record to the actions. kDone
-// once it is stored and synced; kRefused for an unterminated text, a value outside its bounds, or a decision
-// on values that another process changed since; kFailed for an error of the operating system.
+// Stores the fields that differ from this process's last load of the record, and adds the record to the
+// actions. Returns kDone once they are stored and synced; kRefused for an unterminated text, a value outside
+// its bounds, or a write decided on values that another process has changed since; kFailed for an error of
+// the operating system, or a stored record that cannot be read.
 StoreResult storeRecord(RecordIndex index, const void* record, Actions* actions);
 
-// The same by type.
+// kIndexOf<HostSettings> is RecordIndex::host; for a type that is no record it is RecordIndex::count.
 #define CAMERA_RECORD_INDEX_OF(name, type) \
   struct type;                             \
   template <>                              \
@@ -40,16 +41,16 @@ StoreResult loadRecord(Record* record) {
 // depends on, since this process loaded it. After another load and decision, the store may accept the change.
 bool isStoreOvertaken();
 
-// Locks the store, so that a write finds what is loaded from now on. releaseStore, runActions and the end of
-// the process release it. If the store cannot be locked, the next write fails.
+// Locks the store, so that nobody else changes what is loaded from now on. releaseStore, runActions and the
+// end of the process release it. If the store cannot be locked, the next write fails.
 void holdStore();
 void releaseStore();
 
-// Releases the store, since an action program may write it. Then runs the action programs of the records in
-// record order and waits at most 10 s for each. A record needs no program.
+// Releases the store, because an action program may write it. Then runs the action programs of the records in
+// record order and waits at most 10 s for each. Not every record has a program.
 void runActions(const Actions& actions);
 
-// Stores the product's factory settings of the image, whatever was stored, and runs their action program.
+// Replaces the record image, whatever is stored, and runs its action program.
 StoreResult resetImage(const ImageSettings& factory);
 
 }  // namespace camera

@@ -14,8 +14,8 @@
 namespace camera {
 namespace {
 
-// A backup is this line, a line for each element, and a last line with their number, which shows whether it
-// was cut.
+// A backup is this line, a line for each element, and a last line with the number of elements, so that a cut
+// one is noticed.
 constexpr std::string_view kBackupTitle = "camera-settings backup 2";
 constexpr std::string_view kBackupEnd = "end ";
 constexpr std::size_t kMaxBackup = 1 << 20;  // bytes
@@ -42,14 +42,14 @@ struct Restored {
   std::vector<bool> seen;  // by the offset of the element
 };
 
-// A text from outside, made fit for a line of a message.
+// Cuts a text from outside to 64 bytes and replaces control characters, for a message of one line.
 std::string shown(std::string_view text) {
   std::string line(text.substr(0, 64));
   std::replace_if(line.begin(), line.end(), isControl, '?');
   return line;
 }
 
-// A message that says which values an element takes.
+// A message that says which values an element accepts.
 std::string accepted(const RecordInfo& info, const Field& field) {
   const std::string name = std::string(info.name) + "." + field.name + ": ";
   if (field.kind == FieldKind::kReserved)
@@ -59,7 +59,7 @@ std::string accepted(const RecordInfo& info, const Field& field) {
   return range + " bytes, \\\\ for a backslash, \\n and \\xNN for control bytes";
 }
 
-// Reads to the end of the file, but at most what a backup can have. Returns 0 or an errno value.
+// Reads to the end of the file, but not much more than kMaxBackup. Returns 0 or an errno value.
 int readBackup(int descriptor, std::string* text) {
   char buffer[4096];
   int error = 0;
@@ -137,7 +137,7 @@ StoreResult Command::set(Arguments arguments) {
   return report(store_.write(*info, record.data()));
 }
 
-// Goes on after a record that cannot be reset.
+// Resets the other records even if one cannot be reset.
 StoreResult Command::reset(Arguments arguments) {
   std::span<const RecordInfo* const> records = store_.records();
   const RecordInfo* info = nullptr;

@@ -1,5 +1,4 @@
-// The command line of the settings store: list, get, set, reset, backup and restore. --help explains
-// them.
+// The command line of the settings store; --help lists its commands.
 #pragma once
 
 #include <span>
@@ -12,11 +11,11 @@ namespace camera {
 
 struct CommandStreams {
   int input;           // a descriptor; only restore reads it
-  std::string output;  // what belongs on standard output
+  std::string output;  // for standard output
   std::string error;   // without a line end
 };
 
-// Runs the verb that the arguments begin with. Returns the exit status: 0 done, 1 refused or unknown, 2
+// Runs the command that the arguments begin with. Returns the exit status: 0 done, 1 refused or unknown, 2
 // failed.
 int runSettingsCommand(SettingsStore& store, std::span<const std::string_view> arguments,
                        CommandStreams* streams);

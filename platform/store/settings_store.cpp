@@ -42,8 +42,8 @@ std::uint32_t crc32(std::span<const std::uint8_t> bytes) {
   return ~crc;
 }
 
-// Decodes a file; the missing tail of an older one comes from the defaults. Returns what is wrong with it,
-// empty if nothing is.
+// Decodes a file. The new fields that an older file lacks come from the defaults. Returns what is wrong with
+// the file, empty if nothing is.
 std::string decode(const RecordInfo& info, std::span<const std::uint8_t> file,
                    std::vector<std::uint8_t>* record) {
   if (file.size() < kHeaderSize) return "wrong size";
@@ -122,7 +122,7 @@ StoreResult SettingsStore::peek(const RecordInfo& info, void* record) {
 }
 
 StoreResult SettingsStore::write(const RecordInfo& info, const void* record) {
-  // Valid fields stay valid when they are merged with those of a valid record.
+  // The stored record is valid too, so the merged one need not be checked.
   if (const std::string invalid = firstInvalid(info, record); !invalid.empty()) {
     return refuseInvalid(info, invalid);
   }
@@ -186,7 +186,7 @@ StoreResult SettingsStore::begin(const Lock& lock) {
 StoreResult SettingsStore::load(const RecordInfo& info, Bytes* record) {
   std::array<std::uint8_t, kMostBytes> file;
   std::size_t length = 0;
-  // One byte more than the record has, to notice a file that is too long.
+  // One byte more than a file has, to notice one that is too long.
   const int error = files_.read(info.name, file.data(), kHeaderSize + info.size + 1, &length);
   if (error == ENOENT) {
     const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
@@ -222,8 +222,8 @@ StoreResult SettingsStore::replace(const RecordInfo& info, const Bytes& record) 
   return fail(info.name, error);
 }
 
-// Makes a write durable and remembers it. Also syncs if nothing changed: the process that made the change may
-// have died before its sync.
+// Makes a write durable and remembers it. Syncs even if nothing changed: another process may have made the
+// same change and died before it synced.
 StoreResult SettingsStore::finish(const RecordInfo& info, Bytes callersCopy, Bytes storedCopy) {
   if (const int error = files_.syncFolder(); error != 0) return fail(info.name, error);
   remember(info, std::move(callersCopy), std::move(storedCopy));

@@ -39,18 +39,18 @@ class SettingsStore {
   // The same, but it does not count as this process's last read of the record.
   StoreResult peek(const RecordInfo& info, void* record);
 
-  // Stores what differs from this process's last read or write of the record; without one, all of it. Returns
-  // kDone only after the disk has it.
+  // Stores the elements that differ from this process's last read or write of the record; all of them if
+  // there was none. Returns kDone only after the disk has the data.
   StoreResult write(const RecordInfo& info, const void* record);
 
   // Stores the whole record, whatever the file holds and whoever changed it.
   StoreResult overwrite(const RecordInfo& info, const void* record);
 
-  // Goes back to the factory defaults, whatever the file holds.
+  // Restores the factory defaults, whatever the file holds.
   StoreResult reset(const RecordInfo& info);
 
-  // Keeps other processes from writing until release or the end of this process, so that a write finds what
-  // is read from now on. If the store cannot be locked, the next write fails.
+  // Locks the store until release or the end of this process, so that nobody else changes what is read from
+  // now on. If the store cannot be locked, the next write fails.
   void hold();
   void release();
 
@@ -60,7 +60,7 @@ class SettingsStore {
   // depends, after this process read it.
   bool overtaken() const { return overtaken_; }
 
-  // Refuses for a rule that the store does not know. Returns kRefused.
+  // Refuses a record by a rule of the caller's. Returns kRefused.
   StoreResult refuse(const RecordInfo& info, const char* reason);
 
   std::span<const RecordInfo* const> records() const { return records_; }
@@ -71,9 +71,9 @@ class SettingsStore {
   // Only the stored copy has these changes, since the caller has not seen them.
   struct Known {
     const RecordInfo* info;
-    Bytes callersCopy;  // last read or written by the caller; what differs from it in the next write is a
-                        // change. Empty: the same as the stored one
-    Bytes storedCopy;   // what the file held then; if it holds something else, another process wrote it
+    Bytes callersCopy;  // as the caller last read or wrote it; the next write stores what differs from it.
+                        // Empty if it equals storedCopy
+    Bytes storedCopy;   // what the file held then; if it now holds something else, another process wrote it
     const Bytes& callersBytes() const { return callersCopy.empty() ? storedCopy : callersCopy; }
   };
   class Lock;

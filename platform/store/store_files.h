@@ -1,4 +1,4 @@
-// What the settings store needs of the disk: one method for each step that can fail.
+// The files of the settings store: one method for each step that can fail.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +19,7 @@ class StoreFiles {
   virtual int lock() = 0;
   virtual void unlock() = 0;
 
-  // Reads up to size bytes; length becomes their number. ENOENT without the file or the folder.
+  // Reads at most size bytes; length is set to their number. ENOENT if there is no such file or no folder.
   virtual int read(const char* name, void* buffer, std::size_t size, std::size_t* length) = 0;
 
   // Creates a file, which must not exist, readable by its owner alone. It stays open for write and sync until
@@ -38,7 +38,7 @@ class StoreFiles {
   virtual std::string path(const char* name) const = 0;
 };
 
-// The files of a folder. The lock is on the folder itself, so that no lock file lies among the records.
+// Files in a folder. The lock is on the folder itself, so that no lock file lies among the records.
 class PosixStoreFiles final : public StoreFiles {
  public:
   explicit PosixStoreFiles(std::string folder) : folder_(std::move(folder) + "/") {}

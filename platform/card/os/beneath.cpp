@@ -1,4 +1,4 @@
-// Opening beneath a folder: by the kernel where it can, or else part by part.
+// Opens beneath a folder: in one system call if the kernel has it, otherwise part by part.
 #include "platform/card/beneath.h"
 
 #include <fcntl.h>
@@ -25,7 +25,8 @@ Descriptor failed(int error) {
   return Descriptor();
 }
 
-// The folders on the way. ".." goes back to one of them, never to what the file system says is above.
+// The folders on the way. ".." goes back to one of them, never to the parent in the file system: that may
+// have changed meanwhile.
 class Trail {
  public:
   explicit Trail(int folder) : first_(folder) {}
@@ -48,7 +49,7 @@ class Trail {
   std::vector<Descriptor> opened_;
 };
 
-// O_PATH opens a link itself.
+// With O_PATH, O_NOFOLLOW does not fail on a link but opens the link itself.
 Descriptor refuseLink(Descriptor opened) {
   struct stat found {};
   const bool isLink = opened.isOpen() && (fstat(opened.number(), &found) != 0 || S_ISLNK(found.st_mode));
@@ -84,7 +85,7 @@ Descriptor openBeneath(int folder, const char* path, int flags) {
   if ((flags & O_PATH) == 0) how.flags |= O_LARGEFILE;
   how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS;
   const long descriptor = syscall(SYS_openat2, folder, path, &how, sizeof how);
-  // An old kernel, an old sandbox, or folders that were moved meanwhile.
+  // Reasons: an old kernel, an old sandbox, or folders that were moved meanwhile.
   const bool isUnable = descriptor < 0 && (errno == ENOSYS || errno == EPERM || errno == EAGAIN);
   if (!isUnable) return Descriptor(static_cast<int>(descriptor));
 #endif

@@ -18,8 +18,7 @@
 namespace camera {
 namespace {
 
-// What is not there, leads outside or may not be read counts as missing. Other errors are failures of the
-// card.
+// A path counts as missing if it leads outside or access is denied. Other errors are failures of the card.
 int errorOf(int error) {
   switch (error) {
     case EACCES:
@@ -33,7 +32,7 @@ int errorOf(int error) {
   }
 }
 
-// None, with errno, if nothing can be opened there.
+// Returns no descriptor, with errno set, on failure.
 Descriptor openInside(const ProductFolder& product, std::string_view path, int flags) {
   const std::string model{product.model};
   const bool isTooLong = product.card.size() + model.size() + path.size() >= PATH_MAX;
@@ -57,7 +56,7 @@ EntryKind kindOf(const dirent& entry) {
   return entry.d_type == DT_UNKNOWN ? EntryKind::kUnknown : kindOf(static_cast<mode_t>(DTTOIF(entry.d_type)));
 }
 
-// Calls take(name, kind) for each entry of a folder in that folder. Returns 0 or an errno value.
+// Calls take(name, kind) for each entry of the folder of that name. Returns 0 or an errno value.
 template <class Take>
 int forEachEntry(int folder, const char* name, Take take) {
   Descriptor descriptor(openat(folder, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
@@ -65,7 +64,7 @@ int forEachEntry(int folder, const char* name, Take take) {
   if (stream == nullptr) return errno;
   descriptor.release();  // the stream owns it
   for (;;) {
-    errno = 0;  // readdir leaves it alone at the end of the folder
+    errno = 0;  // at the end of the folder, readdir does not change it
     const dirent* entry = readdir(stream);
     if (entry == nullptr) break;
     const std::string_view found = entry->d_name;

@@ -32,7 +32,7 @@ bool sendAll(int descriptor, const char* data, std::size_t size) {
   return true;
 }
 
-// False, with errno, if nothing can be read before the end.
+// False, with errno set, if nothing can be read before the end.
 bool waitForData(int descriptor, Clock::time_point end) {
   for (;;) {
     const auto left = timeUntil(end).count();
@@ -43,7 +43,7 @@ bool waitForData(int descriptor, Clock::time_point end) {
   }
 }
 
-// True if the reply is full, or the daemon closed after at least one byte; otherwise errno says why.
+// True if the reply is full, or if the daemon closed after at least one byte. False with errno set.
 bool receive(int descriptor, Clock::time_point end, char* reply, std::size_t capacity) {
   std::size_t length = 0;
   while (length < capacity) {
@@ -73,7 +73,7 @@ Descriptor connectToDaemon(const char* path, milliseconds limit) {
   }
   std::memcpy(address.sun_path, path, length);
   Descriptor connection(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-  // A connection waits like a write if the daemon does not accept it.
+  // connect obeys this limit too, if the daemon does not accept.
   const timeval wait{.tv_sec = limit.count() / 1000, .tv_usec = limit.count() % 1000 * 1000};
   if (connection.isOpen() &&
       setsockopt(connection.number(), SOL_SOCKET, SO_SNDTIMEO, &wait, sizeof wait) == 0 &&

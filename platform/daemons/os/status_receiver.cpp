@@ -1,4 +1,4 @@
-// The status channel: packages that the camera's daemons send by multicast to everyone who listens.
+// The status channel: packages that the camera's daemons send by multicast to all listeners.
 #include "platform/daemons/status_receiver.h"
 
 #include <arpa/inet.h>
@@ -20,10 +20,10 @@
 namespace camera {
 namespace {
 
-// Under a flood, packages are fetched together and no more often than this: a listener is not woken for each.
+// The shortest time between two fetches, so that a flood does not wake the listener for each package.
 constexpr std::chrono::milliseconds kFetchInterval{20};
 
-// Keeps everything else out of the queue, so that it cannot crowd out packages.
+// Makes the kernel drop datagrams of another length, so that they do not fill the queue.
 bool acceptOnlyPackages(int descriptor) {
   constexpr std::uint32_t kUdpHeader = 8;
   sock_filter program[] = {
@@ -36,7 +36,7 @@ bool acceptOnlyPackages(int descriptor) {
   return setsockopt(descriptor, SOL_SOCKET, SO_ATTACH_FILTER, &filter, sizeof filter) == 0;
 }
 
-// Bound to the group: what is sent to an address of this machine does not arrive.
+// Binds to the group's address, so that datagrams to an address of this machine do not arrive.
 bool bindToGroup(int descriptor) {
   const int yes = 1;
   sockaddr_in address{};
@@ -78,7 +78,7 @@ void StatusReceiver::open() {
   }
 }
 
-// The list has an entry per interface as a link, with its index, and one per address.
+// The system's list has one entry for each interface (AF_PACKET), and one for each address of it.
 void StatusReceiver::joinEverywhere() {
   ifaddrs* interfaces = nullptr;
   if (getifaddrs(&interfaces) != 0) {
@@ -117,7 +117,7 @@ bool StatusReceiver::wait(std::uint32_t events, StatusPackage* package, std::chr
   return false;
 }
 
-// Fills the batch with what has arrived, perhaps nothing. False when the time is over.
+// Fills the batch with the packages that have arrived, if any. False if the time is over.
 bool StatusReceiver::fetch(Clock::time_point end) {
   next_ = count_ = 0;
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()).count();

@@ -20,7 +20,7 @@ namespace {
 
 constexpr char kRoutes[] = "/proc/net/route";
 
-// A line of the routing table. Addresses are printed as the numbers that they are in memory.
+// A line of the routing table. The text has addresses in network byte order, as numbers of this machine.
 struct Route {
   std::uint32_t destination;
   std::uint32_t gateway;

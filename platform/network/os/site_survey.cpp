@@ -1,4 +1,4 @@
-// The files to which the driver writes the wireless networks and the signal.
+// Reads the files to which the driver writes the wireless networks and the signal.
 #include "platform/network/site_survey.h"
 
 #include <cerrno>

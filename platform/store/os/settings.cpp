@@ -1,4 +1,4 @@
-// The settings store as endpoints use it, over the camera's own folders.
+// The settings store for endpoints, in the camera's own folders.
 #include "platform/store/settings.h"
 
 #include <ctime>
@@ -30,7 +30,7 @@ const RecordInfo& infoOf(RecordIndex index) {
 
 }  // namespace
 
-// The clock's record holds an offset; its date and time follow from it.
+// The clock's record stores an offset; its date and time follow from that.
 StoreResult loadRecord(RecordIndex index, void* record) {
   return index == RecordIndex::curtime
              ? readClock(store(), std::time(nullptr), static_cast<ClockSettings*>(record))

@@ -6,7 +6,7 @@
 namespace camera {
 
 struct ClockSettings {
-  // The camera's clock is the system's plus these. The rest of the record follows from them.
+  // The camera's clock is the system's plus these two. Endpoints do not store the dates and times below.
   std::int32_t offset_days;
   std::int32_t offset_seconds;
   std::uint8_t reserved0[20];

@@ -9,7 +9,7 @@ struct MotionSettings {
   std::uint8_t enable;  // 0 off, 1 on
   std::uint8_t sensitivity = 50;
   std::uint8_t push;  // push notification on detected motion: 0 off, 1 on
-  // The watched blocks of the picture, a hexadecimal digit for four. The factory mask watches nothing.
+  // The watched blocks of the picture, one hexadecimal digit for four blocks. The factory mask watches none.
   char mbmask[512] =
       "0000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000"
       "0000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000000"
@@ -25,7 +25,7 @@ struct Description<MotionSettings> : Describes<MotionSettings, 520> {
       CAMERA_FIELD(2, push, 0, 1),   CAMERA_FIELD(3, mbmask, 0, 511),
       CAMERA_FIELD(515, reserved),   CAMERA_FIELD(516, pir_sensitivity, 0, 100),
   };
-  // In some display systems motion cannot be detected: neither may change while the other is decided.
+  // Motion cannot be detected in some display systems, so the two records depend on each other.
   static constexpr Exceptions kExceptions{.dependsOn = recordBit(RecordIndex::profile)};
 };
 

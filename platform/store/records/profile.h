@@ -38,8 +38,8 @@ struct Description<ProfileSettings> : Describes<ProfileSettings, 72> {
       CAMERA_FIELD(69, display_subtype),
       CAMERA_FIELD(70, reserved4),
   };
-  // The fields of a profile depend on one another and on the display system, in some of which motion cannot
-  // be detected.
+  // The fields of a profile depend on one another and on the display system. Motion cannot be detected in
+  // some display systems.
   static constexpr Exceptions kExceptions{.indivisible = true, .dependsOn = recordBit(RecordIndex::motiond)};
 };
 

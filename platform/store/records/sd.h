@@ -1,4 +1,4 @@
-// The SD card's state; no endpoint changes it. Spaces share one unit.
+// The SD card's state; no endpoint changes it. total, free and used are in KiB.
 #pragma once
 
 #include "platform/store/record.h"
@@ -6,7 +6,7 @@
 namespace camera {
 
 struct CardSettings {
-  std::int32_t full_threshold;  // in 1024 units: with no more than that free, the card is full
+  std::int32_t full_threshold;  // in MiB; with no more than that free, the card is full
   // 2 ready, 3 protected, 4 invalid, 5 full, 6 over capacity, 8 to initialise, 9 formatting, 10 recording
   std::uint8_t state;
   std::uint8_t reserved[3];

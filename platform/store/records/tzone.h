@@ -9,7 +9,7 @@ namespace camera {
 struct TimeZoneSettings {
   std::uint8_t timezone = kUtcTimeZone;  // number 1 to 87, west to east
   std::uint8_t dstenable;                // daylight saving time: 0 no, 1 yes
-  std::uint8_t dstauto = 1;              // 1 by the zone's own rules, 0 by the ones below
+  std::uint8_t dstauto = 1;              // 1 by the zone's own rules, 0 by those below
   char offset[32] = "1:00";              // hours and minutes
   char starttime[32] = "M3.5.0/02:00";   // month, week (5: last), weekday (0: Sunday), local time
   char stoptime[32] = "M10.5.0/03:00";
