@@ -23,7 +23,7 @@ fail() {
 value() { printf %b "$(camera-settings get "$1" "$2" | cut -d = -f 2-)"; }
 hasCard() { grep -qE '^has_sdcard *= *1 *(#.*)?$' /etc/camera/product.conf; }
 
-# A model that is not a plain file name has an empty folder.
+# For a model that is not a plain file name, the folder is an empty one.
 folder() {
   local model path
   model=$(value system model)
@@ -46,7 +46,7 @@ format() {
   camera-settings set sd state=$kFormatting
   trap 'camera-settings set sd state=$kToInitialise' EXIT
   find "$kCard" -xdev -mindepth 1 -delete
-  sleep 1  # as a real card, so that others see the state
+  sleep 1  # a real card takes time too; meanwhile clients see the state
   camera-settings set sd used=0 "free=$(value sd total)" state=$kReady
   trap '' EXIT
 }

@@ -72,7 +72,7 @@ void save(const Head& head) {
   if (error != 0) complain(kMemory, std::strerror(error));
 }
 
-// "recording" is not stored: a ready card is in that state while recording is enabled.
+// The state "recording" is not stored: it is that of a ready card while recording is enabled.
 ControlReply setCard(std::size_t state) {
   const bool isRecordedTo = state == kRecording;
   const std::size_t stored = isRecordedTo ? std::size_t{kReady} : state;
@@ -86,7 +86,7 @@ ControlReply setCard(std::size_t state) {
   return {status == 0, printed};
 }
 
-// Uses the defaults for what cannot be read, and says so.
+// Sets up the camera from its files. Uses the defaults for what cannot be read, and reports that.
 void equip(CameraState* camera) {
   HeadDesign design;
   std::string text;

@@ -13,7 +13,7 @@ namespace camera::simulator {
 
 enum class Storage : unsigned char { kOk, kFull, kFailed };
 
-// Something that was detected, and is reported until a time.
+// Something that is reported as detected until a time.
 struct Detection {
   int value = 0;
   double until = 0;  // seconds since the simulator started
@@ -43,8 +43,8 @@ struct CameraState {
   bool sendsStatus = true;
   EventLog log;
 
-  // The camera around the daemons.
-  std::function<std::string()> route = [] { return std::string{}; };  // "1,4,2": slots, counted from 1
+  // What the daemons need of the camera.
+  std::function<std::string()> route = [] { return std::string{}; };  // the stored route: "1,4,2"
   std::function<void()> headChanged = [] {};                          // stores home and presets
 
   // Moves the clock, and the head with it.

@@ -1,4 +1,4 @@
-// The files of a card: plain grey snapshots, brighter by day, and recordings of one such picture.
+// The files of a card: grey snapshots, brighter by day, and recordings that show one such picture.
 #include "virtual-camera/simulator/card.h"
 
 #include <fcntl.h>
@@ -28,8 +28,8 @@ constexpr std::string_view kJpegStart =
 constexpr std::string_view kQuantizationTable = "\xFF\xDB\x00\x43\x00"sv;
 constexpr std::size_t kQuantities = 64;
 constexpr char kQuantity = 16;
-// One component of 640 by 480. The Huffman codes are: no change of brightness, a change of six bits, end of
-// block.
+// One component of 640 by 480. The Huffman codes stand for: no change of brightness, a change of six bits,
+// and the end of a block.
 constexpr std::string_view kJpegTables =
     "\xFF\xC0\x00\x0B\x08\x01\xE0\x02\x80\x01\x01\x11\x00"
     "\xFF\xC4\x00\x15\x00\x01\x01\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x06"
@@ -38,14 +38,14 @@ constexpr std::string_view kJpegTables =
 constexpr std::string_view kJpegEnd = "\xFF\xD9"sv;
 constexpr std::size_t kBlocks = std::size_t{kWidth} * kHeight / 64;
 
-// A file with only zeros between its head and its tail.
+// A file of that size, with zeros between its head and its tail.
 struct Sparse {
   std::string head;
   std::string tail;
   off_t size;
 };
 
-// A picture in two parts, between which a comment may stand. Brightness: 0 to 63.
+// A picture in two parts; a comment may be inserted between them. Brightness is 0 to 63.
 std::array<std::string, 2> jpeg(int brightness) {
   std::string tail{kQuantizationTable};
   tail.append(kQuantities, kQuantity).append(kJpegTables);
@@ -74,7 +74,7 @@ std::string chunk(std::string_view name, const std::string& content) {
   return std::string{name} + words({static_cast<std::int32_t>(content.size())}) + content;
 }
 
-// One picture that lasts for the whole recording, and padding.
+// A recording: one picture that lasts for all of it, and padding.
 Sparse recording(int brightness, off_t size) {
   const auto [start, rest] = jpeg(brightness);
   std::string picture = start + rest;

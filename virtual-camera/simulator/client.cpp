@@ -1,4 +1,4 @@
-// The other side of the simulator's sockets.
+// The client side of the simulator's sockets.
 #include "virtual-camera/simulator/client.h"
 
 #include <sys/socket.h>

@@ -1,4 +1,4 @@
-// The other side of the simulator's sockets, for people and scripts inside the camera.
+// The client side of the simulator's sockets, for the commands of people and scripts.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 namespace camera::simulator {
 
-// Sends the request and reads the whole answer, waiting at most 30 s for each part. Returns 0 or an errno
-// value.
+// Sends the request and reads the whole answer. Waits at most 30 s for the connection, and for each part of
+// the answer. Returns 0 or an errno value.
 int exchange(const char* path, std::string_view request, std::string* answer);
 
 }  // namespace camera::simulator

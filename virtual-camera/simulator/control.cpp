@@ -60,7 +60,7 @@ class Words {
 // Returns false, with nothing changed, if the words are wrong.
 using Command = bool (*)(const Controlled& target, Words& words, ControlReply* reply);
 
-// The last word, "[SECONDS]".
+// Takes the last word, "[SECONDS]", and reports the detection for that time.
 bool notice(const Controlled& target, Words& words, int value, Detection* detection) {
   int seconds = kNoticedSeconds;
   if (!words.isOver() && (!words.number(1, kDay, &seconds) || !words.isOver())) return false;
@@ -145,7 +145,7 @@ bool tellDaemon(const Controlled& target, Words& words, ControlReply* reply) {
   return true;
 }
 
-// Two backslashes stand for one, \xNN for any byte.
+// Replaces two backslashes by one, and \xNN by that byte. False for any other escape.
 bool unescape(std::string_view text, std::string* plain) {
   while (!text.empty()) {
     const bool escaped = text.starts_with('\\');

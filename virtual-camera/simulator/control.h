@@ -9,7 +9,7 @@
 
 namespace camera::simulator {
 
-// The name of the sender of the status packages, as of a daemon.
+// The name of the package sender in the command daemon.
 inline constexpr char kStatusSender[] = "status";
 
 struct ControlReply {
@@ -17,7 +17,7 @@ struct ControlReply {
   std::string text;  // the answer, or why the command failed
 };
 
-// What the commands change.
+// What the commands read and change.
 struct Controlled {
   CameraState& camera;
   Server& server;

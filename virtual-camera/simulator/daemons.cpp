@@ -1,4 +1,4 @@
-// The daemons' protocols: what each answers to the bytes of one request.
+// The daemons' protocols: the answer of each to the bytes of one request.
 #include "virtual-camera/simulator/daemons.h"
 
 #include <algorithm>
@@ -53,7 +53,7 @@ bool stored(const CameraState& camera, bool done) {
   return done;
 }
 
-// The fields of a request. Each command uses some of them.
+// All fields of a request; a command uses some of them.
 struct HeadRequest {
   explicit HeadRequest(const std::string& bytes)
       : code(wordAt(bytes, 0)),
@@ -97,7 +97,7 @@ bool obeys(CameraState& camera, const HeadRequest& request) {
   }
 }
 
-// Finds the line of a code; first is the code of line 1.
+// True if the code is that of a line; index is then the line, counted from 0. first is the code of line 0.
 bool isLine(int code, int first, std::size_t count, std::size_t* index) {
   if (code < first || code >= first + static_cast<int>(count)) return false;
   *index = static_cast<std::size_t>(code - first);

@@ -1,4 +1,5 @@
-// The daemons' protocols: what each answers to the bytes of one request. Unknown requests get the result 1.
+// The daemons' protocols: the answer of each to the bytes of one request. The result of an unknown request
+// is 1; the event log answers it with no text.
 #pragma once
 
 #include <string>

@@ -31,7 +31,7 @@ bool isName(const std::string& name) {
          std::all_of(name.begin(), name.end(), [](char c) { return c > ' ' && c <= '~'; });
 }
 
-// Moves one axis by that many units, but not past its target.
+// Where an axis is after that many units towards its target.
 double nearer(double from, double target, double units) {
   return std::abs(target - from) <= units ? target : from + std::copysign(units, target - from);
 }
@@ -100,7 +100,7 @@ void Head::approach(double seconds) {
   tilt_ = nearer(tilt_, target_.tilt, seconds * design_.speed);
 }
 
-// The next step takes time, or the head comes to rest: advance ends.
+// Afterwards the next step takes time or the head rests, so that advance ends.
 void Head::arrive() {
   if (mode_ == Mode::kPatrolling) rest_ = design_.dwell;
   if (mode_ == Mode::kSweeping) target_.pan = target_.pan == design_.pmax ? design_.pmin : design_.pmax;
@@ -148,7 +148,7 @@ void Head::goHome() {
   go(home_, Mode::kGoing);
 }
 
-// A client that moves the head and then sets the home does not wait for it to arrive.
+// Clients move the head and set the home at once; they do not wait until the head arrives.
 void Head::setHome() {
   home_ = mode_ == Mode::kGoing ? target_ : position();
 }

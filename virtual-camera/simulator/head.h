@@ -14,7 +14,7 @@ struct Position {
   bool operator==(const Position&) const = default;
 };
 
-// The limits and times of a product's head.
+// The limits and the speed of a product's head.
 struct HeadDesign {
   int pmax = 170;
   int pmin = -170;
@@ -24,8 +24,8 @@ struct HeadDesign {
   int dwell = 3;   // seconds that a patrol stays at a preset
 };
 
-// Reads lines such as "pmax = 170" into the design; # starts a comment. False, with the design untouched, for
-// any other line, or a design that does not fit the protocol.
+// Parses lines such as "pmax = 170" into the design; # starts a comment. False, with the design untouched, if
+// a line is malformed or the design does not fit the protocol.
 bool readHeadDesign(std::string_view text, HeadDesign* design);
 
 struct Preset {
@@ -47,7 +47,7 @@ class Head {
   Position home() const { return home_; }
   const std::array<Preset, kPresets>& presets() const { return presets_; }
 
-  // Each ends the movement before. False, with nothing changed, if it is not possible.
+  // Each ends the current movement. False, with nothing changed, if the target is not possible.
   bool moveTo(Position target);
   void moveBy(Position step);  // up to the limits
   void stop();
@@ -56,9 +56,10 @@ class Head {
   void autoPan();
   bool patrol(const std::vector<int>& slots);  // visits the used ones, again and again
 
-  void setHome();  // to where a move leads; otherwise to where the head is
+  void setHome();  // to the target of a move to a position, otherwise to the current position
   void resetHome();
-  // Stores the position under a name of at most 15 printable characters; an empty name clears the slot.
+  // Stores the position under a name of at most 15 printable characters without spaces; an empty name clears
+  // the slot. False, with nothing changed, for another slot or name.
   bool storePreset(int slot, const std::string& name);
 
   // Home and presets as lines of text. remember ignores malformed lines.

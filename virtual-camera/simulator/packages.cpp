@@ -1,4 +1,4 @@
-// The status packages, which the daemons send to everyone who listens.
+// The status packages that the daemons send to all listeners.
 #include "virtual-camera/simulator/packages.h"
 
 #include <arpa/inet.h>
@@ -30,7 +30,7 @@ enum Flag : std::uint32_t {
   kStorageFailed = 0x20,
 };
 
-// Without storage, recording has stopped.
+// Reports recording as stopped unless the storage is ok.
 std::uint32_t recordingFlags(const CameraState& camera) {
   if (camera.storage == Storage::kFull) return kStorageFull;
   if (camera.storage == Storage::kFailed) return kStorageFailed;

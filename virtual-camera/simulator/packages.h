@@ -1,4 +1,4 @@
-// The status packages, which the daemons send to everyone who listens.
+// The status packages that the daemons send to all listeners.
 #pragma once
 
 #include <vector>
@@ -8,7 +8,7 @@
 
 namespace camera::simulator {
 
-// A package per condition; sound level and recording are always reported.
+// One package for each condition. Recording and sound are always reported.
 std::vector<StatusPackage> statusPackages(const CameraState& camera);
 
 // Sends over the loopback interface only.

@@ -18,7 +18,7 @@ constexpr std::chrono::seconds kPatience{60};  // with a client that sends nothi
 constexpr std::size_t kLongestText = 65536;
 constexpr std::size_t kEndlessBytes = 10'000'000;
 
-// None, with errno, on failure.
+// Returns no descriptor, with errno set, on failure.
 Descriptor listenAt(const std::string& path) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
@@ -95,7 +95,7 @@ void Server::accept(Daemon* daemon) {
   connections_.push_back({.socket = std::move(client), .daemon = daemon, .end = Clock::now() + kPatience});
 }
 
-// False if the connection is over.
+// Reads or writes. False if the connection has ended.
 bool Server::goOn(Connection* connection) {
   return connection->answers ? write(connection) : read(connection);
 }

@@ -26,7 +26,7 @@ inline constexpr std::string_view kBehaviours[] = {"up",      "down",  "stale", 
                                                    "closing", "short", "endless"};
 
 struct Daemon {
-  std::string name;  // for commands; empty: none names it
+  std::string name;  // for the command daemon; empty if that cannot change it
   std::string path;
   std::size_t requestSize;  // 0: everything until the client stops sending
   std::function<std::string(const std::string& request)> answer;
@@ -44,7 +44,7 @@ class Server {
   // False, with errno, if the daemon's socket cannot be created.
   bool behave(Daemon* daemon, Behaviour behaviour);
 
-  // Serves all clients until then.
+  // Serves all clients until the end.
   void serveUntil(Clock::time_point end);
 
  private:
