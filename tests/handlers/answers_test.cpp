@@ -1,18 +1,17 @@
-// The endpoints' answers as the files in answers/ have them: each a list of requests, of the states that they
-// meet, and of the replies. Lines:
+// Runs the rows of the files in answers/: requests, the states of the camera, and the replies. Lines:
 //
-//   # RULE                         what the rows below show
-//   endpoint CGI                   of the rows up to the next such line, with, if it has them:
-//   state STATE                      the words of ScriptedPlatform::store
-//   reply LINES                      the plain read's, joined by &
-//   writes CALLS                     what a change writes
-//   key QUERY                        what the plain read sends
-//   shown only                       a plain read afterwards need not agree
+//   # RULE                         the rule that the rows below test
+//   endpoint CGI                   the endpoint of the rows below; these lines may follow it:
+//   state STATE                      the state of every row, in the words of ScriptedPlatform::store
+//   reply LINES                      the lines of the plain read's reply, joined by &
+//   writes CALLS                     the calls with which a change is written
+//   key QUERY                        the query of the plain read
+//   shown only                       a plain read afterwards may give another reply
 //   ok QUERIES  on STATE  says CHANGES  writes CALLS
 //   refused QUERIES  on STATE  with STATUS
 //
-// The parts of a row are those of Row and refuses in endpoint.h; all but the queries may be left out. An
-// empty part is the word nothing.
+// Two spaces separate the parts of a row. They are those of Row and refuses() in endpoint.h; all but the
+// queries may be left out. The word nothing stands for an empty part.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -22,7 +21,7 @@
 namespace camera::test {
 namespace {
 
-// Takes the part behind "  NAME " off the row; nothing if the row has none.
+// Removes the part after "  NAME " from the row and returns it; nothing if the row has none.
 std::optional<std::string> takePart(const std::string& name, std::string* row) {
   const std::size_t at = row->find("  " + name + " ");
   if (at == row->npos) return std::nullopt;

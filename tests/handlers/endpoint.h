@@ -1,4 +1,5 @@
-// The notation of endpoint tests, over the dispatcher's table, the wire and the scripted platform.
+// The notation of endpoint tests. A request goes through the dispatcher's table to the endpoint, which runs
+// on the scripted platform.
 //
 // How to write an endpoint's test
 //
@@ -15,22 +16,29 @@
 //     kPppoe.refuses("pppoe=on&!user", "pppoe.user=");
 //   }
 //
-// A row is {query, state, changes, writes}, and all but the query may be left out. Its state comes on top of
-// the endpoint's, in the words of ScriptedPlatform::store. Changes are the lines of the reply that are not
-// those of the plain read of the same state (or, where the query is the plain read itself, of .reply); left
-// out, the query shows the values as it gave them. Writes left out are the endpoint's where the reply
-// changed, and none where it did not. Beyond the row, every request is held to: one whole reply; a plain read
-// afterwards that agrees with it; cleaned actions, and those of exactly the records written; values that the
-// store takes; unused bytes kept.
+// The plain read is the request without parameters, or with the endpoint's key alone.
 //
-// Queries alone can be given with spaces between them: accepts("user= pppoe=off&user=me").
+// A row is {query, state, changes, writes}; all but the query may be left out.
+//   state    is added to the endpoint's, in the words of ScriptedPlatform::store.
+//   changes  are the lines in which the reply differs from that of the plain read of the same state. If the
+//            query is the plain read itself, they are those in which it differs from .reply. Left out: the
+//            reply shows the values as the query gives them.
+//   writes   are the calls that write. Left out: the endpoint's if the reply has changed, otherwise none.
 //
-// refuses() takes such a text. Each query answers 400 (or the status given) and changes
-// nothing; a message names the parameter at fault, which is the first or any that a ! marks (it is not sent).
-// A marked name without a value is one that is missing: "!user" sends nothing, and "!" is the plain read.
+// Every request is also checked for this: There is one whole reply, and a plain read afterwards agrees with
+// it. The action programs run of exactly the records written. The store accepts the values. Unused bytes keep
+// their values.
 //
-// What the platform's failures make of the request is not for this file: add the endpoint's row to the table
-// in fault_sweep_test.cpp.
+// Rows of a query alone can be one text, with spaces between the queries:
+// accepts("user= pppoe=off&user=me").
+//
+// refuses() takes such a text. Each query must be answered with 400 (or the given status) and change nothing.
+// The message must begin with the name of a parameter that a ! marks (the ! is not sent) or, without a mark,
+// with the first parameter's. A marked name without "=" is not sent, because it is required and missing:
+// "!user" sends nothing. "!" is the request without parameters.
+//
+// Failures of the platform are not for this file: add the endpoint's row to the table in
+// fault_sweep_test.cpp.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -56,25 +64,26 @@ inline Reply request(const std::string& cgi, const std::string& query) {
   return request(cgi, get(query));
 }
 
-// Whether a failure's body is the code and a message, which begins with one of the names and a colon.
+// True if the reply has that status and a body of code and message. The message must begin with one of the
+// names, if any, and a colon.
 bool isFailure(const Reply& reply, int status, const std::vector<std::string>& names = {});
 
 struct Row {
   std::string query;
   std::string state{};
-  // Each replaces the line of its key; without such a line it is inserted after the one before it. "-key"
-  // takes a line away.
+  // Each line replaces the one with its key. If there is none, it is inserted after the previous change, or
+  // at the end. "-key" removes a line.
   std::optional<std::string> changes{};
   std::optional<std::string> writes{};
 };
 
 struct Endpoint {
   std::string cgi;
-  std::string state{};   // of every test
-  std::string reply{};   // to the plain read of that state; empty when that is refused
-  std::string writes{};  // "set pppoe"
-  std::string key{};  // "profileid=1": what the plain read sends, with the query's own value where it has one
-  bool readsBack = true;  // a plain read afterwards gives the reply again
+  std::string state{};    // of every row
+  std::string reply{};    // to the plain read of that state; empty if that is rejected
+  std::string writes{};   // "set pppoe"
+  std::string key{};      // the plain read's query: "profileid=1"; a row's query may have another value
+  bool readsBack = true;  // a plain read afterwards gives the same reply
 
   void accepts(const std::vector<Row>& rows) const;
   void accepts(const std::string& queries, const std::string& with = "",

@@ -1,5 +1,5 @@
-// What holds for every endpoint of the dispatcher's table: every call of the platform that fails, hostile and
-// oversized requests, the documentation.
+// Tests of every endpoint in the dispatcher's table: each platform call fails once, requests are hostile, and
+// the documentation has a section.
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -14,12 +14,12 @@ namespace {
 
 struct Sweep {
   std::string cgi;
-  std::string query;  // changes everything that it can; of an endpoint that only answers, the plain read
+  std::string query;  // changes everything that it can; the plain read if the endpoint only reports
   std::string state{};
-  std::string exceptions{};  // "get ftp=400": the answer if this call fails, in place of that of kFailures
+  std::string exceptions{};  // "get ftp=400": the status if this call fails, in place of that in kFailures
 };
 
-// In alphabetical order; a second row where one request cannot make all the calls.
+// In alphabetical order. An endpoint has several rows if one request cannot make all its calls.
 const Sweep kSweeps[] = {
     {"action_ftp.cgi",
      "enable=yes&host=h&port=2&path=/p&prefix=x&user=u&pass=cA%3D%3D&passive=no&interval=10"},
@@ -103,7 +103,7 @@ const Sweep kSweeps[] = {
 const std::set<std::string> kIgnoreUnknownNames = {"action_ftp.cgi", "action_mail.cgi", "event_log.cgi",
                                                    "sensor.cgi",     "stream_auth.cgi", "user_del.cgi"};
 
-// What the result of a call makes of a request, by the call's verb.
+// The status of a request if a call with that verb has that result.
 constexpr struct {
   const char* verb;
   int result;
@@ -126,7 +126,7 @@ std::string changesAfter(const std::string& call) {
   return scripted().history(kChanges);
 }
 
-// Whether, after a write that was overtaken, every record that it rested on was read again.
+// True if every record that was read before an overtaken write was read again after it.
 bool isReadAgain(const std::string& write) {
   const std::vector<std::string>& calls = scripted().calls;
   const auto written = std::find(calls.begin(), calls.end(), write);
@@ -194,7 +194,7 @@ TEST(EveryEndpoint, RefusesAHostileRequestAndChangesNothing) {
   }
 }
 
-// The words of a reply that are empty.
+// How many values of a reply are empty.
 std::ptrdiff_t emptyValues(const Reply& reply) {
   static const std::string kEnd = "=&";
   const std::string lines = reply.body + "&";
@@ -220,8 +220,8 @@ void expectWordsAtBounds(const Sweep& sweep, const std::string& plain, const Rec
   });
 }
 
-// What is stored may have come from anywhere: a number that stands for a word stands for one at its bounds
-// too.
+// Every number that the store accepts for a word must have one: camera-settings or other firmware may have
+// stored it.
 TEST(EveryEndpoint, FindsAWordForEveryNumberAtItsBounds) {
   for (const Sweep& sweep : kSweeps) {
     const std::string first = sweep.query.substr(0, sweep.query.find('&'));
