@@ -52,6 +52,10 @@ class Answers : public testing::TestWithParam<std::filesystem::path> {};
 TEST_P(Answers, AreTheseForTheseRequests) {
   std::ifstream file{GetParam()};
   Endpoint endpoint;
+  const std::map<std::string, std::string*> parts{{"state", &endpoint.state},
+                                                  {"reply", &endpoint.reply},
+                                                  {"writes", &endpoint.writes},
+                                                  {"key", &endpoint.key}};
   std::string rule;
   int rows = 0;
   for (std::string line; std::getline(file, line);) {
@@ -64,13 +68,14 @@ TEST_P(Answers, AreTheseForTheseRequests) {
       endpoint = {rest};
     else if (verb == "shown")
       endpoint.readsBack = false;
-    else if (verb == "ok" || verb == "refused")
-      run(endpoint, verb, rest), ++rows;
-    else if (!line.empty())
-      (verb == "state"   ? endpoint.state
-       : verb == "reply" ? endpoint.reply
-       : verb == "key"   ? endpoint.key
-                         : endpoint.writes) = rest;
+    else if (const auto part = parts.find(verb); part != parts.end())
+      *part->second = rest;
+    else if (verb == "ok" || verb == "refused") {
+      run(endpoint, verb, rest);
+      ++rows;
+    } else {
+      EXPECT_EQ(line, "") << "no such line";
+    }
   }
   EXPECT_GT(rows, 0);
 }
