@@ -9,7 +9,8 @@ namespace camera {
 
 std::string encodeBase64(std::string_view bytes);
 
-// Nothing for a text that encodeBase64 would not produce: with white space, missing padding or stray bits.
+// Returns nothing for a text that encodeBase64 would not produce: with white space, missing padding or stray
+// bits.
 std::optional<std::string> decodeBase64(std::string_view text);
 
 }  // namespace camera

@@ -25,7 +25,8 @@ inline constexpr CharClass kDigits{.digits = true};
 inline constexpr CharClass kHexDigits{.hexDigits = true};
 inline constexpr CharClass kAnyBytes{.any = true};
 
-// True if every byte is of the class or one of the extra characters. The empty text passes; a NUL never does.
+// True if every byte is of the class or one of the extra characters. The empty text is accepted; a NUL is
+// rejected.
 bool consistsOf(std::string_view text, CharClass accepted, std::string_view extra = {});
 
 // True if the length in bytes is min to max.
@@ -34,8 +35,8 @@ constexpr bool hasLength(std::string_view text, std::int64_t min, std::int64_t m
   return length >= min && length <= max;
 }
 
-// The number at the start of the text: an optional minus sign and digits. What follows is ignored. 0 without
-// digits; a number beyond +-2147483647 becomes that.
+// Returns the number at the start of the text: an optional minus sign and digits. What follows is ignored.
+// Returns 0 without digits, and +-2147483647 for a number beyond it.
 int leadingInteger(std::string_view text);
 
 // Position of the text among the words, compared whole and by case; -1 if absent.
@@ -44,8 +45,8 @@ int indexOf(std::string_view text, Words words);
 // True for a day of the Gregorian calendar in the years 1 to 9999.
 bool isCalendarDate(int year, int month, int day);
 
-// True for four decimal numbers 0 to 255 without leading zeros, joined by dots. address may be null and
-// receives the four bytes in network order.
+// True for four decimal numbers 0 to 255 without leading zeros, joined by dots. Stores the four bytes in
+// network order in address, unless that is null.
 bool parseIpv4(std::string_view text, unsigned char* address = nullptr);
 
 // True for an IPv4 netmask: at least one set bit, and all of them contiguous from the top.

@@ -3,7 +3,7 @@
 
 namespace camera {
 
-// A line also declares its class.
+// Each line also declares the class that it names.
 constexpr EndpointEntry kTable[] = {
     {"action_ftp.cgi", serve<class ActionFtpEndpoint>},
     {"action_mail.cgi", serve<class ActionMailEndpoint>},

@@ -15,7 +15,7 @@ int hexValue(char c) {
   return -1;
 }
 
-// Lead bytes of UTF-8: how many bytes follow, and the bounds of the first of these.
+// A range of lead bytes of UTF-8: how many bytes follow, and the bounds of the first byte that follows.
 struct Sequence {
   unsigned char firstLead, lastLead;
   unsigned char following;
@@ -27,8 +27,8 @@ constexpr Sequence kSequences[] = {
     {0xF1, 0xF3, 3, 0x80, 0xBF}, {0xF4, 0xF4, 3, 0x80, 0x8F},
 };
 
-// The length of the UTF-8 sequence at the start of the text; if it is broken, minus the length of the valid
-// part.
+// Returns the length of the UTF-8 sequence at the start of the text. If the sequence is broken, returns minus
+// the number of bytes that one U+FFFD replaces.
 int sequenceLength(std::string_view text) {
   const auto lead = static_cast<unsigned char>(text.front());
   if (lead < 0x80) return 1;

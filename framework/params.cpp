@@ -8,9 +8,9 @@
 namespace camera {
 namespace {
 
-constexpr std::size_t kMostEchoed = 64;  // bytes of a name that a refusal repeats
+constexpr std::size_t kMostEchoed = 64;  // bytes of a name that a message repeats at most
 
-// The start of a UTF-8 text, in whole characters.
+// Cuts a UTF-8 text to at most kMostEchoed bytes, without splitting a character.
 std::string_view startOf(std::string_view text) {
   if (text.size() <= kMostEchoed) return text;
   std::size_t end = kMostEchoed;
@@ -50,8 +50,8 @@ int fieldNumber(const ParamRow& row, const void* field) {
                                            : *static_cast<const std::int32_t*>(field);
 }
 
-// Leaves a field that already holds the text as it is, bytes after its NUL included, so that an equal value
-// leaves the record equal.
+// Does not write a field that already holds the text: the bytes after its NUL stay too, so that an equal
+// value leaves the record equal.
 bool storeText(const ParamRow& row, std::string_view text, void* field) {
   if (row.fieldKind == FieldKind::kView) {
     *static_cast<std::string_view*>(field) = text;
@@ -185,7 +185,7 @@ bool ParamList::take(const Queries& params, void* state, std::uint64_t* given, s
       *given |= std::uint64_t{1} << i;
       if (!isHandled(row, state) || takeOne(row, query->second, state)) continue;
     }
-    // A missing parameter may only be misspelled: report the unknown name instead.
+    // A required parameter may be missing because its name is misspelled: report the unknown name instead.
     const std::string_view stranger =
         isGiven || unknown == UnknownNames::kIgnore ? "" : unknownName(params, rows);
     *refusal = !stranger.empty()

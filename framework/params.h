@@ -1,5 +1,5 @@
-// Parameter tables: an endpoint lists its parameters as constant data, by which requests are checked and
-// stored and replies are written.
+// Parameter tables: an endpoint lists its parameters as constant data. By these rows, requests are checked
+// and stored, and replies are written.
 #pragma once
 
 #include <algorithm>
@@ -37,28 +37,28 @@ struct ParamRow {
   bool storesNumber = false;  // a choice among numbers stores the number, not its position
   CharClass characters{};
   FieldKind fieldKind{};
-  std::uint16_t size = 0;  // of a text field, its NUL included
+  std::uint16_t size = 0;  // bytes of a text field, with its NUL
   Bounds bounds{};
   const char* extra = "";                           // further characters of a text
-  Words words{};                                    // of a choice; an empty word is a gap
+  Words words{};                                    // of a choice; messages leave out empty ones
   void* (*field)(void* state) = nullptr;            // the field that holds the value
-  Bounds (*recordBounds)() = nullptr;               // in place of bounds: those of a record's field
-  Bounds (*boundsOf)(const void* state) = nullptr;  // in place of both bounds
-  Words (*wordsOf)(const void* state) = nullptr;    // in place of words
+  Bounds (*recordBounds)() = nullptr;               // the bounds of a record's field, in place of bounds
+  Bounds (*boundsOf)(const void* state) = nullptr;  // in place of both, if there is a state
+  Words (*wordsOf)(const void* state) = nullptr;    // in place of words, if there is a state
   bool (*isHandled)(const void* state) = nullptr;   // false: known, but neither checked nor reported
   bool (*check)(std::string_view value) = nullptr;  // a further check of a text that is not empty
   bool (*take)(std::string_view value, void* state) = nullptr;  // of kOwn; false: rejected
-  const char* accepted = nullptr;  // the accepted values, if the row does not show them
+  const char* accepted = nullptr;  // describes the accepted values, in place of acceptedBy's own text
 };
 
-// Describes the accepted values: "1 to 65535", "off or on", "1 to 36 letters, digits, _ - .". If they depend
-// on the state and there is none, this is the row's own text.
+// Describes the accepted values: "1 to 65535", "off or on", "1 to 36 letters, digits, _ - .". Returns the
+// text of accepted instead if the row has one, unless the values depend on the state and there is a state.
 std::string acceptedBy(const ParamRow& row, const void* state);
 
-// "off or on", "auto, manual, day or night"; without the gaps.
+// Lists the words: "off or on", "auto, manual, day or night". Leaves out empty words.
 std::string anyOf(Words words);
 
-// The message that rejects an unknown name. A long name is cut.
+// Returns the message that rejects an unknown name. A long name is cut.
 std::string unknownParam(std::string_view name);
 
 enum class UnknownNames : std::uint8_t { kRefuse, kIgnore };
@@ -67,11 +67,11 @@ enum class UnknownNames : std::uint8_t { kRefuse, kIgnore };
 struct ParamList {
   std::span<const ParamRow> rows;
   UnknownNames unknown = UnknownNames::kRefuse;
-  std::size_t most = SIZE_MAX;  // of parameters in a request
+  std::size_t most = SIZE_MAX;  // parameters that a request may have
 
-  // Stores every given parameter in the state and sets its row's bit in given. False, with the message
-  // "NAME: accepted values", if one is missing, unknown or not accepted. The state may then be half written,
-  // so it must be a copy.
+  // Stores every given parameter in the state and sets its row's bit in given. Returns false, with a message
+  // in refusal, if a parameter is missing, unknown or not accepted, or if there are too many. The state may
+  // then be half written, so it must be a copy.
   bool take(const Queries& params, void* state, std::uint64_t* given, std::string* refusal) const;
 
   // Adds one line for each row that has a field and is handled.
@@ -89,7 +89,7 @@ struct ParamTable {
   std::size_t most = SIZE_MAX;
 
   constexpr ParamList list() const { return {rows, unknown, most}; }
-  // The same table, which ignores unknown names, but rejects a request of more parameters than that.
+  // Returns the table with unknown names ignored. A request with more than mostParams parameters is rejected.
   constexpr ParamTable ignoringUnknown(std::size_t mostParams = SIZE_MAX) const {
     return {rows, UnknownNames::kIgnore, mostParams};
   }
@@ -118,8 +118,8 @@ struct Member<Value Object::*> {
 template <auto kPointer>
 using ObjectOf = typename Member<decltype(kPointer)>::ObjectType;
 
-// Follows a path of members from the state. A step after an array is the member of the state that holds the
-// index.
+// Follows a path of members from the state. The step after an array is a member of the state, which holds the
+// index of the element.
 template <class State, class Object>
 constexpr Object& follow(State&, Object& object) {
   return object;
@@ -218,8 +218,8 @@ struct TypedRow : ParamRow {
   }
 };
 
-// The path leads from the state to the field: &HostSettings::name, or &Wanted::profile,
-// &ProfileSettings::codec, &Wanted::id, where the last names the element of an array.
+// The path leads from the state to the field. Most paths are a single step: &HostSettings::name. In the path
+// &Wanted::profile, &ProfileSettings::codec, &Wanted::id, codec is an array and id holds the index.
 template <auto... kPath>
 constexpr auto paramRow(const char* name, ParamKind kind) {
   using State = params::StateOf<kPath...>;
@@ -278,7 +278,6 @@ constexpr TypedRow<void> ignoredParam(const char* name) {
   return row;
 }
 
-// A table of these rows.
 template <class State, class... Rows>
 constexpr ParamTable<State, sizeof...(Rows)> paramRows(const TypedRow<Rows>&... rows) {
   static_assert(((std::is_same_v<Rows, State> || std::is_void_v<Rows>)&&...),

@@ -20,9 +20,9 @@ class Reply {
   // Adds a header line, given without its line end.
   void header(std::string_view line) { header_.append(line).append("\r\n"); }
 
-  // Write the whole response to standard output, in one write if possible: send the lines with 200 OK,
-  // sendFailure the code (307, 400, 404, 409 or 500) and the message, if it is not empty. A failed write is
-  // ignored: the request has already taken effect.
+  // send writes the lines with 200 OK. sendFailure writes the code (307, 400, 404, 409 or 500) and the
+  // message, unless that is empty. Both write the whole response to standard output, in one write if
+  // possible. A failed write is ignored: the request has already taken effect.
   void send() const;
   void sendFailure(int code, std::string_view message) const;
 

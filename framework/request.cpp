@@ -1,4 +1,4 @@
-// Reading the request from the CGI variables and standard input.
+// Reads the request from the CGI variables and standard input.
 #include "framework/request.h"
 
 #include <unistd.h>

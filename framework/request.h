@@ -11,7 +11,8 @@ struct Request {
 };
 
 // Reads the query string and the body of a POSTed form, at most 64 KiB each, from the CGI variables and
-// standard input. It is an error if the body is longer, is shorter than its Content-Length or is not a form.
+// standard input. Rejects a longer query or body, a body shorter than its Content-Length, and a body that is
+// not a POSTed form.
 // Input after the Content-Length is ignored, because some servers append a line end. With keepsBytes, values
 // may be invalid UTF-8, as file names may be.
 Request readRequest(bool keepsBytes);

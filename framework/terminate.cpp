@@ -1,5 +1,5 @@
-// Makes an uncaught exception abort at once. The handler of GNU's library would print the exception; the name
-// demangler that it needs is a twentieth of the program. Other libraries keep their handler.
+// Makes an uncaught exception abort at once. The handler of GNU's library prints the exception, and needs a
+// name demangler that is a twentieth of the program. Other libraries keep their handler.
 #include <cstdlib>
 #include <exception>
 
