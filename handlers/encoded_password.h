@@ -11,7 +11,7 @@ namespace camera {
 // Bytes of the longest password in base64, its NUL included.
 inline constexpr std::size_t kEncodedSize = 41;
 
-// Nothing for a text that is not the base64 of 0 to 30 letters, digits and punctuation.
+// Returns nothing unless the text is the base64 of 0 to 30 letters, digits and punctuation.
 inline std::optional<std::string> decodePassword(std::string_view encoded) {
   std::optional<std::string> password = decodeBase64(encoded);
   const bool isAccepted =

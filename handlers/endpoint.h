@@ -101,7 +101,7 @@ class Endpoint {
   }
   int commit(int refused = 400);
 
-  bool keepsBytes = false;  // values may be invalid UTF-8, as the names of files are
+  bool keepsBytes = false;  // values may be invalid UTF-8, as file names may be
 
  private:
   int answer();
@@ -126,7 +126,7 @@ void serve() {
   endpoint.serve();
 }
 
-// Reads and answers; takes no parameter.
+// Base of the endpoints that only report. They reject every parameter.
 class ReadOnlyEndpoint : public Endpoint {
  protected:
   explicit ReadOnlyEndpoint(Takes takes = Takes::kNothing) : Endpoint({}, takes) {}
@@ -154,8 +154,7 @@ class ParamEndpoint : public Endpoint {
   void show(const State& state) { showParams(&state); }
 };
 
-// Takes its parameters into a copy of its state, checks that copy as a whole, and stores it or carries it
-// out.
+// Stores the parameters in a copy of its state, checks that copy as a whole, and carries it out.
 template <const auto& kParams, Takes kTakes = Takes::kChanges>
 class StateEndpoint : public ParamEndpoint<kParams, kTakes> {
  protected:
@@ -178,7 +177,7 @@ class StateEndpoint : public ParamEndpoint<kParams, kTakes> {
   // Checks the rules between values; may change values that follow from others. Returns 200, or what refuse
   // or fail returned.
   virtual int check(State& /*wanted*/) { return 200; }
-  // Makes the wanted state the camera's.
+  // Stores the wanted state, or makes the camera act on it.
   virtual int carryOut(State& wanted) = 0;
 
   State state{};  // as load read it; after a successful apply, the wanted one
