@@ -158,7 +158,7 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
     return result;
   }
 
-  // Fails if the stored DST rules are malformed, unless this request replaces them.
+  // If the change fails while the stored DST rules are malformed, the rules are reported instead.
   int apply() override {
     const int result = change();
     return result == 200 || (hasOneSlash(tzone_.starttime) && hasOneSlash(tzone_.stoptime)) ? result
@@ -176,7 +176,7 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
     if (wanted.method != kSetNow) wanted.clock = curtime_;
     const int result = store(wanted);
     if (result == 200) return report(wanted);
-    tzone_ = wanted.zone;  // so that rules that the request replaces are not reported as the failure
+    tzone_ = wanted.zone;  // so that apply does not report rules that this request replaces
     return result;
   }
 
@@ -205,8 +205,8 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
 
   int failOnRules() { return fail(500, "settings: the stored daylight saving rules are malformed"); }
 
-  // An unchanged date and time is another instant in a new zone, so method=2 then sets the clock although its
-  // record is equal.
+  // In a new zone, the same date and time is another instant. method=2 then sets the clock even if its record
+  // is equal.
   int store(const Wanted& wanted) {
     isZoneMoved_ = isZoneMoved_ || differ(tzone_, wanted.zone);
     isSet_ = isSet_ || differ(curtime_, wanted.clock) || (wanted.method == kSetNow && isZoneMoved_);

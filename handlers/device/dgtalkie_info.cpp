@@ -1,4 +1,4 @@
-// dgtalkie_info.cgi: that the camera supports dgtalkie, and which of its codes.
+// dgtalkie_info.cgi: reports that the camera supports dgtalkie, and the supported codes.
 #include "handlers/endpoint.h"
 
 namespace camera {

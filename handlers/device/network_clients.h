@@ -9,7 +9,7 @@ namespace camera {
 
 inline constexpr const char* kDdnsProviders[] = {"velkorddns", "dyndns"};
 
-// An endpoint that switches on a client, which needs some texts to run.
+// Base of the endpoints that switch a network client on or off. The client needs some texts to run.
 template <class Base>
 class ClientEndpoint : public Base {
  protected:

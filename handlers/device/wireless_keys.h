@@ -10,10 +10,10 @@ namespace camera {
 struct WepFormat {
   std::size_t length;  // in characters
   bool isHex;          // otherwise printable ASCII
-  const char* bits;    // the length that clients know it by
+  const char* bits;    // the key length that replies show
 };
 
-// Null if no WEP key has this length.
+// Returns null if no WEP key has this length.
 const WepFormat* wepFormat(std::string_view key);
 
 // False for an empty key.

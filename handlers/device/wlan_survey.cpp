@@ -22,7 +22,7 @@ constexpr AuthWord kAuthWords[] = {
 constexpr const char* kSurveyedEncryptions[] = {"NONE", "WEP", "AES", "TKIP"};
 constexpr const char* kEncryptionWords[] = {"none", "WEP", "AES", "TKIP"};
 
-// Null for a network that is left out.
+// Returns null for a network that is left out.
 const char* authWord(const Site& site) {
   for (const AuthWord& row : kAuthWords) {
     if (row.auth == site.auth && (row.encryption.empty() || row.encryption == site.encryption))
@@ -31,7 +31,7 @@ const char* authWord(const Site& site) {
   return nullptr;
 }
 
-// In percent, of a signal in dBm.
+// Converts a signal in dBm to percent.
 int quality(int rssi) {
   if (rssi >= -50) return 100;
   if (rssi >= -80) return (26 * rssi + 2080) / 10 + 24;
