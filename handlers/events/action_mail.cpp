@@ -11,7 +11,7 @@ struct Mail {
   char pass[kEncodedSize];
 };
 
-// True if a dot follows the first "@", also for several addresses with commas between them.
+// True if a dot follows the first "@" anywhere. A list of addresses with commas is accepted too.
 bool isAddress(std::string_view text) {
   const std::size_t at = text.find('@');
   return at != text.npos && text.find('.', at) != text.npos;

@@ -33,7 +33,7 @@ class EventInfoEndpoint final : public ReadOnlyEndpoint {
     if (info.has_sdcard) handlers_.add({"sd1_rec"});
     handlers_.add({"mail_shot"});
     handlers_.add({"ftp_shot"});
-    addTrigger("schedule", "", "");  // has no rules for outputs
+    addTrigger("schedule", "", "");  // before the outputs are listed, because it has no rules for them
     for (std::uint32_t i = 1; i <= info.output_count; ++i) handlers_.add({"output", Decimal(i).text()});
     addTrigger("md1", "", "-event");
     for (std::uint32_t i = 1; i <= info.input_count; ++i) addTrigger("input", Decimal(i).text(), "-event");

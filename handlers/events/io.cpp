@@ -21,7 +21,7 @@ constexpr auto kParams = paramRows<Switches>(
     choiceParam<&Switches::out3>("out3", kOffOn), choiceParam<&Switches::out4>("out4", kOffOn));
 static_assert(kParams.rows.size() == kMostLines);
 
-// The product's lines that the daemon has commands for.
+// Returns how many of the product's lines the daemon has commands for.
 int handledLines(std::uint32_t count) {
   return static_cast<int>(std::min<std::uint32_t>(count, kMostLines));
 }
@@ -54,7 +54,7 @@ class IoEndpoint final : public ParamEndpoint<kParams> {
     return 200;
   }
 
-  // The reply to a request that switches has the outputs alone.
+  // A request that switches outputs gets a reply of the outputs alone.
   int reply() override {
     const struct {
       const char* name;

@@ -7,8 +7,8 @@
 
 namespace camera {
 
-// Bits of a package's event word. Inputs and outputs: the first line's bit; the next lines have the next
-// bits.
+// Bits of a package's event word. kInputEvent and kOutputEvent are the bits of the first line; the further
+// lines have the next bits.
 enum StatusEvent : std::uint32_t {
   kMotionEvent = 0x1,     // its value is the amount
   kUnusedEvent = 0x2,     // only its flags are used
@@ -21,7 +21,7 @@ enum StatusEvent : std::uint32_t {
   kSoundLevelEvent = 0x800000,  // its value is the level
 };
 
-// Bits of the flags word, of any package.
+// Bits of the flags word, which every package has.
 enum StatusFlag : std::uint32_t {
   kPirFlag = 0x1,
   kStorageFullFlag = 0x10,
@@ -32,8 +32,8 @@ inline std::uint8_t lowByte(std::int32_t number) {
   return static_cast<std::uint8_t>(number);
 }
 
-// Calls take for each package with one of the events, until the time is over or take returns false. May last
-// up to a second longer, because a wait that has begun is not cut short.
+// Calls take for each package with one of the events, until the time is over or take returns false. It may
+// return up to a second late, because a wait that has begun is not cut short.
 template <class Take>
 void listen(std::uint32_t events, int seconds, Take take) {
   StatusReceiver receiver;
