@@ -8,10 +8,10 @@ constexpr const char* kCodecs[] = {"PCM", "ADPCM", "AAC"};
 constexpr const char* kSampleRates[] = {"8"};
 constexpr const char* kBitRates[] = {"128", "32", "16"};
 
-// The lists' positions, counted from 0, are the profiles, counted from 1.
+// Profile i has entry i - 1 of kCodecs and of kBitRates.
 struct AudioProfile {
   std::int32_t number = 0;
-  std::int32_t codec = -1;  // -1: whatever the profile has
+  std::int32_t codec = -1;  // -1: not given
   std::int32_t sampleRate = 0;
   std::int32_t channels = 1;
   std::int32_t bitRate = -1;

@@ -6,7 +6,7 @@
 
 namespace camera {
 
-constexpr std::size_t kMostTimes = 256;  // whose position a byte can store
+constexpr std::size_t kMostTimes = 256;  // as many as a byte can number
 
 class SensorEndpoint final : public Endpoint {
  public:

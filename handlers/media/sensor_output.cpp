@@ -40,7 +40,7 @@ std::uint8_t adapted(std::uint8_t rate, const DisplayMode& display) {
   return std::min(change == display.rateChanges.end() ? rate : change->to, display.fastest);
 }
 
-// What the profiles become in that display system.
+// Changes the profiles to what the display system accepts.
 void adapt(ProfileSettings* profiles, int number, const DisplayMode& display) {
   profiles->display_system = static_cast<std::uint8_t>(number);
   if (display.subtype != 0) profiles->display_subtype = display.subtype;

@@ -12,7 +12,7 @@ constexpr auto kParams = paramRows<Confirmation>(confirmationParam("reset"));
 }  // namespace
 
 class SensorResetEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
-  // A reset that fails is reported as such, not as a failed request.
+  // A reset that fails still returns 200; the reply reports the failure.
   int carryOut(Confirmation& /*wanted*/) override {
     ImageSettings factory{};
     isDone_ = fitToSensor(&factory) && resetImage(factory) == StoreResult::kDone;

@@ -210,7 +210,7 @@ constexpr StreamSensor kStreamSensors[] = {
     {.name = "hm1375", .smaller = profileBit(2) | profileBit(3) | profileBit(4), .offersFastRates = true},
 };
 
-// Frame rates per second. Of the offered ones some lack a 6 that is accepted.
+// Frame rates per second. Some lists of offered rates leave out 6, which is accepted.
 constexpr const char* k60Hz[] = {"1", "2", "3", "5", "6", "10", "15", "30"};
 constexpr const char* k50Hz[] = {"1", "2", "3", "5", "8", "12", "25"};
 constexpr const char* kOfferedTo15[] = {"1", "2", "3", "5", "10", "15"};
@@ -277,7 +277,7 @@ constexpr DisplayMode kDisplayModes[] = {
 };
 static_assert(std::size(kDisplayModes) == std::size(kDisplaySystems));
 
-// The row of the model, or else that of its base model; null for one without.
+// Returns the row of the model, or else that of its base model; null if neither has one.
 template <class Row>
 const Row* findModel(std::span<const Row> rows, std::string_view model) {
   for (const Row& row : rows)
@@ -307,14 +307,14 @@ int numberIn(const Names& names, std::string_view value, int /*stored*/) {
 
 int numberIn(const Levels& levels, std::string_view value, int stored) {
   const int first = numberIn(levels.names, value, stored);
-  // With a sign it is no number of a level but another word.
+  // Only digits are the number of a level: a text with a sign is rejected.
   if (first < 0) return consistsOf(value, kDigits) ? numberIn(levels.numbers, value, stored) : -1;
   const auto level = static_cast<std::size_t>(stored);
   const bool hasName = level < levels.names.all.size() && value == levels.names.all[level];
   return hasName ? stored : first;
 }
 
-// The names of a set, null without.
+// Returns the names of a set; null if it has none.
 const Names* namesOf(const ValueSet& values) {
   const auto* levels = std::get_if<Levels>(&values);
   return levels != nullptr ? &levels->names : std::get_if<Names>(&values);

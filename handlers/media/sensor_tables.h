@@ -55,7 +55,7 @@ using ValueSet = std::variant<Range, Steps, Names, Levels>;
 
 // The number to store for a value, -1 if the value is not accepted.
 int numberOf(const ValueSet& values, std::string_view value, int stored);
-// The value of a stored number. One beyond the names has the last of them.
+// Returns the value of a stored number. A number beyond the names has the last name.
 std::string valueOf(const ValueSet& values, int stored);
 std::string offeredBy(const ValueSet& values);   // "off,low,high", "0...100", "0,50,100"
 std::string acceptedBy(const ValueSet& values);  // in words, for a refusal
@@ -129,13 +129,13 @@ struct VideoSensor {
   const char* name;
   Codecs codecs[kProfiles];       // of the first profile, the second, ...
   bool hasQualityModes = false;   // the client chooses between CBR and Fixquality
-  std::uint8_t resolutions = 3;   // of a display system's, the first
+  std::uint8_t resolutions = 3;   // how many of a display system's, from the first on
   Profiles largest = 0b11110;     // which may have the largest resolution
-  bool sharesLargest = false;     // also where other sensors leave it to the first profile
+  bool sharesLargest = false;     // lifts Largest::kFirstProfileUnlessShared
   RateLimit inLargest{};          // with the largest resolution
   bool hasFastRates = false;      // accepts the frame rates of fast sensors
-  std::uint8_t missingRates = 0;  // of a display system's, the first, which the first profile lacks
-  Profiles manyBitRates = 0;      // which have more than the common ones
+  std::uint8_t missingRates = 0;  // how many of the lowest rates the first profile lacks
+  Profiles manyBitRates = 0;      // the profiles that have more than the common ones
 };
 // Null for a model without video profiles.
 const VideoSensor* videoSensor(std::string_view model);
@@ -143,7 +143,7 @@ const VideoSensor* videoSensor(std::string_view model);
 // What stream_info.cgi says of a sensor beyond its VideoSensor.
 struct StreamSensor {
   const char* name;
-  Profiles smaller = 0;          // which are not offered the largest resolution
+  Profiles smaller = 0;          // the profiles that are not offered the largest resolution
   bool offersFastRates = false;  // offers the frame rates of fast sensors
   const char* bans = "";
 };
@@ -161,7 +161,7 @@ struct RateChange {
   std::uint8_t to;
 };
 
-// Who may have a display system's largest resolution, as far as the sensor lets them.
+// Which profiles may have a display system's largest resolution, if the sensor lets them.
 enum class Largest : std::uint8_t { kAll, kFirstProfile, kFirstProfileUnlessShared };
 
 // A display system, by its number.
@@ -171,7 +171,7 @@ struct DisplayMode {
   FrameRates offered;
   std::span<const RateChange> rateChanges{};  // of a switch to it
   Largest largest = Largest::kAll;
-  bool largestIsMjpeg = false;  // and of the first profile as MJPEG only
+  bool largestIsMjpeg = false;  // the first profile has the largest resolution as MJPEG only
   bool detectsMotion = true;
   // Other effects of a switch to it.
   std::uint8_t fastest = 255;    // frames per second, at most

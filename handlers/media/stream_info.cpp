@@ -50,13 +50,13 @@ class StreamInfoEndpoint final : public ReadOnlyEndpoint {
     return 200;
   }
 
-  // A line whose key ends in a number, unless that is 0.
+  // Adds a line. The number is appended to its key, unless it is 0.
   void line(std::string_view key, int number, std::initializer_list<std::string_view> value) {
     const Decimal digits(number);
     pair(joined({key, number == 0 ? "" : digits.text()}), joined(value));
   }
 
-  // The same for every profile.
+  // Adds a line with the same value for every profile.
   void lines(std::string_view key, std::string_view value) {
     for (int i = 1; i <= kProfiles; ++i) line(key, i, {value});
   }

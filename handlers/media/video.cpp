@@ -102,7 +102,7 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
     if (take(&wanted) != 200) return 400;
     if (given("quality"))
       wanted.profiles.quality[wanted.id] = static_cast<std::uint8_t>(levelOf(wanted.quality));
-    // What follows from the request's values is shown, but is itself no reason to store them.
+    // The reply shows what follows from the request's values, but that alone does not store the record.
     const bool isChanged = differ(video_.profiles, wanted.profiles);
     addConsequences(&wanted);
     int result = checkCodec(wanted);
