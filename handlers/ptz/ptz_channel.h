@@ -9,7 +9,7 @@
 
 namespace camera {
 
-// What the daemon answers, as it travels. Its pans are those of a client, mirrored; its tilts are the same.
+// What the daemon answers, as it travels. Its pans mirror the client's; its tilts are the client's.
 struct PtzLimits {
   Little<std::int16_t> pmax, pmin, tmax, tmin;
 };
