@@ -8,7 +8,7 @@
 
 namespace camera {
 
-// On top of one of the endpoints of handlers/endpoint.h.
+// Base is one of the classes of handlers/endpoint.h.
 template <class Base>
 class CardEndpoint : public Base {
  protected:

@@ -48,12 +48,12 @@ class CardFilesEndpoint : public CardEndpoint<ParamEndpoint<kParams, kTakes>> {
 
   ProductFolder productFolder() const { return {.model = system_.model}; }
 
-  // Bytes of the whole path of an entry, whose path is relative to the product's folder.
+  // Returns the bytes of an entry's whole path. The given path is relative to the product's folder.
   std::size_t wholePathSize(std::string_view path) const {
     return kCardFolder.size() + productFolder().model.size() + path.size();
   }
 
-  // True for a path that names a file, which is treated as an empty folder.
+  // True if the path names a file. Such a path is treated as an empty folder.
   bool isFile(const std::optional<std::string>& path) const {
     return path && canReadFile(productFolder(), *path);
   }
