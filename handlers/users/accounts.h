@@ -14,7 +14,7 @@ inline constexpr const char* kGroups[] = {"Administrator", "Users"};
 // Stands for the administrator in lists and queries, whatever the account's name is.
 inline constexpr char kAdminWord[] = "admin";
 
-// The slot of the ordinary account of that name; -1 if there is none.
+// Returns the slot of the ordinary account of that name; -1 if there is none.
 inline int findUser(const AccountSettings& account, std::string_view name) {
   for (int slot = 1; slot <= account.user_count; ++slot) {
     if (name == account.user_name[slot]) return slot;

@@ -7,8 +7,8 @@
 namespace camera {
 namespace {
 
-constexpr std::string_view kVelkor = "Velkor";      // accounts cannot be renamed
-constexpr std::string_view kLarkmoor = "Larkmoor";  // passwords have further rules
+constexpr std::string_view kVelkor = "Velkor";      // a brand whose accounts cannot be renamed
+constexpr std::string_view kLarkmoor = "Larkmoor";  // a brand whose passwords have further rules
 constexpr char kLarkmoorText[] = "!#$%@";
 constexpr char kLongPasswordModule[] = "device1_2";
 
