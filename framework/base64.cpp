@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::string_view kDigits64 = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-// Decodes four characters, the last fill of which are "=", to 24 bits. Returns false if another character is
-// not a base64 digit, or if a bit that the padding leaves unused is set.
+// Decodes four characters to 24 bits; fill is the number of "=" at their end. Returns false if another
+// character is not a base64 digit, or if a bit that the padding leaves unused is set.
 bool decodeGroup(std::string_view group, std::size_t fill, std::uint32_t* bits) {
   *bits = 0;
   for (std::size_t i = 0; i < 4; ++i) {

@@ -1,4 +1,4 @@
-// The dispatcher: a process serves one request, with the endpoint of the name by which it was started.
+// The dispatcher: each process serves one request. The name that it was started by selects the endpoint.
 #include <libgen.h>
 #include <unistd.h>
 

@@ -50,8 +50,8 @@ int fieldNumber(const ParamRow& row, const void* field) {
                                            : *static_cast<const std::int32_t*>(field);
 }
 
-// Does not write a field that already holds the text: the bytes after its NUL stay too, so that an equal
-// value leaves the record equal.
+// A field that already holds the text keeps the bytes after its NUL, so that an equal value leaves the record
+// equal.
 bool storeText(const ParamRow& row, std::string_view text, void* field) {
   if (row.fieldKind == FieldKind::kView) {
     *static_cast<std::string_view*>(field) = text;

@@ -1,5 +1,5 @@
-// Parameter tables: an endpoint lists its parameters as constant data. By these rows, requests are checked
-// and stored, and replies are written.
+// Parameter tables: an endpoint lists its parameters as constant rows. The rows decide how a request is
+// checked and stored, and what the reply contains.
 #pragma once
 
 #include <algorithm>
@@ -52,7 +52,7 @@ struct ParamRow {
 };
 
 // Describes the accepted values: "1 to 65535", "off or on", "1 to 36 letters, digits, _ - .". Returns the
-// text of accepted instead if the row has one, unless the values depend on the state and there is a state.
+// row's accepted text instead if it has one, unless the values depend on the state and there is a state.
 std::string acceptedBy(const ParamRow& row, const void* state);
 
 // Lists the words: "off or on", "auto, manual, day or night". Leaves out empty words.
@@ -118,8 +118,8 @@ struct Member<Value Object::*> {
 template <auto kPointer>
 using ObjectOf = typename Member<decltype(kPointer)>::ObjectType;
 
-// Follows a path of members from the state. The step after an array is a member of the state, which holds the
-// index of the element.
+// Follows a path of members from the state. The step after an array is the member of the state that holds the
+// element's index.
 template <class State, class Object>
 constexpr Object& follow(State&, Object& object) {
   return object;
@@ -241,7 +241,7 @@ constexpr auto integerParam(const char* name, int min, int max) {
   return row;
 }
 
-// Letters, digits and the extra characters, or those of another class.
+// Accepts the characters of the class (by default letters and digits) and the extra ones.
 template <auto... kPath>
 constexpr auto textParam(const char* name, int min, int max, const char* extra,
                          CharClass characters = kAlnum) {
@@ -259,8 +259,8 @@ constexpr auto choiceParam(const char* name, Words words = {}) {
   return row;
 }
 
-// A parameter that the function bool (std::string_view value, State& state) checks and stores. It has no
-// reply line.
+// kTake: bool (std::string_view value, State& state). It checks and stores the parameter, which has no reply
+// line.
 template <auto kTake, class State>
 constexpr TypedRow<State> ownParam(const char* name, const char* accepted) {
   TypedRow<State> row{};
