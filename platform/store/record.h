@@ -72,13 +72,13 @@ extern const std::array<const RecordInfo*, kRecordCount> kRecords;
 //     };
 //   };
 //
-// The size and the offsets are those of the file; a struct that has others does not compile. The last two
-// arguments of a field are its bounds. Without them it accepts all values of its type. A member whose name
-// begins with "reserved" holds bytes that no endpoint uses.
+// The size and the offsets are those of the stored record; a struct that has others does not compile. The
+// last two arguments of a field are its bounds. Without them it accepts all values of its type. A member
+// whose name begins with "reserved" holds bytes that no endpoint uses.
 template <class Record>
 struct Description;
 
-// The members of RecordInfo that few records set, in a kExceptions of their own.
+// The members of RecordInfo that few records set. Such a record declares its own kExceptions.
 struct Exceptions {
   std::uint16_t version = 1;
   bool indivisible = false;

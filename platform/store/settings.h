@@ -7,7 +7,7 @@
 
 namespace camera {
 
-// The records whose action programs have to run, because they were stored.
+// The stored records whose action programs have to run.
 struct Actions {
   std::uint64_t records = 0;  // bit i: record i of CAMERA_RECORDS
 };
@@ -16,10 +16,10 @@ struct Actions {
 // kFailed with the record untouched and the reason in the log.
 StoreResult loadRecord(RecordIndex index, void* record);
 
-// Stores the fields that differ from this process's last load of the record, and adds the record to the
-// actions. Returns kDone once they are stored and synced; kRefused for an unterminated text, a value outside
-// its bounds, or a write decided on values that another process has changed since; kFailed for an error of
-// the operating system, or a stored record that cannot be read.
+// Stores the fields that differ from this process's last load or store of the record, and adds the record to
+// the actions. Returns kDone once they are stored and synced; kRefused for an unterminated text, a value
+// outside its bounds, or a write decided on values that another process has changed since; kFailed for an
+// error of the operating system, or a stored record that cannot be read.
 StoreResult storeRecord(RecordIndex index, const void* record, Actions* actions);
 
 // kIndexOf<HostSettings> is RecordIndex::host; for a type that is no record it is RecordIndex::count.

@@ -15,7 +15,7 @@ namespace camera {
 namespace {
 
 // A backup is this line, a line for each element, and a last line with the number of elements, so that a cut
-// one is noticed.
+// backup is noticed.
 constexpr std::string_view kBackupTitle = "camera-settings backup 2";
 constexpr std::string_view kBackupEnd = "end ";
 constexpr std::size_t kMaxBackup = 1 << 20;  // bytes

@@ -7,7 +7,7 @@ namespace camera {
 
 struct IrSettings {
   std::uint8_t icr_mode;  // day/night switch: 0 auto, 1 manual, 2 day, 3 night
-  std::uint8_t ir_led;    // infrared LEDs: 0 off, 1 on; follows the switch in its fixed modes
+  std::uint8_t ir_led;    // infrared LEDs: 0 off, 1 on; follows the switch in its day and night modes
   std::uint8_t reserved[2];
 };
 
