@@ -17,8 +17,8 @@ struct ProductFolder {
   std::string_view card = kCardFolder;
 };
 
-// Paths begin at the product's folder, with or without a slash. Results are 0 or an errno value; it is ENOENT
-// also if a path leads outside or through a link, or access is denied.
+// Paths begin at the product's folder, with or without a slash. An int result is 0 or an errno value: ENOENT
+// also if a path leads outside or through a link, or if opening it is denied.
 
 class CardFolder {
  public:
@@ -42,7 +42,7 @@ int removeFile(const ProductFolder& product, std::string_view path);
 // Gives the system a second to mount the card again after formatting.
 void awaitMount();
 
-// Creates the folder with all permissions. An existing folder is no failure; any other one is only logged.
+// Creates the folder with all permissions. An existing folder is accepted; a failure is only logged.
 void makeCardFolder(const std::string& path);
 
 }  // namespace camera

@@ -15,7 +15,8 @@ bool isFolderName(std::string_view name);
 
 // Turns a client's path into the path from the product's folder, empty or with a slash at its start. The
 // client's path may begin at the root, at the model's name or at the product's folder. Nothing if it names
-// another folder of the system, or if the model cannot be a folder's name. The result may still lead outside.
+// another folder of the card, if it has "Musics" after more than one character, or if the model cannot be a
+// folder's name. The result may still lead outside.
 std::optional<std::string> folderFromClient(std::string_view path, std::string_view model);
 
 // The same path without ".", ".." and needless slashes; empty if it leads back to its start. Nothing if any

@@ -7,7 +7,7 @@
 namespace camera {
 namespace {
 
-// Blocks never grow: to copy one would need its memory twice.
+// Blocks never grow: copying one would need its memory twice.
 constexpr std::size_t kBlockSize = std::size_t{64} * 1024;
 
 bool precedes(const char* left, const char* right) {

@@ -22,8 +22,8 @@ class NameList {
   const char* name(std::size_t index) const { return entries_[index] + 1; }
   EntryKind kind(std::size_t index) const { return static_cast<EntryKind>(*entries_[index]); }
 
-  // Puts at the positions first to first + count - 1 the entries that sorting all names by their bytes would
-  // put there.
+  // Afterwards the positions first to first + count - 1 hold the same entries as after sorting all names by
+  // their bytes.
   void sort(std::size_t first, std::size_t count);
 
  private:

@@ -85,7 +85,7 @@ Descriptor openBeneath(int folder, const char* path, int flags) {
   if ((flags & O_PATH) == 0) how.flags |= O_LARGEFILE;
   how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS;
   const long descriptor = syscall(SYS_openat2, folder, path, &how, sizeof how);
-  // Reasons: an old kernel, an old sandbox, or folders that were moved meanwhile.
+  // The call fails like this on an old kernel, in an old sandbox, or if folders were moved meanwhile.
   const bool isUnable = descriptor < 0 && (errno == ENOSYS || errno == EPERM || errno == EAGAIN);
   if (!isUnable) return Descriptor(static_cast<int>(descriptor));
 #endif
