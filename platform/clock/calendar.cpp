@@ -1,4 +1,4 @@
-// Calendar dates and times of day from and to 64-bit seconds.
+// Converts dates and times of day to and from 64-bit seconds.
 #include "platform/clock/calendar.h"
 
 #include <chrono>

@@ -1,4 +1,4 @@
-// Calendar dates and times of day from and to 64-bit seconds. libc's functions would link its time zones and
+// Converts dates and times of day to and from 64-bit seconds. libc's functions would link its time zones and
 // scanf.
 #pragma once
 

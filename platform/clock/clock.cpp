@@ -27,8 +27,8 @@ std::int64_t zoneOffset(std::int64_t instant) {
 }
 
 // The instant of a local time, which is given in seconds as if it were UTC. If the local time occurs twice,
-// this is the earlier instant, that of the larger offset. If it is skipped, the smaller offset counts, which
-// holds before the change.
+// this is the earlier instant, that of the larger offset. If it is skipped, the smaller offset applies, as it
+// does before the change.
 std::int64_t instantOf(std::int64_t wall) {
   const auto [smaller, larger] =
       std::minmax({appliedZone.standard, appliedZone.standard + appliedZone.saving});

@@ -26,8 +26,8 @@ std::int64_t cameraTime(SettingsStore& store, std::int64_t systemTime);
 StoreResult readClock(SettingsStore& store, std::int64_t systemTime, ClockSettings* record);
 
 // Sets the camera's clock to the record's local date and time, by storing the offset. A time that occurs
-// twice is the first of the two; one that is skipped counts on from before the change. kRefused if there is
-// no such date.
+// twice means the first of the two; a skipped time has the offset from before the change. kRefused if there
+// is no such date.
 StoreResult setClock(SettingsStore& store, std::int64_t systemTime, const ClockSettings& record);
 
 }  // namespace camera
