@@ -7,8 +7,8 @@
 
 namespace camera {
 
-// Sets SIGCHLD to its default while it lives. The web server may have passed on that SIGCHLD is ignored;
-// children could then not be waited for.
+// Sets SIGCHLD to its default while it lives. A process that inherits an ignored SIGCHLD from the web server
+// cannot wait for its children.
 class ChildrenWaitable {
  public:
   ChildrenWaitable();

@@ -7,7 +7,8 @@
 
 namespace camera {
 
-// Runs the command and waits for it. Returns its wait status, or -1 if it cannot be started.
+// Runs the command, with this process's output, and waits for it. Returns its wait status, or -1 if it cannot
+// be started.
 int runShell(const char* command);
 
 // Runs the command and passes its output to take, piece by piece: a line with its line feed, or 127 bytes of

@@ -1,4 +1,4 @@
-// The command channel to the camera's daemons: one connection, one request and one answer per command.
+// The command channel to the camera's daemons: one connection, one request and one reply per command.
 #pragma once
 
 #include <chrono>
@@ -23,7 +23,7 @@ class DaemonClient {
   explicit DaemonClient(std::chrono::milliseconds limit = std::chrono::seconds(30)) : limit_(limit) {}
 
   // Connects to the daemon, writes the request, and reads until the reply is full or the daemon closes. The
-  // rest of the reply is zero. False if the daemon cannot be reached, closes without an answer, or neither
+  // rest of the reply is zero. False if the daemon cannot be reached, closes without a reply, or neither
   // fills the reply nor closes in time; the log has the reason.
   bool ask(const char* path, const void* request, std::size_t length, void* reply, std::size_t capacity);
 

@@ -22,7 +22,7 @@ std::optional<InterfaceInfo> activeInterface(std::string_view name);
 // The same for an interface by the system's own name.
 std::optional<InterfaceInfo> activeSystemInterface(std::string_view systemName);
 
-// The gateway of the interface's default route of the lowest metric, in network byte order; 0.0.0.0 without
+// The gateway of the interface's default route with the lowest metric, in network byte order; 0.0.0.0 without
 // one. routes is the text of /proc/net/route.
 in_addr defaultGateway(std::string_view routes, std::string_view systemName);
 

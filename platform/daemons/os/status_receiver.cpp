@@ -20,7 +20,8 @@
 namespace camera {
 namespace {
 
-// The shortest time between two fetches, so that a flood does not wake the listener for each package.
+// The shortest pause after a fetch that empties the queue. A flood then does not wake the listener for each
+// package.
 constexpr std::chrono::milliseconds kFetchInterval{20};
 
 // Makes the kernel drop datagrams of another length, so that they do not fill the queue.

@@ -20,7 +20,7 @@ namespace {
 
 constexpr char kRoutes[] = "/proc/net/route";
 
-// A line of the routing table. The text has addresses in network byte order, as numbers of this machine.
+// A line of the routing table. Its addresses are in network byte order: the kernel prints them unconverted.
 struct Route {
   std::uint32_t destination;
   std::uint32_t gateway;
