@@ -72,7 +72,7 @@ void save(const Head& head) {
   if (error != 0) complain(kMemory, std::strerror(error));
 }
 
-// The state "recording" is not stored: it is that of a ready card while recording is enabled.
+// The state "recording" is not stored: it means a ready card while recording is enabled.
 ControlReply setCard(std::size_t state) {
   const bool isRecordedTo = state == kRecording;
   const std::size_t stored = isRecordedTo ? std::size_t{kReady} : state;
@@ -155,7 +155,7 @@ int tell(const std::string& command) {
   return writeAll(STDOUT_FILENO, answer.data(), answer.size()) == 0 ? 0 : kFailed;
 }
 
-// Behind the camera's send_cmd.
+// The camera's send_cmd runs this.
 int send(const std::string& daemon, const std::vector<int>& words) {
   std::string request(kShortRequest, '\0');
   for (std::size_t i = 0; i < words.size(); ++i) storeLittle<std::int32_t>(&request[4 * i], words[i]);

@@ -13,7 +13,7 @@ namespace camera::simulator {
 
 enum class Storage : unsigned char { kOk, kFull, kFailed };
 
-// Something that is reported as detected until a time.
+// A detection that is reported until a given time.
 struct Detection {
   int value = 0;
   double until = 0;  // seconds since the simulator started
@@ -34,7 +34,7 @@ struct CameraState {
   Detection motion;
   Detection pir;
   Detection sound;
-  int soundLevel = 30;  // while nothing louder is detected
+  int soundLevel = 30;  // while no sound is detected
   bool recording = false;
   Storage storage = Storage::kOk;
   bool speakerOccupied = false;

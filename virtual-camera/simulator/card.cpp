@@ -28,7 +28,7 @@ constexpr std::string_view kJpegStart =
 constexpr std::string_view kQuantizationTable = "\xFF\xDB\x00\x43\x00"sv;
 constexpr std::size_t kQuantities = 64;
 constexpr char kQuantity = 16;
-// One component of 640 by 480. The Huffman codes stand for: no change of brightness, a change of six bits,
+// A grey picture of 640 by 480. The Huffman codes stand for: no change of brightness, a change of six bits,
 // and the end of a block.
 constexpr std::string_view kJpegTables =
     "\xFF\xC0\x00\x0B\x08\x01\xE0\x02\x80\x01\x01\x11\x00"
@@ -38,7 +38,7 @@ constexpr std::string_view kJpegTables =
 constexpr std::string_view kJpegEnd = "\xFF\xD9"sv;
 constexpr std::size_t kBlocks = std::size_t{kWidth} * kHeight / 64;
 
-// A file of that size, with zeros between its head and its tail.
+// A file of the given size, with zeros between its head and its tail.
 struct Sparse {
   std::string head;
   std::string tail;

@@ -9,7 +9,7 @@
 
 namespace camera::simulator {
 
-// The name of the package sender in the command daemon.
+// The name of the package sender in the command "daemon".
 inline constexpr char kStatusSender[] = "status";
 
 struct ControlReply {

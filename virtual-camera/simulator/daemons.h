@@ -1,5 +1,5 @@
-// The daemons' protocols: the answer of each to the bytes of one request. The result of an unknown request
-// is 1; the event log answers it with no text.
+// The daemons' protocols: the answer of each to the bytes of one request. An unknown request gets the result
+// 1, from the event log an empty text.
 #pragma once
 
 #include <string>
@@ -16,7 +16,7 @@ std::string answerIo(CameraState& camera, const std::string& request);      // 1
 std::string answerEvents(CameraState& camera, const std::string& request);  // 140 bytes
 std::string answerLog(CameraState& camera, const std::string& request);     // text, of any length
 
-// Changes a digital input.
+// Logs an event if the input switches on.
 void setInput(CameraState& camera, std::size_t index, bool on);
 
 }  // namespace camera::simulator

@@ -1,4 +1,4 @@
-// The event log: the last 500 lines, each after the camera's local time.
+// The event log: the last 500 lines. Each line starts with the camera's local time.
 #pragma once
 
 #include <deque>

@@ -31,7 +31,7 @@ bool isName(const std::string& name) {
          std::all_of(name.begin(), name.end(), [](char c) { return c > ' ' && c <= '~'; });
 }
 
-// Where an axis is after that many units towards its target.
+// Returns the position of an axis after it moved that many units towards its target.
 double nearer(double from, double target, double units) {
   return std::abs(target - from) <= units ? target : from + std::copysign(units, target - from);
 }
@@ -100,7 +100,7 @@ void Head::approach(double seconds) {
   tilt_ = nearer(tilt_, target_.tilt, seconds * design_.speed);
 }
 
-// Afterwards the next step takes time or the head rests, so that advance ends.
+// Ensures that the next step takes time or that the head rests; otherwise advance would loop forever.
 void Head::arrive() {
   if (mode_ == Mode::kPatrolling) rest_ = design_.dwell;
   if (mode_ == Mode::kSweeping) target_.pan = target_.pan == design_.pmax ? design_.pmin : design_.pmax;

@@ -47,19 +47,19 @@ class Head {
   Position home() const { return home_; }
   const std::array<Preset, kPresets>& presets() const { return presets_; }
 
-  // Each ends the current movement. False, with nothing changed, if the target is not possible.
+  // Each ends the current movement. Returns false, with nothing changed, if the target cannot be reached.
   bool moveTo(Position target);
   void moveBy(Position step);  // up to the limits
   void stop();
   void goHome();
   bool goToPreset(int slot);
   void autoPan();
-  bool patrol(const std::vector<int>& slots);  // visits the used ones, again and again
+  bool patrol(const std::vector<int>& slots);  // visits the used slots, again and again
 
-  void setHome();  // to the target of a move to a position, otherwise to the current position
+  void setHome();  // to the target of a move (not of auto pan or patrol), else to the current position
   void resetHome();
   // Stores the position under a name of at most 15 printable characters without spaces; an empty name clears
-  // the slot. False, with nothing changed, for another slot or name.
+  // the slot. Returns false, with nothing changed, if the slot or the name is invalid.
   bool storePreset(int slot, const std::string& name);
 
   // Home and presets as lines of text. remember ignores malformed lines.
@@ -87,7 +87,7 @@ class Head {
   Position target_{};
   std::vector<int> stops_;
   std::size_t nextStop_ = 0;
-  double rest_ = 0;  // seconds until it moves on
+  double rest_ = 0;  // seconds until a patrol moves on
 };
 
 }  // namespace camera::simulator

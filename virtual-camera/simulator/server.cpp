@@ -14,7 +14,7 @@ namespace camera::simulator {
 namespace {
 
 constexpr std::size_t kMostConnections = 256;
-constexpr std::chrono::seconds kPatience{60};  // with a client that sends nothing
+constexpr std::chrono::seconds kPatience{60};  // after accept; then an idle client is dropped
 constexpr std::size_t kLongestText = 65536;
 constexpr std::size_t kEndlessBytes = 10'000'000;
 

@@ -26,7 +26,7 @@ inline constexpr std::string_view kBehaviours[] = {"up",      "down",  "stale", 
                                                    "closing", "short", "endless"};
 
 struct Daemon {
-  std::string name;  // for the command daemon; empty if that cannot change it
+  std::string name;  // in the command "daemon"; empty if that command cannot change this daemon
   std::string path;
   std::size_t requestSize;  // 0: everything until the client stops sending
   std::function<std::string(const std::string& request)> answer;
@@ -38,13 +38,12 @@ class Server {
  public:
   using Clock = std::chrono::steady_clock;
 
-  // The daemon listens after behave. The pointer stays valid.
+  // The daemon does not listen before behave is called. The pointer stays valid.
   Daemon* add(Daemon daemon);
   std::list<Daemon>& daemons() { return daemons_; }
   // False, with errno, if the daemon's socket cannot be created.
   bool behave(Daemon* daemon, Behaviour behaviour);
 
-  // Serves all clients until the end.
   void serveUntil(Clock::time_point end);
 
  private:
