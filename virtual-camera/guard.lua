@@ -1,7 +1,7 @@
 -- Checks every request before the web server does: its form, its host and the site it comes from.
 
 local kMethods = { GET = true, HEAD = true, POST = true }
-local kMaxTarget = 60 * 1024  -- bytes; a process cannot take much more in its environment
+local kMaxTarget = 60 * 1024  -- bytes; lighttpd.conf allows 64 KiB with the headers
 local kMaxFields = 200        -- of the header; each entry of a list counts
 
 local request = lighty.r.req_header
@@ -17,8 +17,8 @@ local function hostOf(authority)
   return (authority:gsub("^.*@", ""):gsub(":%d*$", ""):lower())
 end
 
--- True for an address and for the camera's names: another site cannot point a DNS entry of its own at the camera. The
--- name that camera_info.cgi stores is not one of them: it says where the camera hangs.
+-- True for an address and for the camera's names. Any other name is rejected, because another site can point its own
+-- DNS entry at the camera. The name that camera_info.cgi stores is only a label, not a host name.
 local function isOwn(host)
   if host:match("^%d+%.%d+%.%d+%.%d+$") or host:match("^%[[%x:.]+%]$") then return true end
   local machine = (os.getenv("CAMERA_HOSTNAME") or ""):lower()

@@ -3,7 +3,7 @@
 #
 #   sdmanage.sh format    empties it
 #   sdmanage.sh insert    fills a new card with recordings and snapshots
-#   sdmanage.sh measure   stores how much of it is used; runs at a factory reset, not at every deletion
+#   sdmanage.sh measure   stores how much of it is used; runs only at a factory reset
 #   sdmanage.sh folder    prints the path of the product's folder on it, with a slash at the end
 #
 # It fails outside of the sandbox.
@@ -23,7 +23,7 @@ fail() {
 value() { printf %b "$(camera-settings get "$1" "$2" | cut -d = -f 2-)"; }
 hasCard() { grep -qE '^has_sdcard *= *1 *(#.*)?$' /etc/camera/product.conf; }
 
-# For a model that is not a plain file name, the folder is an empty one.
+# Prints an empty folder's path if the model is not a plain file name.
 folder() {
   local model path
   model=$(value system model)
