@@ -11,7 +11,7 @@
 //   refused QUERIES  on STATE  with STATUS
 //
 // Two spaces separate the parts of a row. They are those of Row and refuses() in endpoint.h; all but the
-// queries may be left out. The word nothing stands for an empty part.
+// queries may be left out. A row with says has one query. The word nothing stands for an empty part.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>

@@ -1,11 +1,10 @@
-// What the camera is and does as a device: info.cgi, camera_info.cgi, dgtalkie_info.cgi, httpport.cgi,
-// wlansurvey.cgi, wlansignal.cgi, system_reboot.cgi, system_reset.cgi and datetime.cgi.
+// wlansurvey.cgi and datetime.cgi: the networks of a survey, and how the clock is set.
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {
 namespace {
 
-// Some lines of the survey are of networks that the camera cannot join, the last seven of none.
+// Some lines of the survey name networks that the camera cannot join; the last seven are malformed.
 const Endpoint kSurvey{
     "wlansurvey.cgi",
     "site=A+b,NONE,OPEN,Infra,1,-50 site=B,WEP,OPEN,Adhoc,14,-51 site=B,WEP,SHARED,infra,2,-80 "

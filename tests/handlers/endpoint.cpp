@@ -26,7 +26,7 @@ std::string join(const Texts& pieces) {
   return text;
 }
 
-// The line of the same key as this one.
+// The line with the same key as this one.
 Texts::iterator findLine(Texts& lines, const std::string& line) {
   const std::string key = line.substr(0, line.find('=')) + "=";
   return std::find_if(lines.begin(), lines.end(), [&](const std::string& l) { return l.starts_with(key); });
@@ -46,7 +46,7 @@ std::string changed(const std::string& reply, const std::string& changes) {
   return join(lines);
 }
 
-// As the query gives them, where the reply has such lines.
+// The reply, with the query's values in the lines that it has.
 std::string asGiven(const std::string& reply, const std::string& query) {
   Texts lines = split(reply, '&');
   for (const std::string& given : split(query, '&')) {

@@ -1,8 +1,6 @@
 // The notation of endpoint tests. A request goes through the dispatcher's table to the endpoint, which runs
 // on the scripted platform.
 //
-// How to write an endpoint's test
-//
 // Rows that need no code stand in answers/AREA.txt, whose form answers_test.cpp describes. What needs a loop
 // or another expectation is a TEST in AREA_test.cpp with the same notation:
 //
@@ -26,7 +24,7 @@
 //   writes   are the calls that write. Left out: the endpoint's if the reply has changed, otherwise none.
 //
 // Every request is also checked for this: There is one whole reply, and a plain read afterwards agrees with
-// it. The action programs run of exactly the records written. The store accepts the values. Unused bytes keep
+// it. The action programs of exactly the written records run. The store accepts the values. Unused bytes keep
 // their values.
 //
 // Rows of a query alone can be one text, with spaces between the queries:

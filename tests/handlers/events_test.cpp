@@ -1,5 +1,5 @@
-// What is detected, told and started: io.cgi, sw_input.cgi, notify.cgi, env_sound_lv.cgi, event_info.cgi,
-// event_log.cgi, action_ftp.cgi, action_mail.cgi, motion.cgi, audio_detection.cgi and detection_push.cgi.
+// What is detected and reported: io.cgi, notify.cgi, env_sound_lv.cgi, event_log.cgi, action_ftp.cgi,
+// action_mail.cgi, audio_detection.cgi and detection_push.cgi.
 #include "tests/handlers/endpoint.h"
 #include "tests/handlers/scripted_daemons.h"
 
@@ -32,7 +32,7 @@ TEST(Notify, TellsWhatThePackagesOfFourSecondsTold) {
       {"", "package=0,0x1,0,42 package=1,0xA0 package=2,0x1,0,-7", "md1=on&mdv1=-7&input2=on"},
       {"", "package=3999,0x1,0,42", "md1=on&mdv1=42"},
       {"", "package=4000,0x1,0,42"},
-      {"", "package=3500,0x2 package=4400,0x1,0,42", "md1=on&mdv1=42"},  // in a wait that had begun
+      {"", "package=3500,0x2 package=4400,0x1,0,42", "md1=on&mdv1=42"},  // the last wait began in time
       {"", "package=0,0x2,0x31 package=1,0x4", "pir=on&recording=on"},
       {"", "package=0,0x4 package=1,0x4,1", "pir=on"},
       {"", "package=0,0x4,0x10 package=1,0x2,0x20", "pir=off&storagefail=on"},
@@ -88,7 +88,7 @@ constexpr char kBoth[] = "set ftp set snapshot";
 
 const std::string kSixty(60, 'h');
 const std::string kThirty(30, '~');
-const std::string kEncoded = "pass=YWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFh";  // of thirty
+const std::string kEncoded = "pass=YWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFh";  // thirty a
 
 TEST(ActionFtp, TellsTheSnapshotsWhenItIsSwitchedOrPaced) {
   kFtp.accepts("interval=10", "ftp.interval=10000", "");

@@ -1,5 +1,5 @@
-// Tests of every endpoint in the dispatcher's table: each platform call fails once, requests are hostile, and
-// the documentation has a section.
+// Tests of every endpoint in the dispatcher's table: each platform call fails once, hostile requests change
+// nothing, and the documentation has a section.
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -220,8 +220,8 @@ void expectWordsAtBounds(const Sweep& sweep, const std::string& plain, const Rec
   });
 }
 
-// Every number that the store accepts for a word must have one: camera-settings or other firmware may have
-// stored it.
+// Where an endpoint shows a word for a number, every number that the store accepts must have one:
+// camera-settings or other firmware may have stored it.
 TEST(EveryEndpoint, FindsAWordForEveryNumberAtItsBounds) {
   for (const Sweep& sweep : kSweeps) {
     const std::string first = sweep.query.substr(0, sweep.query.find('&'));

@@ -1,5 +1,4 @@
-// network.cgi, pppoe.cgi, ddns.cgi and wireless.cgi: their values, the ports that clash, that no client is on
-// without its texts, and which mode, authentication, encryption and key fit together.
+// wireless.cgi: the channels of each region, and which mode, authentication, encryption and key fit together.
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

@@ -1,5 +1,4 @@
-// What is seen and heard: audio.cgi, mic.cgi, speaker.cgi, rtspurl.cgi, stream_auth.cgi, icr.cgi, irled.cgi,
-// privacy.cgi and timestamp.cgi.
+// icr.cgi: the LEDs in each mode.
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

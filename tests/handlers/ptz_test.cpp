@@ -1,5 +1,4 @@
-// The pan/tilt endpoints: the commands that they send, in the daemon's view, and the head's limits. The
-// limits of the scripted head are not symmetric, so that no pan is its own mirror image.
+// The pan/tilt endpoints on a camera without a head, and the route of config_auto_patrol.cgi.
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

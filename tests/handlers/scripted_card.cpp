@@ -11,7 +11,7 @@ namespace {
 
 using test::scripted;
 
-// What the paths of the entries of an opened folder begin with, by its descriptor.
+// By descriptor of an opened folder: what the paths of its entries begin with.
 std::map<int, std::string> opened;
 
 // What is at the path, empty when nothing is.

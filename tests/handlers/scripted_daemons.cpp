@@ -33,7 +33,7 @@ void takeNumber(std::string* bytes, std::size_t offset, std::string* call) {
   storeLittle(&(*bytes)[offset], Number{0});
 }
 
-// The call that a request stands for; nothing but zeros may lie where it holds none of its words.
+// The call that a request stands for. All bytes that hold none of its words must be 0.
 std::string callOf(const char* path, std::string bytes) {
   const int code = loadLittle<int>(bytes.data());
   const bool asks = std::count(std::begin(kQuestions), std::end(kQuestions), code) > 0;
@@ -55,7 +55,7 @@ std::string callOf(const char* path, std::string bytes) {
   return call;
 }
 
-// A step that would leave the limits is refused here: the endpoints know them.
+// Refuses a step beyond the limits, which the head would cut short: the endpoints must do that.
 std::string answerOf(std::size_t daemon, const std::string& bytes) {
   simulator::CameraState& camera = daemons().camera;
   const Position from = camera.head.position();
@@ -92,7 +92,7 @@ ScriptedDaemons& daemons() {
 }
 
 ScriptedDaemons::ScriptedDaemons() {
-  store("ptd.limits", "130,-170,90,-30");
+  store("ptd.limits", "130,-170,90,-30");  // not symmetric, so that no pan is its own mirror image
   camera.route = [] { return scripted().stored("route.stops"); };
 }
 

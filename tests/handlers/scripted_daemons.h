@@ -13,21 +13,21 @@
 
 namespace camera::test {
 
-// Of the process. What a daemon is asked is a call of the scripted platform: "get" for a question, "send" for
-// a command, the daemon's name, the code, and the words that go with it:
+// There is one in the process. A request to a daemon is a call of the scripted platform: "get" for a
+// question, "send" for a command, the daemon's name, the code, and the words that go with it:
 //   get ptd 1, 4, 19, 32                      get watchdog 615 to 618, 620 to 623
 //   send ptd 2 PAN TILT, 3 PAN TILT           send watchdog 606 to 609, 624 to 627
 //   send ptd 6 SLOT NAME, 6 SLOT, 7 SLOT      send eventd 9 0 WORD
 //   send ptd 8, 16, 24, 25, 34, 35
-// A result below 0 of such a call is a daemon that does not answer; above 0 it is the daemon's refusal, its
-// first word.
+// If such a call has a result below 0, the daemon does not answer. A result above 0 is the first word of the
+// answer, which refuses.
 struct ScriptedDaemons {
   ScriptedDaemons();
 
-  simulator::CameraState camera;               // whose head is where it is sent at once
+  simulator::CameraState camera;               // its head arrives at once
   std::map<std::string, std::string> answers;  // bytes that a call gets instead: short ones, too many, none
 
-  // What arrives while a request listens, so many milliseconds after it began to, in order.
+  // What arrives while a request listens, by the milliseconds since it began, in order.
   std::vector<std::pair<int, StatusPackage>> packages;
   std::uint32_t mask = 0;  // what it listened for
   std::int64_t clock = 0;  // milliseconds; nothing but listening takes time

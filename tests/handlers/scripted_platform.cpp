@@ -1,4 +1,4 @@
-// A camera platform that records every call and gives back what the test scripted, linked in place of the
+// A camera platform that records every call and returns what the test scripted, linked in place of the
 // real one.
 #include "tests/handlers/scripted_platform.h"
 
@@ -60,7 +60,7 @@ int answer(const std::string& call) {
   return scripted().answer(call);
 }
 
-// Of the request, which reads it once.
+// The product information of the request, which reads it once.
 struct {
   bool isRead = false;
   std::unique_ptr<ProductInfo> info;

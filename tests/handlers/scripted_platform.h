@@ -12,10 +12,10 @@
 
 namespace camera::test {
 
-// There is one in the process. Every fake of a platform function calls answer() before it does anything else;
-// the fault sweep needs no more. The name of a call begins with a verb:
+// There is one in the process. Every fake of a platform function that can fail calls answer(), by which the
+// fault sweep makes it fail. The name of a call begins with a verb:
 //   get            reads, or asks a daemon; may fail
-//   ask            reads something that may be missing; a result other than 0 means that it is
+//   ask            reads something that may be missing; a result other than 0: it is missing
 //   time           reads the clock
 //   set, send, run writes to the store, tells a daemon to act, runs a command
 //   work           runs the action programs of records
@@ -24,8 +24,8 @@ struct ScriptedPlatform {
                                    // the second call of that name is "get lan#2"
   std::map<std::string, int> results;  // what the call of that name returns instead of 0: {"set lan", 2}
   std::vector<std::vector<std::uint8_t>> records;  // what the store holds, by index
-  bool isContested = false;   // another process comes first at every write, until the store is locked
-  bool wasOvertaken = false;  // another process came first at the last write
+  bool isContested = false;   // another process overtakes every write, until the store is locked
+  bool wasOvertaken = false;  // another process overtook the last write
 
   std::map<std::string, std::string> product;       // the lines of product.conf
   std::map<std::string, InterfaceInfo> interfaces;  // the active ones, by the camera's name
@@ -33,7 +33,7 @@ struct ScriptedPlatform {
   std::vector<std::string> printed;                 // the pieces that readCommand passes on
   std::map<std::string, std::string> card;          // entries of the product's folder, by path
   int rssi = 0;
-  std::int64_t time = 0;  // of the camera's clock; the local time of curtime is what the record holds
+  std::int64_t time = 0;  // of the camera's clock; the local time is the one in the record curtime
 
   std::uint64_t unfinished = 0;  // records written whose actions did not run
 
@@ -41,9 +41,9 @@ struct ScriptedPlatform {
   void reset(const std::string& state = "");
   // Changes the state by words of these forms, in which a + is a space:
   //   lan.dhcp=1        a setting, in the text form of camera-settings
-  //   product=          product.conf has no line
+  //   product=          product.conf is empty
   //   product.has_mic=0 product.conf has this line; an unknown key makes it unreadable
-  //   eth0=10.0.0.2     this interface is active (empty: not), behind 192.168.0.1
+  //   eth0=10.0.0.2     this interface is active (empty: not), with gateway 192.168.0.1
   //   site=A,NONE,OPEN,Infra,1,-50    one more network in the survey, as in its file
   //   line=by+Motion    one more line in what a command prints
   //   card=2014,folder card=2014/a.jpg,1025    an entry of the card: folder, pipe, locked or a file's size
@@ -66,7 +66,7 @@ struct ScriptedPlatform {
   std::map<std::string, int> times_;
 };
 
-// The result of a set that is refused like one with result 1, but because another process came first.
+// The result of a set that is refused because another process overtook it.
 inline constexpr int kOvertaken = 11;
 
 ScriptedPlatform& scripted();

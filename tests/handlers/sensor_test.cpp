@@ -1,5 +1,5 @@
-// sensor.cgi, sensor_info.cgi, sensor_reset.cgi and sensor_output.cgi: what each sensor is offered and
-// accepts, where the two differ, and what a switch to each display system makes of the settings.
+// sensor.cgi, sensor_info.cgi, sensor_reset.cgi and sensor_output.cgi: what is offered for each sensor,
+// what else it accepts or refuses, and what a switch to each display system makes of the settings.
 #include <algorithm>
 #include <set>
 #include <sstream>
@@ -18,8 +18,9 @@ Words wordsOf(std::string text) {
   return {std::istream_iterator<std::string>{words}, {}};
 }
 
-// Capability, parameter, and what is offered: VALUES:SENSORS, of which the first counts that has the sensor
-// or no sensors. A single number is the step from 0 to 100. Then what is accepted (+) or refused (-) besides.
+// A row has a capability, its parameter, and what is offered, as VALUES:SENSORS. The first that names the
+// sensor, or no sensor, counts. A single number is the step from 0 to 100. Values with + are accepted though
+// not offered, those with - refused though offered.
 constexpr char kOffers[] = R"(
 Brightness brightness 5:ov7725,ov7740,ov9710,ip2986,mdin220,hm1375 10:mt9v136 0...100:;
 Contrast contrast 5:vicam,ip2986,mdin220,ov7740,ov9710,hm1375 20:mt9m112,mt9m131 25:ov7725,mt9v136 0...100:;
@@ -166,9 +167,9 @@ TEST(SensorReset, DoesItOnlyWhenToldToGo) {
   }
 }
 
-// By display system, after a switch to it: the frame rates that were 30,15,10,6 and those that were
-// 25,12,8,11; the resolutions, the first codec, the subtype, the video format and motion detection; what else
-// is written.
+// A row for each display system, with the settings after a switch to it: the frame rates that were
+// 30,15,10,6; those that were 25,12,8,11; the resolutions, the first codec, the subtype, the video format and
+// motion detection; what else is written.
 constexpr char kSwitches[] = R"(
 30,15,10,6 30,15,10,11 0,0,0,0,1,2,4,1 -
 10,10,10,6 10,10,8,10  0,1,1,1,0,7,4,0 motiond

@@ -1,4 +1,4 @@
-// The SD card's endpoints: its state, formatting, pages of a folder, deletion and downloads.
+// The SD card's endpoints: formatting, pages of a folder, and downloads.
 #include <cerrno>
 #include <sstream>
 

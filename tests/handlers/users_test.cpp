@@ -1,4 +1,4 @@
-// user_list.cgi, group_list.cgi, user_mod.cgi and user_del.cgi, and the accounts that they store.
+// The accounts that user_mod.cgi and user_del.cgi store.
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {

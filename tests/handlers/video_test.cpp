@@ -1,5 +1,5 @@
-// video.cgi and stream_info.cgi: how a profile is shown and changed, which combinations of values each sensor
-// and display system accepts, and what they are offered.
+// video.cgi and stream_info.cgi: which combinations of values each sensor and display system accepts, and
+// what is offered for them.
 #include <cstring>
 #include <sstream>
 
@@ -24,7 +24,7 @@ constexpr struct Model {
                {"ip2986", {"M4H", "M4H", "M", "4"}, "1234", false, false},
                {"hm1375", {"M4H", "4H", "M", "4H"}, "124", true, true}};
 
-// By display system: the resolutions and the frame rates; * stands before those of fast sensors.
+// By display system: the resolutions and the frame rates; * marks one that only fast sensors have.
 constexpr struct {
   const char* resolutions[4];
   const char* rates;
@@ -54,7 +54,7 @@ bool hasRate(const Asked& q) {
          !(q.model.name == "mt9v136" && q.p == 1 && q.f < 5);
 }
 
-// Whether it is accepted; the record is then what is stored.
+// True if the request is accepted; the record is then what is stored.
 bool judge(const Asked& q, ProfileSettings* record) {
   const ProfileSettings stored = *record;
   const int resolution = q.r < 0 ? stored.resolution[q.p] : q.r;
@@ -83,7 +83,7 @@ bool judge(const Asked& q, ProfileSettings* record) {
   return true;
 }
 
-// The record is left as each request makes it, so that they meet one another's values.
+// The record is not reset between requests, so that each meets the values of those before it.
 void ask(const Asked& q) {
   constexpr const char* kCodecs[] = {"MJPEG", "MPEG4", "H264"};
   std::string query = "profileid=" + std::to_string(q.p);
@@ -107,7 +107,7 @@ void askAll(Asked q) {
     q.f = rate;
     ask(q);
   }
-  const bool isLimited = q.model.name == "ov9710" && q.p == 3;  // to a frame rate in a resolution
+  const bool isLimited = q.model.name == "ov9710" && q.p == 3;  // in its frame rate, by the resolution
   for (q.c = -1; q.c < 3; ++q.c)
     for (q.r = -1; q.r < 4; ++q.r)
       for (q.mode = -1; q.mode < 2; ++q.mode)
