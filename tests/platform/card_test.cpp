@@ -21,7 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::string_literals;
 
-// Of a table in one text; '' is an empty word.
+// The next word of a table; '' is an empty one.
 auto word(std::string& text) {
   return std::quoted(text, '\'');
 }
@@ -59,7 +59,7 @@ struct Card : testing::Test {
   }
   std::string at(const std::string& path) const { return card.path(path); }
 
-  // What that opens, as a path of the card; empty when nothing.
+  // The path on the card of what the function opens; empty if it opens nothing.
   std::string opened(Descriptor (*open)(int, const char*, int), const std::string& path) const {
     const Descriptor found = open(folder.number(), path.c_str(), O_PATH);
     const std::string link = "/proc/self/fd/" + std::to_string(found.number());

@@ -76,7 +76,7 @@ TEST_F(Clock, ReadsInstantsByTheStoredZone) {
       {kLordHowe, 1'728'142'200, "2024-10-06 02:30:00"},
       {kKathmandu, 1'719'792'000, "2024-07-01 06:45:00"},
       {kBackwards, 1'710'036'030, "2024-03-10 01:30:30"},
-      // What is no rule leaves standard time.
+      // A malformed rule means standard time.
       {{kLondon, 1, 0, "2:01", "M3.2.0/02:00", "M11.1.0/02:00"}, 1'719'792'000, "2024-07-01 00:00:00"},
       {{kLondon, 1, 0, "1:00", "M3.6.0/02:00", "M11.1.0/02:00"}, 1'719'792'000, "2024-07-01 00:00:00"},
       {{kLondon, 1, 0, "1:00", "M3.2.0/02:00", "M11.1.0/2:00,"}, 1'719'792'000, "2024-07-01 00:00:00"}};
@@ -86,7 +86,8 @@ TEST_F(Clock, ReadsInstantsByTheStoredZone) {
   }
 }
 
-// The hour that comes twice is the first, and one that is skipped counts on; what no clock shows is refused.
+// A time that occurs twice is the first of the two, a skipped one counts on, and an impossible one is
+// refused.
 TEST_F(Clock, TakesAWallTime) {
   ASSERT_EQ(store_.write(tzoneRecord, &kLondonByItsRules), StoreResult::kDone);
   const std::tuple<const char*, const char*, std::int64_t> rows[] = {
@@ -107,12 +108,12 @@ TEST_F(Clock, TakesAWallTime) {
   }
 }
 
-// The offset is stored in two parts; of two clients that set the clock none leaves one of its own.
+// The offset is stored in two parts. The parts that two clients store must not mix.
 TEST_F(Clock, KeepsTheLaterOfTwoSettingsWhole) {
   SettingsStore other(disk_, kRecords);
   ASSERT_EQ(wall(kSystemTime), "2023-11-14 22:13:20");
   ASSERT_EQ(set(other, "2030-01-01 00:00:00"), StoreResult::kDone);
-  ASSERT_EQ(set(store_, "2023-11-14 12:00:00"), StoreResult::kDone);  // by 0 days, as it was before
+  ASSERT_EQ(set(store_, "2023-11-14 12:00:00"), StoreResult::kDone);  // 0 days, as it last read
   EXPECT_EQ(wall(kSystemTime), "2023-11-14 12:00:00");
 }
 
@@ -127,7 +128,8 @@ TEST_F(Clock, KeepsTheBytesThatNobodyUses) {
   EXPECT_EQ(std::tuple(read.reserved0[0], read.reserved0[19], read.reserved1), std::tuple(7, 7, 7));
 }
 
-// A change of the zone that another process made must not look like one of this process.
+// Reading the clock must not count as a read of the zone: the next write of the zone would then undo what
+// another process changed.
 TEST_F(Clock, LeavesTheLastReadOfTheZoneAlone) {
   TimeZoneSettings zone;
   ASSERT_EQ(store_.read(tzoneRecord, &zone), StoreResult::kDone);

@@ -1,5 +1,5 @@
-// The channels to the daemons over real sockets: whatever a daemon does, an answer or a failure in time and
-// nothing left open; which status packages arrive, and what listening costs.
+// The channels to the daemons over real sockets: every command ends in time and leaves nothing open, whatever
+// the daemon does; which status packages arrive, and what listening costs.
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -38,13 +38,13 @@ int listenAt(const std::string& path, int backlog) {
 // What a daemon does with one connection.
 struct Behaviour {
   const char* what;
-  bool reads;                        // or else leaves the request where it is
+  bool reads;                        // false: leaves the request unread
   std::vector<std::string> answers;  // with a pause of 400 ms between them
   bool closes;
   std::string reply;  // zero bytes follow; empty: the command fails
 };
 
-// Serves one connection; its result is what it was asked, where it looked.
+// Serves one connection. Returns the request; empty if it did not look at it.
 std::string serveOnce(int listener, const Behaviour& behaviour, std::future<void> end) {
   const int connection = accept(listener, nullptr, nullptr);
   std::string request;
@@ -104,7 +104,7 @@ TEST(DaemonClient, EndsInTimeWhateverADaemonDoes) {
   EXPECT_EQ(openDescriptors(), before);
 }
 
-// The second command gets what the first one left, however much of that passed between them.
+// The second command has the time that is left; the pause between the two counts.
 TEST(DaemonClient, CountsItsTimeFromTheFirstCommand) {
   const TemporaryFolder folder;
   const Descriptor listener(listenAt(folder.path("silent"), 2));

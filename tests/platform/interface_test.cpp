@@ -32,7 +32,7 @@ sockaddr address(const char* dotted) {
   return std::bit_cast<sockaddr>(sockaddr_in{AF_INET, 0, {inet_addr(dotted)}, {}});
 }
 
-// Takes the loopback interface of a network of its own, in a process of its own, through its states.
+// Takes the loopback interface of its own network through its states. For a child process only.
 [[noreturn]] void walkThroughStates() {
   test::enterOwnNetwork();
   const auto report = [kernel = socket(AF_INET, SOCK_DGRAM, 0)](unsigned long change, void* to) {

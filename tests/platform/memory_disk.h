@@ -18,7 +18,7 @@ enum class Crash { kKilled, kPowerLost, kDataLost };
 class MemoryDisk : public StoreFiles {
  public:
   std::string failing;              // the step that fails with EIO; a write has then written half
-  int stepsToLive = kUnthreatened;  // until the process dies at the next one, halfway through a write
+  int stepsToLive = kUnthreatened;  // that succeed; the process dies at the next one, halfway through a write
 
   int lock() override { return step("lock"); }
   void unlock() override {}

@@ -1,5 +1,5 @@
 // Programs that a request starts: the records' actions and shell commands; what they inherit, how long they
-// are waited for, and how their output comes.
+// are waited for, and in which pieces their output arrives.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -48,7 +48,7 @@ TEST_F(Actions, ThatTakeTooLongAreLeftRunning) {
   const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(run(3, 300), 2);
   EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(300));
-  // On a busy machine it may not have come far by then.
+  // On a busy machine the program may not have stored its process id yet.
   for (int i = 0; i < 20'000 && folder.content("pid").empty(); ++i) usleep(1000);
   const pid_t child = std::stoi("0" + folder.content("pid"));
   ASSERT_GT(child, 0);
@@ -56,8 +56,8 @@ TEST_F(Actions, ThatTakeTooLongAreLeftRunning) {
   EXPECT_EQ(kill(child, SIGKILL), 0);
 }
 
-// A shell that SIGPIPE kills, with 128 + 13, has not inherited that it is ignored. What is blocked, a shell
-// may change itself, so that the other program is none: it copies its status over itself.
+// Exit status 128 + 13 shows that SIGPIPE killed the shell, so it did not inherit that it is ignored. A shell
+// may change which signals are blocked, so the other program is cp: it copies its own status over its script.
 TEST_F(Actions, StartCleanWhateverTheProgramInherited) {
   program("sample",
           "echo $(readlink /proc/$$/fd/0 /proc/$$/fd/1) ${QUERY_STRING-none} > seen; echo into the reply\nsh "
@@ -71,7 +71,7 @@ TEST_F(Actions, StartCleanWhateverTheProgramInherited) {
     sigprocmask(SIG_BLOCK, &mask, nullptr);
     signal(SIGPIPE, SIG_IGN);
     signal(SIGCHLD, SIG_IGN);
-    alarm(9);  // sooner than the wait is over that does not see the program's end
+    alarm(9);  // a wait that misses the program's end would take 10 s
     EXPECT_EQ(run(3), 2);
     sigprocmask(SIG_BLOCK, nullptr, &mask);
     EXPECT_TRUE(sigismember(&mask, SIGTERM) == 1 && sigismember(&mask, SIGCHLD) == 0);
@@ -96,7 +96,7 @@ std::vector<std::string> pieces(const char* command) {
   return all;
 }
 
-// A command starts as an action does, but finds what PATH finds. SIGCHLD is as some web servers hand it down.
+// A command inherits PATH alone. SIGCHLD is ignored, as some web servers hand it down.
 TEST(Shell, GetsNothingOfTheRequestAndIsWaitedFor) {
   const auto runFromAWebServer = [] {
     signal(SIGCHLD, SIG_IGN);

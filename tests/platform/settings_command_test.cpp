@@ -23,7 +23,7 @@ class SettingsCommand : public testing::Test {
  protected:
   using Arguments = std::vector<std::string_view>;
 
-  // The input is the name of a device, or what the file holds.
+  // The input is the path of a device, or the content of a file.
   int run(const Arguments& arguments, const std::string& input = "") {
     folder.put("input", input);
     const std::string path = input.starts_with("/dev/") ? input : folder.path("input");
@@ -120,7 +120,7 @@ TEST_F(SettingsCommand, RestoreWritesAllOfABackupOrNothing) {
     EXPECT_TRUE(streams.error.starts_with(place)) << wrong << streams.error;
     EXPECT_EQ(output({"get", "sample"}), kDefaults) << wrong;
   }
-  // Of a record that it holds, the other fields go back to their defaults.
+  // A field that the backup lacks gets its default if the backup has others of its record.
   for (const char* record : {"sample", "whole"}) ASSERT_EQ(run({"set", record, "number=5", "flag=0"}), 0);
   ASSERT_EQ(run({"restore"}, good + "end 2\n"), 0) << streams.error;
   EXPECT_EQ(output({"get", "sample"}).substr(0, 16), "number=9\nflag=1\n");

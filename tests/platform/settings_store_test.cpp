@@ -37,7 +37,7 @@ struct Process {
   SettingsStore store;
 };
 
-// What is stored now, to a process that knows nothing; the number is 9999 when it cannot be read.
+// What a new process reads; the number is 9999 if it cannot be read.
 Sample stored(StoreFiles& files, const RecordInfo& info = kSample) {
   Process process(files);
   process.sample.number = 9999;
@@ -53,7 +53,7 @@ struct Store : testing::Test {
   MemoryDisk disk;
 };
 
-// Who reads a record that was never stored must be able to write it back.
+// A process that reads a record that was never stored must be able to write it back.
 TEST(EveryRecord, HasDefaultsWithinItsBounds) {
   for (const RecordInfo* info : kRecords) EXPECT_EQ(firstInvalid(*info, info->defaults), "") << info->name;
 }
@@ -153,7 +153,7 @@ TEST_F(Store, TakesTheTailOfAnOlderRecordFromTheDefaults) {
   EXPECT_EQ(disk.content("sample").size(), 16 + offsetof(Sample, levels));
   EXPECT_EQ(stored(disk).number, 5);
   EXPECT_EQ(std::memcmp(stored(disk).levels, kSampleDefaults.levels, sizeof written.levels), 0);
-  // Short, but of this version; of an older one, but whole; of a newer one.
+  // Refused: a short record of this version, a whole one of an older version, one of a newer version.
   for (const RecordInfo& writer : {variant(2, withoutLevels), variant(1, SampleDescription::kFields),
                                    variant(3, SampleDescription::kFields)}) {
     disk = MemoryDisk();
@@ -199,7 +199,7 @@ TEST_F(Store, WhatFollowsATextIsNeitherAChangeNorStored) {
   EXPECT_EQ(std::memcmp(stored(disk).text, "abc\0\0\0\0", 8), 0);
 }
 
-// Also where one of them goes on writing a copy that does not have the other's change.
+// Then the first process writes its copy again, which does not have the second's change.
 TEST_F(Store, MergesWhatTwoProcessesChanged) {
   const std::tuple<const char*, Change, Change> rows[] = {
       {"two fields", [](Sample& s) { s.number = 1; }, [](Sample& s) { s.flag = 0; }},
@@ -229,7 +229,7 @@ TEST_F(Store, MergesWhatTwoProcessesChanged) {
   }
 }
 
-// A process reads one record (or none), another one or itself changes one, and the process writes one.
+// A process reads one record (or none). Another process, or itself, changes one. Then the first writes one.
 TEST_F(Store, RefusesADecisionOnWhatAnotherProcessChanged) {
   const std::tuple<const RecordInfo*, const RecordInfo*, const RecordInfo*, StoreResult> rows[] = {
       {&kIndivisible, &kIndivisible, &kIndivisible, kRefused},
@@ -300,7 +300,7 @@ TEST(StoreProcesses, LoseNothingToEachOther) {
   EXPECT_TRUE(same(stored(shared), expected));
 }
 
-// Without the lock the child would write during the pause, and the whole record would be refused.
+// Without the lock the child would write during the pause, and the holder's write would be refused.
 TEST(StoreProcesses, WaitForOneThatHoldsTheStoreOrWasKilledHoldingIt) {
   const TemporaryFolder folder;
   PosixStoreFiles files(folder.path());
