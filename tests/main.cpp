@@ -1,4 +1,4 @@
-// Runs the tests; an executable in which one was skipped, or none ran, has failed.
+// Runs the tests. Also fails if a test was skipped or none ran.
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {

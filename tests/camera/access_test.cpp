@@ -57,7 +57,7 @@ TEST(Access, AnAccountGetsInAsLongAsItIsStoredAndWhereItsPrivilegesReach) {
     EXPECT_EQ(camera.status(account, path), status) << account << " " << path;
   EXPECT_TRUE(camera.listensOn("00000000"));
 
-  // Changed without an endpoint, and read between the writing of the record and its rename.
+  // The record changes without an endpoint, and refreshAccounts starts before its file is renamed.
   camera.inside({"flock", "/var/lib/camera/settings", "sh", "-c",
                  "cd /var/lib/camera/settings; echo >.new; refreshAccounts & sleep 0.5; mv .new account"});
   EXPECT_TRUE(within(30, [&] { return camera.status(kRoot, "/cgi-bin/info.cgi") == "401"; }));

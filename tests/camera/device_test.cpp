@@ -79,7 +79,7 @@ TEST(Device, ARebootKeepsSettingsAndAResetDoesNotAndAFailedResetRestartsNothing)
   EXPECT_TRUE(answers(stuckAt)) << "it restarted";
 }
 
-// On the port used last if the stored one is taken, on the factory's if no port is known.
+// It returns on the port used last if the stored one is taken, on the factory port if no port is known.
 TEST(Device, ComesBackWhateverBecomesOfItsPortItsServerAndItsState) {
   Device device;
   const int worked = device.move();

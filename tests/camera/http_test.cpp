@@ -120,7 +120,7 @@ TEST_F(Http, OnlyTheEndpointsAndTheCardAreServed) {
     EXPECT_EQ(camera_->get(folder).status, 403) << folder;
 }
 
-// Outside of the sandbox root could write to these files.
+// Outside the sandbox, root could write to these files.
 TEST_F(Http, NothingInTheCameraReachesTheHostsKernel) {
   const Output output =
       camera_->inside({"bash", "-c",

@@ -15,7 +15,7 @@ class Run : public testing::Test {
   Run() { std::filesystem::create_symlink(CAMERA_SOURCE_DIR "/run", folder_.path("run")); }
   ~Run() override { expectNoSanitizerReport(folder_.path("state")); }
 
-  // Through a link, as a user may have put one into a folder of PATH.
+  // Starts ./run through a link, as a user may have put one into a folder of PATH.
   pid_t startRun(const Command& options, const std::string& out = "out") {
     Command command{folder_.path("run"), "--state", folder_.path("state")};
     command.insert(command.end(), options.begin(), options.end());

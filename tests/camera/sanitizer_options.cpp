@@ -5,8 +5,8 @@
 namespace {
 
 // In the sandbox a report goes to the state's log folder, where the fixture looks for it; elsewhere to
-// standard error. Leaks are not looked for there: it would double the time that a request takes, and the
-// endpoints' own tests find them. Runs before the sanitizers are ready, and so is not instrumented.
+// standard error. Leaks are not looked for in the sandbox: it would double the time that a request takes, and
+// the endpoints' own tests find them. Runs before the sanitizers are ready, and so is not instrumented.
 __attribute__((no_sanitize("address", "undefined"))) const char* options() {
   return access("/usr/lib/camera/init", F_OK) == 0
              ? "log_path=/var/log/sanitizer:log_exe_name=1:detect_leaks=0"

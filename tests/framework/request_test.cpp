@@ -38,7 +38,7 @@ TEST(Request, ReadsABodyOnlyWhenItIsAFormOfTheLengthItSays) {
   const std::string longest = "a=" + std::string(64 * 1024 - 2, 'x');
   const Queries one{{"a", "1"}};
   const Queries none;
-  // The body, what differs from the environment of a true POSTed form, the parameters and the error.
+  // The body, the changes to the environment of post(), the parameters and the error.
   using Changes = std::map<std::string, std::string>;
   const std::vector<std::tuple<std::string, Changes, Queries, std::string>> rows = {
       {"a=1", {{"CONTENT_TYPE", " \tApplication/X-WWW-Form-Urlencoded\t ; charset=utf-8"}}, one, ""},

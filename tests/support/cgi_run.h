@@ -19,7 +19,7 @@ struct CgiInput {
 inline constexpr const char* kVariables[] = {"REQUEST_METHOD", "QUERY_STRING", "CONTENT_TYPE",
                                              "CONTENT_LENGTH"};
 
-// A standard stream and the file in memory that takes its place, time and again, for one run.
+// A standard stream, and the file in memory that replaces it during each run.
 class Stream {
  public:
   explicit Stream(int descriptor)

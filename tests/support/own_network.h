@@ -10,7 +10,7 @@
 
 namespace camera::test {
 
-// Moves this process, which must be one of its own, into a network that has nothing but a loopback interface.
+// Moves this process into a network that has nothing but a loopback interface. For a child process only.
 inline void enterOwnNetwork() {
   if (unshare(geteuid() == 0 ? CLONE_NEWNET : CLONE_NEWUSER | CLONE_NEWNET) != 0) _exit(1);
   const int kernel = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
@@ -20,7 +20,7 @@ inline void enterOwnNetwork() {
   close(kernel);
 }
 
-// Runs the body in a process of its own, in such a network.
+// Runs the body in a child process, in such a network.
 template <class Body>
 void expectInOwnNetwork(Body body) {
   EXPECT_EXIT(

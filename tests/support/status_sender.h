@@ -1,4 +1,4 @@
-// Sends status packages, and datagrams that are not, as the camera's daemons and others would.
+// Sends status packages and other datagrams, as the camera's daemons and other programs would.
 #pragma once
 
 #include <arpa/inet.h>
@@ -17,7 +17,7 @@ inline StatusPackage package(std::uint32_t event, std::int32_t value = 0) {
   return result;
 }
 
-// Sends over the loopback interface, as if from the source.
+// Sends over the loopback interface, as if from the source address.
 class Sender {
  public:
   explicit Sender(const char* source = "127.0.0.1") {

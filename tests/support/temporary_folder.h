@@ -1,4 +1,4 @@
-// A folder of a test's own, gone with the test.
+// A folder for one test, removed at its end.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ class TemporaryFolder {
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-  // Of a file in it, or its own.
+  // The path of a file in the folder, or of the folder.
   std::string path(const std::string& name = "") const { return name.empty() ? path_ : path_ + "/" + name; }
   void put(const std::string& name, const std::string& content) const { writeFile(path(name), content); }
   std::string content(const std::string& name) const { return readFile(path(name)); }

@@ -14,7 +14,7 @@
 namespace camera::simulator {
 namespace {
 
-// A head that goes ten units a second, and is the same in neither direction.
+// A head that moves ten units a second, with other limits in each direction.
 HeadDesign lopsided() {
   HeadDesign design;
   EXPECT_TRUE(readHeadDesign(
@@ -44,7 +44,7 @@ std::string headRequest(const std::string& text) {
 }
 
 TEST(PanTiltDaemon, MovesTheHeadWithASpeedAndWithinItsLimits) {
-  // What is asked, the seconds that pass then, and where the head is after them; the route is 10, 6, 3.
+  // A request, the seconds that then pass, and where the head is after them; the route is 10, 6, 3.
   std::istringstream steps{R"(
       2 30 5; 1; 10,5 moves| 1; 0.56; 16,5 moves| 1; 2; 30,5| 2 131 0; 1; refused 30,5|
       2 0 -31; 1; refused 30,5| 3 1000 0; 9; 120,5 moves| 5; 9; refused 130,5| 3 -2 -2; 1; 128,3|
@@ -101,7 +101,7 @@ TEST(Control, IsTrueOfTheNextPackages) {
   std::size_t card = 0;
   const auto insert = [&](std::size_t state) { return card = state, ControlReply{true, ""}; };
   const Controlled target{camera, server, insert};
-  // A command and the packages from then on; quiet is a camera that does not record and hears little.
+  // A command and the packages from then on; quiet: the camera does not record and hears little.
   std::istringstream rows{R"(
       motion 42 3 -> quiet 1:0:42:0| pir -> quiet 2:1:0:0| sound 70 -> 4:4:0:0 4000:0:70:0|
       level 31 -> 4:4:0:0 800000:0:31:0| level 30 -> quiet| input 4 on -> quiet 80:0:0:0|
