@@ -6,8 +6,8 @@
 namespace camera {
 namespace {
 
-// From the second attempt on, the store is locked until action programs run, so only a change between these
-// and a later write can make another attempt necessary.
+// From the second attempt on, the store is locked until the action programs run. Only an endpoint that writes
+// again after that can need another attempt.
 constexpr int kMostAttempts = 8;
 
 struct FeatureName {

@@ -55,7 +55,7 @@ class Endpoint {
 
   // The steps. Each returns 200, or the code that refuse or fail returned. load reads what the endpoint
   // needs. apply checks the parameters and carries them out; load and apply may run several times. reply
-  // appends the lines.
+  // appends the lines, and may also return 307, a redirect.
   virtual int load() { return 200; }
   virtual int apply() = 0;
   virtual int reply() = 0;
@@ -63,7 +63,7 @@ class Endpoint {
   const Queries& queries() const { return request_.params; }
   bool isGiven(std::size_t row) const { return (given_ >> row & 1) != 0; }
 
-  // Takes the parameters into the state, which must be a copy and of the table's type. Returns 200 or 400.
+  // Stores the parameters in the state, which must be a copy and of the table's type. Returns 200 or 400.
   int takeParams(void* state);
   // Appends the table's lines for such a state.
   void showParams(const void* state) { params_.reply(reply_, state); }
@@ -144,7 +144,6 @@ class ParamEndpoint : public Endpoint {
 
   ParamEndpoint() : Endpoint(kParams.list(), kTakes) {}
 
-  // True if the request has the parameter.
   bool given(Param param) const { return isGiven(param.row); }
 
   using Endpoint::refuse;
@@ -183,7 +182,7 @@ class StateEndpoint : public ParamEndpoint<kParams, kTakes> {
   State state{};  // as load read it; after a successful apply, the wanted one
 };
 
-// An endpoint whose state is one settings record. With a feature, it returns 404 on cameras without it.
+// An endpoint whose state is one settings record. Returns 404 on cameras that lack kFeature.
 template <const auto& kParams, Feature kFeature = nullptr>
 class RecordEndpoint : public StateEndpoint<kParams> {
  protected:
