@@ -1,4 +1,4 @@
-// datetime.cgi: the clock, its time zone and daylight saving, and the NTP server that may keep it.
+// datetime.cgi: the clock, its time zone and daylight saving, and the NTP server that can set it.
 #include <algorithm>
 #include <cstdio>
 #include <vector>
@@ -205,8 +205,8 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
 
   int failOnRules() { return fail(500, "settings: the stored daylight saving rules are malformed"); }
 
-  // In a new zone, the same date and time is another instant. method=2 then sets the clock even if its record
-  // is equal.
+  // In a new zone, the same date and time is another instant. method=2 then sets the clock even if the date
+  // and time do not change.
   int store(const Wanted& wanted) {
     isZoneMoved_ = isZoneMoved_ || differ(tzone_, wanted.zone);
     isSet_ = isSet_ || differ(curtime_, wanted.clock) || (wanted.method == kSetNow && isZoneMoved_);

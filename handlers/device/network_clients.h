@@ -17,11 +17,11 @@ class ClientEndpoint : public Base {
 
   struct NeededText {
     Param param;
-    const char* value;  // after the request
+    const char* value;  // with the request's change
   };
 
-  // 200 if the client can run; 400 if a needed text is empty and the request gives that text or switches the
-  // client on. An incomplete stored client does not block other changes.
+  // Returns 400 if the client is on, a needed text is empty, and the request gives that text or the client's
+  // switch; otherwise 200. An incomplete stored client does not block other changes.
   int canRun(Param client, bool isOn, std::initializer_list<NeededText> needed) {
     for (const auto& [param, value] : needed) {
       if (isOn && (this->given(client) || this->given(param)) && *value == '\0')

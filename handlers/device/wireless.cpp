@@ -192,7 +192,7 @@ class WirelessEndpoint final : public ParamEndpoint<kParams> {
           static_cast<std::uint8_t>(cipher == kWep ? static_cast<int>(kOpenOrShared) : c.auth.given);
     }
     if (wanted->channel >= 0 && c.mode.effective() == kAdHoc) record.channel = wanted->channel;
-    // Without encryption, a key is stored for later use. If both keys are given, the passphrase is stored.
+    // With encryption none, a key is stored for later use. If both are given, the passphrase is stored.
     if (c.key1 && !isWpaCipher(cipher)) setText(record.key, *c.key1);
     if (c.passphrase && cipher != kWep) setText(record.key, *c.passphrase);
   }
