@@ -7,7 +7,7 @@
 
 namespace camera {
 
-// The I/O daemon has commands for so many inputs, and for so many outputs.
+// A line is a digital input or output. The I/O daemon has commands for this many of each.
 inline constexpr int kMostLines = 4;
 
 // The I/O daemon's commands for the first line; the next lines have the next numbers.

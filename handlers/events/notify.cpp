@@ -116,7 +116,7 @@ class NotifyEndpoint final : public ReadOnlyEndpoint {
     }
   }
 
-  // The parts that settings switch; no daemon reports them.
+  // Parts whose state is read from the settings, because no daemon reports it.
   int replyParts(const ProductInfo& product) {
     state("vsignal", 1);
     AudioSettings audio{};

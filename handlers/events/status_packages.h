@@ -32,8 +32,8 @@ inline std::uint8_t lowByte(std::int32_t number) {
   return static_cast<std::uint8_t>(number);
 }
 
-// Calls take for each package with one of the events, until the time is over or take returns false. It may
-// return up to a second late, because a wait that has begun is not cut short.
+// Calls take for each package with one of the events, until the time is over or take returns false. listen
+// may return up to a second late, because a wait that has begun is not cut short.
 template <class Take>
 void listen(std::uint32_t events, int seconds, Take take) {
   StatusReceiver receiver;

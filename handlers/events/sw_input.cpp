@@ -1,4 +1,4 @@
-// sw_input.cgi: fires and releases the software input, a trigger of event rules without a physical line.
+// sw_input.cgi: fires and releases the software input, an event trigger that has no physical line.
 #include "handlers/endpoint.h"
 #include "handlers/events/daemon_command.h"
 
