@@ -6,7 +6,7 @@ namespace camera {
 namespace {
 
 constexpr const char* kModes[] = {"auto", "manual", "day", "night"};
-constexpr int kDay = 2;  // the first fixed mode; in these the LEDs follow the switch
+constexpr int kDay = 2;  // the first fixed mode; in fixed modes the LEDs follow the switch
 
 constexpr auto kParams = paramRows<IrSettings>(choiceParam<&IrSettings::icr_mode>("mode", kModes).required());
 

@@ -1,4 +1,4 @@
-// irled.cgi: the infrared LEDs, which can be changed while the day/night switch is manual.
+// irled.cgi: the infrared LEDs, which can be changed only while the day/night switch is manual.
 #include "handlers/endpoint.h"
 #include "platform/store/records/ir.h"
 

@@ -17,7 +17,7 @@ constexpr auto kParams =
 }  // namespace
 
 class RtspUrlEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
-  // The record is read only for a valid request.
+  // Only a valid request reads the record.
   int carryOut(StreamPath& wanted) override {
     if (const int result = read(rtspsvr_); result != 200) return result;
     RtspServerSettings changed = rtspsvr_;

@@ -20,7 +20,7 @@ class SensorResetEndpoint final : public StateEndpoint<kParams, Takes::kCommand>
   }
 
   // The record's defaults are the same for every sensor, and some sensors accept a number in coarse steps
-  // only. The nearest step is stored, so that what sensor.cgi shows is what is stored and can be sent back.
+  // only. The nearest step is stored, so that sensor.cgi accepts what it shows.
   bool fitToSensor(ImageSettings* image) {
     SensorCapabilities sensor;
     const ProductInfo* known = product();

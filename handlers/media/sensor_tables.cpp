@@ -164,7 +164,6 @@ constexpr Capability kCapabilities[] = {
 };
 static_assert(std::size(kCapabilities) <= 32, "SensorCapabilities holds a bit for each");
 
-// Sets of codecs, by what a profile may have.
 constexpr Codecs kOnlyMjpeg = 1U << kMjpeg;
 constexpr Codecs kOnlyMpeg4 = 1U << kMpeg4;
 constexpr Codecs kNoMjpeg = 1U << kMpeg4 | 1U << kH264;
@@ -210,7 +209,7 @@ constexpr StreamSensor kStreamSensors[] = {
     {.name = "hm1375", .smaller = profileBit(2) | profileBit(3) | profileBit(4), .offersFastRates = true},
 };
 
-// Frame rates per second. Some lists of offered rates leave out 6, which is accepted.
+// Frames per second. Some lists of offered rates leave out 6, which is accepted.
 constexpr const char* k60Hz[] = {"1", "2", "3", "5", "6", "10", "15", "30"};
 constexpr const char* k50Hz[] = {"1", "2", "3", "5", "8", "12", "25"};
 constexpr const char* kOfferedTo15[] = {"1", "2", "3", "5", "10", "15"};
@@ -307,7 +306,7 @@ int numberIn(const Names& names, std::string_view value, int /*stored*/) {
 
 int numberIn(const Levels& levels, std::string_view value, int stored) {
   const int first = numberIn(levels.names, value, stored);
-  // Only digits are the number of a level: a text with a sign is rejected.
+  // The number of a level has no sign: "-0" is rejected.
   if (first < 0) return consistsOf(value, kDigits) ? numberIn(levels.numbers, value, stored) : -1;
   const auto level = static_cast<std::size_t>(stored);
   const bool hasName = level < levels.names.all.size() && value == levels.names.all[level];

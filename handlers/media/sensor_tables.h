@@ -45,7 +45,7 @@ struct Names {
   Words offered = accepted;
 };
 
-// Levels, several of which may have the same name. A stored level that already has the name is kept.
+// Levels, several of which may have the same name. A stored level that already has the given name is kept.
 struct Levels {
   Names names;
   Range numbers{0, -1};  // accepted besides the names
@@ -65,8 +65,8 @@ int nearestTo(int number, const ValueSet& values);
 // A model's row: a pointer to a ValueSet for each capability.
 struct ImageSensor;
 
-// A capability, as the product information names it. It has a parameter and a reply line of the same key in
-// sensor.cgi, and a field.
+// A capability, as the product information names it. It has a parameter of sensor.cgi, a reply line with the
+// same key, and a field of the record image.
 struct Capability {
   const char* name;
   const char* parameter;
@@ -108,7 +108,7 @@ constexpr Profiles profileBit(int profile) {
   return static_cast<Profiles>(1U << static_cast<unsigned>(profile));
 }
 
-// Positions are what is stored.
+// Of a codec and of a quality mode, the position in the list is stored.
 enum Codec : std::uint8_t { kMjpeg, kMpeg4, kH264 };
 inline constexpr const char* kCodecs[] = {"MJPEG", "MPEG4", "H264"};
 enum QualityMode : std::uint8_t { kConstantBitRate, kFixedQuality };
@@ -131,7 +131,7 @@ struct VideoSensor {
   bool hasQualityModes = false;   // the client chooses between CBR and Fixquality
   std::uint8_t resolutions = 3;   // how many of a display system's, from the first on
   Profiles largest = 0b11110;     // which may have the largest resolution
-  bool sharesLargest = false;     // lifts Largest::kFirstProfileUnlessShared
+  bool sharesLargest = false;     // lifts the limit kFirstProfileUnlessShared
   RateLimit inLargest{};          // with the largest resolution
   bool hasFastRates = false;      // accepts the frame rates of fast sensors
   std::uint8_t missingRates = 0;  // how many of the lowest rates the first profile lacks

@@ -1,4 +1,4 @@
-// stream_auth.cgi: whether live video and the snapshot URL ask for an account.
+// stream_auth.cgi: whether live video and the snapshot URL require an account.
 #include "handlers/endpoint.h"
 #include "platform/store/records/httpsvr.h"
 

@@ -1,4 +1,4 @@
-// stream_info.cgi: everything that a client needs to offer the camera's streams.
+// stream_info.cgi: the camera's streams, and the values offered for their settings.
 #include "handlers/endpoint.h"
 #include "handlers/media/audio_switch.h"
 #include "handlers/media/sensor_tables.h"
@@ -56,7 +56,7 @@ class StreamInfoEndpoint final : public ReadOnlyEndpoint {
     pair(joined({key, number == 0 ? "" : digits.text()}), joined(value));
   }
 
-  // Adds a line with the same value for every profile.
+  // Adds a line for each profile, all with the same value.
   void lines(std::string_view key, std::string_view value) {
     for (int i = 1; i <= kProfiles; ++i) line(key, i, {value});
   }

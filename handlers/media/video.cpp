@@ -102,7 +102,7 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
     if (take(&wanted) != 200) return 400;
     if (given("quality"))
       wanted.profiles.quality[wanted.id] = static_cast<std::uint8_t>(levelOf(wanted.quality));
-    // The reply shows what follows from the request's values, but that alone does not store the record.
+    // The reply shows the consequences, but consequences alone do not store the record.
     const bool isChanged = differ(video_.profiles, wanted.profiles);
     addConsequences(&wanted);
     int result = checkCodec(wanted);
@@ -153,7 +153,8 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
     return isMjpeg || isOnlyMjpeg ? refuse("qualitymode", "Fixquality with MJPEG") : 200;
   }
 
-  // Checked only if the request names one of the two, so that a stored pair does not block other changes.
+  // Checked only if the request gives a resolution or a frame rate, so that a stored pair does not block
+  // other changes.
   int checkFrameRate(const Video& wanted) {
     const RateLimit limit = wanted.sensor->inLargest;
     const bool isLimited = wanted.id == limit.profile && wanted.profiles.resolution[wanted.id] == 0;
