@@ -57,7 +57,7 @@ bool readPart(PtzCode code, Part PtzAnswer::*part, Part* value) {
   return done;
 }
 
-// Shortens a step so that it ends within min and max. The daemon may report any number as the position.
+// Shortens a step so that it ends within min and max. 64 bits, because the daemon may report any position.
 std::int32_t limited(std::int64_t position, std::int32_t step, int min, int max) {
   if (step > 0 && position + step > max) return static_cast<std::int32_t>(max - position);
   if (step < 0 && position + step < min) return static_cast<std::int32_t>(min - position);

@@ -1,4 +1,4 @@
-// The commands of the pan/tilt daemon. Each is one exchange with the daemon; false if it failed.
+// The commands of the pan/tilt daemon. A function returns false if an exchange with the daemon failed.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace camera {
 
-// What the daemon answers, as it travels. Its pans mirror the client's; its tilts are the client's.
+// Parts of the daemon's answer, byte for byte. Its pan is the client's, mirrored; its tilt is the client's.
 struct PtzLimits {
   Little<std::int16_t> pmax, pmin, tmax, tmin;
 };
