@@ -48,7 +48,7 @@ class CardFilesEndpoint : public CardEndpoint<ParamEndpoint<kParams, kTakes>> {
 
   ProductFolder productFolder() const { return {.model = system_.model}; }
 
-  // Returns the bytes of an entry's whole path. The given path is relative to the product's folder.
+  // Returns the size in bytes of an entry's whole path. The given path is relative to the product's folder.
   std::size_t wholePathSize(std::string_view path) const {
     return kCardFolder.size() + productFolder().model.size() + path.size();
   }

@@ -65,8 +65,8 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
     return 200;
   }
 
-  // A name on the card may hold separators, so that "a:b" in the list can be this entry or the entries "a"
-  // and "b". If such a name starts here, nothing is deleted up to its end.
+  // A name on the card may hold separators, so that "a:b" in the list can be one entry or the entries "a" and
+  // "b". If such a name starts at begin, nothing is deleted up to its end.
   int guardUnlistable(std::size_t begin, std::string_view name) {
     if (!isUnlistable(wanted_.entries)) return 200;
     const std::size_t folderSize = name.rfind('/') + 1;  // 0 without a slash

@@ -11,7 +11,8 @@ namespace camera {
 enum Group : int { kNoGroup = -1, kAdministrator = 0, kUsers = 1 };
 inline constexpr const char* kGroups[] = {"Administrator", "Users"};
 
-// Stands for the administrator in lists and queries, whatever the account's name is.
+// Stands for the administrator in replies of group_list.cgi and in requests to user_list.cgi, whatever the
+// account's name is.
 inline constexpr char kAdminWord[] = "admin";
 
 // Returns the slot of the ordinary account of that name; -1 if there is none.
