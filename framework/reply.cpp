@@ -50,10 +50,10 @@ void appendLine(std::string& lines, std::string_view key, std::string_view value
 
 void write(const Reason& reason, const std::string& header, const std::string& body) {
   constexpr std::string_view kType = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
-  constexpr std::size_t kMostOfRest = 64;  // status, length and line ends
+  constexpr std::size_t kOtherBytes = 64;  // at most; status, length and line ends
   const Decimal length(static_cast<std::int64_t>(body.size()));
   std::string response;
-  response.reserve(header.size() + kType.size() + kMostOfRest + body.size());
+  response.reserve(header.size() + kType.size() + kOtherBytes + body.size());
   response.append(header).append("Status: ").append(reason.status).append(kType);
   response.append(length.text()).append("\r\n\r\n").append(body);
   std::string_view rest = response;

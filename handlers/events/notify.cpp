@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kListeningSeconds = 4;
 constexpr std::chrono::seconds kAskingTime{25};  // after listening; a request takes 30 seconds at most
-constexpr std::uint32_t kEvents = kMotionEvent | kUnusedEvent | kRecordingEvent | 0xF * kInputEvent |
+constexpr std::uint32_t kEvents = kMotionEvent | kFlagsEvent | kRecordingEvent | 0xF * kInputEvent |
                                   kSoundEvent | kSpeakerOccupiedEvent | kMicMutedEvent | kSoundLevelEvent;
 
 // The state that the packages report: 0 off, 1 on; an output can also be 2, failed, or another number.
@@ -116,7 +116,8 @@ class NotifyEndpoint final : public ReadOnlyEndpoint {
     }
   }
 
-  // Parts whose state is read from the settings, because no daemon reports it.
+  // Parts that no daemon reports: the video signal, which is always there, and those that the settings
+  // switch.
   int replyParts(const ProductInfo& product) {
     state("vsignal", 1);
     AudioSettings audio{};

@@ -11,7 +11,7 @@ namespace camera {
 // lines have the next bits.
 enum StatusEvent : std::uint32_t {
   kMotionEvent = 0x1,     // its value is the amount
-  kUnusedEvent = 0x2,     // only its flags are used
+  kFlagsEvent = 0x2,      // only its flags are used
   kRecordingEvent = 0x4,  // its flags are 0 while recording runs
   kInputEvent = 0x10,
   kOutputEvent = 0x100,  // its value2 is the state

@@ -31,7 +31,8 @@ class PtzHomeEndpoint final : public PtzTargetEndpoint<kParams> {
     }
   }
 
-  // The daemon can only make the current position the home position.
+  // The daemon can only make the current position the home position. Reading the position in between is part
+  // of the camera's protocol for this; its result is not used.
   bool setHome(PtzTarget* wanted) {
     PtzPosition target{};
     return aim(wanted, &target) && ptzCommand(PtzCode::kGoTo, target) && ptzRead(&target) &&

@@ -31,19 +31,19 @@ class PtzTargetEndpoint : public PtzEndpoint<StateEndpoint<kParams>> {
 
   // Takes an axis that the request does not give from the current position, and converts the target to the
   // daemon's view. False if a command failed.
-  bool aim(PtzTarget* target, PtzPosition* daemons) {
+  bool aim(PtzTarget* target, PtzPosition* position) {
     const bool hasPan = this->given("p");
     const bool hasTilt = this->given("t");
-    if (!(hasPan && hasTilt) && !ptzRead(daemons)) return false;
+    if (!(hasPan && hasTilt) && !ptzRead(position)) return false;
     if (hasPan) {
-      daemons->pan = mirrorPan(target->limits, target->pan);
+      position->pan = mirrorPan(target->limits, target->pan);
     } else {
-      target->pan = mirrorPan(target->limits, daemons->pan);
+      target->pan = mirrorPan(target->limits, position->pan);
     }
     if (hasTilt) {
-      daemons->tilt = target->tilt;
+      position->tilt = target->tilt;
     } else {
-      target->tilt = daemons->tilt;
+      target->tilt = position->tilt;
     }
     return true;
   }

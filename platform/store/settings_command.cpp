@@ -240,7 +240,7 @@ StoreResult Command::restoreLine(std::string_view line, std::vector<Restored>* r
 
 StoreResult Command::checkEnd(std::string_view line, std::size_t elements) {
   if (line.substr(kBackupEnd.size()) == std::to_string(elements)) return StoreResult::kDone;
-  return refuse("not as many lines as the last one says");
+  return refuse("lines are missing");
 }
 
 StoreResult Command::writeRestored(const std::vector<Restored>& restored) {

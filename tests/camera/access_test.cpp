@@ -30,7 +30,7 @@ struct Guarded : Camera {
 };
 
 // Each request depends on those before it.
-TEST(Access, AnAccountGetsInAsLongAsItIsStoredAndWhereItsPrivilegesReach) {
+TEST(Access, AnAccountMayCallWhatItsPrivilegesAllowWhileItIsStored) {
   Guarded camera;
   EXPECT_EQ(camera.status("", "/cgi-bin/network.cgi"), "200");
   EXPECT_TRUE(camera.listensOn("0100007F"));

@@ -12,7 +12,7 @@ const Endpoint kIo{
     .reply = "in1=off&out1=on&in2=on",
     .readsBack = false};
 
-TEST(IO, IsOnAtAOneAlone) {
+TEST(Io, ReportsOnForStateOneOnly) {
   using namespace std::string_literals;
   scripted().reset(kIo.state);
   daemons().answers = {{"get watchdog 616", "\0\0\0\0\2\0\0\0"s}, {"get watchdog 620", "\0\0\0\0\0\1\0\0"s}};
@@ -86,11 +86,9 @@ const Endpoint kMail{"action_mail.cgi",
                      "enable=no&sender=a@b.c&to=d@e.f&host=h&port=25&user=&pass=c2VjcmV0", "set smtp"};
 constexpr char kBoth[] = "set ftp set snapshot";
 
-const std::string kSixty(60, 'h');
-const std::string kThirty(30, '~');
 const std::string kEncoded = "pass=YWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFh";  // thirty a
 
-TEST(ActionFtp, TellsTheSnapshotsWhenItIsSwitchedOrPaced) {
+TEST(ActionFtp, NotifiesTheSnapshotSenderOfItsSwitchAndInterval) {
   kFtp.accepts("interval=10", "ftp.interval=10000", "");
   // 10.5 seconds were stored.
   kFtp.accepts("enable=yes interval=11 interval=10 enable=yes&interval=86400&passive=no", "", kBoth);

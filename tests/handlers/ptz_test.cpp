@@ -4,7 +4,6 @@
 namespace camera::test {
 namespace {
 
-using namespace std::string_literals;
 
 const Endpoint kMove{"ptz_move.cgi", "ptd.position=10,5", "p=-50&t=5&z=0"};
 const Endpoint kMoveRel{"ptz_move_rel.cgi", "ptd.position=-165,5"};

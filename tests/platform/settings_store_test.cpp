@@ -301,7 +301,7 @@ TEST(StoreProcesses, LoseNothingToEachOther) {
 }
 
 // Without the lock the child would write during the pause, and the holder's write would be refused.
-TEST(StoreProcesses, WaitForOneThatHoldsTheStoreOrWasKilledHoldingIt) {
+TEST(StoreProcesses, WaitForTheHolderOfTheLockUnlessItWasKilled) {
   const TemporaryFolder folder;
   PosixStoreFiles files(folder.path());
   Process holder(files);

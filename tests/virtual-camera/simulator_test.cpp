@@ -95,7 +95,7 @@ TEST(IoDaemon, SwitchesTheOutputsThatThereAreAndLogsIt) {
 
 constexpr std::string_view kQuiet = "4:4:0:0 800000:0:30:0 ";
 
-TEST(Control, IsTrueOfTheNextPackages) {
+TEST(Control, ChangesTheNextPackages) {
   CameraState camera;
   Server server;
   std::size_t card = 0;
@@ -136,7 +136,7 @@ TEST(Control, IsTrueOfTheNextPackages) {
   EXPECT_EQ(control(target, "status").text + camera.log.text(), before);
 }
 
-TEST(Server, TreatsThoseWhoComeAsItIsTold) {
+TEST(Server, BehavesTowardsItsClientsAsCommanded) {
   const test::TemporaryFolder folder;
   const std::string path = folder.path("socket");
   Server server;

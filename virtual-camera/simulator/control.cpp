@@ -211,8 +211,7 @@ constexpr struct {
   std::string_view help;
   Command command;
 } kCommands[] = {
-    {"motion", "VALUE [SECONDS]", "motion of that value is detected, for 10 seconds if not given",
-     tellMotion},
+    {"motion", "VALUE [SECONDS]", "motion of that value is detected, for SECONDS (default: 10)", tellMotion},
     {"pir", "[SECONDS]", "the infrared sensor detects someone", tellPir},
     {"sound", "LEVEL [SECONDS]", "a sound of that level, 0 to 255, is detected", tellSound},
     {"level", "LEVEL", "the sound level while nothing is detected, 0 to 255", tellLevel},
@@ -224,7 +223,7 @@ constexpr struct {
      turn<&CameraState::speakerOccupied, kSpeaker>},
     {"mic", "muted|open", "the microphone is muted or not", turn<&CameraState::micMuted, kMic>},
     {"card", "ready|protected|invalid|full|over_capacity|need_reinitialize|formatting|recording",
-     "stores the card's state; recording also enables recording, any other state disables it", tellCard},
+     "stores the card's state; the state recording also enables recording, the others disable it", tellCard},
     {"daemon", "NAME up|down|stale|silent|closing|short|endless",
      "what watchdog, eventd, ptd or logd does with its clients; status up|down: whether packages are sent",
      tellDaemon},
