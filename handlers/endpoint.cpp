@@ -36,6 +36,8 @@ void Endpoint::serve() {
   }
 }
 
+// A failure of load (404, 500) takes precedence over what is wrong with the request (400). Only an endpoint
+// without parameters rejects any parameter first.
 int Endpoint::answer() {
   int result = load();
   request_ = readRequest(keepsBytes);
@@ -53,7 +55,6 @@ int Endpoint::answer() {
 int Endpoint::applyUntilStored() {
   int result = apply();
   if (!isOvertaken_) return result;
-  result = 400;
   for (int attempt = 1; isOvertaken_ && attempt < kMostAttempts; ++attempt) {
     holdStore();
     isOvertaken_ = false;

@@ -29,7 +29,7 @@ bool differ(const Record& left, const Record& right) {
 enum class Takes : std::uint8_t {
   kChanges,  // applies them; without any, it reports the state
   kCommand,  // applies them; without any, it rejects the request
-  kNothing,  // rejects them, even if load failed
+  kNothing,  // rejects them with 400, even if load failed
 };
 
 // Serves one request: loads, reads the request, applies it if there are parameters, replies. If the store
@@ -88,9 +88,9 @@ class Endpoint {
   }
 
   // The settings transaction. write stores a record, unless an earlier write failed; writeChanged does so
-  // only if the record differs from the one read. commit runs the action programs of all stored records and
-  // returns 200. If the store refused a write, commit returns the given code; if a write failed, 500. Records
-  // stored before a failure stay stored.
+  // only if the record differs from the one read. commit reports what became of the writes: if all succeeded,
+  // it runs the action programs of the stored records and returns 200; if the store refused one, it returns
+  // the given code; if one failed, 500. Records stored before a failure stay stored.
   template <class Record>
   void write(const Record& record) {
     writeRecord(kIndexOf<Record>, &record);
