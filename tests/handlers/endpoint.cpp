@@ -138,6 +138,7 @@ void Endpoint::refuse(const std::string& query, const std::string& with, int sta
   scripted().reset(state + " " + with);
   const Reply reply = request(cgi, join(sent));
   EXPECT_TRUE(isFailure(reply, status, status == 400 && names != Texts{""} ? names : Texts{})) << reply.body;
+  EXPECT_NE(reply.body, "error=404&message=this camera has no such part") << "add it to kFeatureNames";
   EXPECT_EQ(scripted().writes(), "");
 }
 
