@@ -68,13 +68,14 @@ extern const std::array<const RecordInfo*, kRecordCount> kRecords;
 //   struct Description<HostSettings> : Describes<HostSettings, 132> {
 //     static constexpr Field kFields[] = {
 //         CAMERA_FIELD(0, name, 1, 36),
-//         CAMERA_FIELD(68, location),
+//         CAMERA_FIELD(68, location, 0, 60),
 //     };
 //   };
 //
 // The size and the offsets are those of the stored record; a struct that has others does not compile. The
 // last two arguments of a field are its bounds. Without them it accepts all values of its type. A member
-// whose name begins with "reserved" holds bytes that no endpoint uses.
+// whose name begins with "reserved" holds bytes that no endpoint uses; where the compiler would add padding,
+// declare such a member.
 template <class Record>
 struct Description;
 
@@ -160,7 +161,8 @@ consteval RecordInfo record(const char* name, const Exceptions& exceptions = Des
   using Record = typename Description::Record;
   static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) == Description::kSize);
   static_assert(sizeof(Record) <= 2000, "the store reads a file at once");
-  static_assert(tiles(Description::kFields, sizeof(Record)), "the fields leave a gap or overlap");
+  static_assert(tiles(Description::kFields, sizeof(Record)),
+                "the fields leave a gap or overlap; declare padding as a reserved member");
   return {.name = name,
           .version = exceptions.version,
           .size = sizeof(Record),
