@@ -31,6 +31,7 @@ int main(int argc, char** argv) {
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   const std::string name = endpointName(argc > 0 ? argv[0] : "");
   announce(name);
+  // Without an endpoint of that name there is no reply: the link is wrong, and the log has its name.
   const camera::EndpointEntry* endpoint = camera::findEndpoint(name);
   if (endpoint != nullptr) endpoint->serve();
   return 0;

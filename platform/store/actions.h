@@ -1,4 +1,5 @@
-// Runs the programs that put changed settings into effect.
+// Runs the programs that put changed settings into effect. Endpoints call runActions of settings.h instead,
+// which releases the store first.
 #pragma once
 
 #include <cstdint>
