@@ -42,7 +42,8 @@ StoreResult loadRecord(Record* record) {
 bool isStoreOvertaken();
 
 // Locks the store, so that nobody else changes what is loaded from now on. releaseStore, runActions and the
-// end of the process release it. If the store cannot be locked, the next write fails.
+// end of the process release it. If the store cannot be locked, nothing is
+// held, and each write tries again.
 void holdStore();
 void releaseStore();
 

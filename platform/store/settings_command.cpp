@@ -27,8 +27,9 @@ constexpr char kHelp[] =
     "\n"
     "FIELD is a name as get shows it; name[i] is an element of an array. Numbers are decimal. In texts,\n"
     "\\\\ is a backslash, \\n a line end and \\xNN any other control byte. Reserved bytes are hexadecimal\n"
-    "digits. A backup is text in the same form. It is restored whole or not at all, and does not include\n"
-    "the record system, which describes the installed firmware.\n"
+    "digits. A backup is text in the same form. Nothing is restored from a malformed or incomplete one. It "
+    "does\n"
+    "not include the record system, which describes the installed firmware.\n"
     "\n"
     "Exit status: 0 done, 1 refused or unknown, 2 settings cannot be read or written.\n";
 
@@ -221,7 +222,7 @@ StoreResult Command::restoreLine(std::string_view line, std::vector<Restored>* r
   const RecordInfo* info = find(recordName, records);
   if (info == nullptr) return refuse("no record " + shown(recordName[0]));
   const std::optional<Element> element = findElement(*info, name);
-  if (!element || !assigned) return refuse("no field and value");
+  if (!element || !assigned) return refuse("not RECORD.FIELD=VALUE with a field of that record");
 
   auto target =
       std::find_if(restored->begin(), restored->end(), [&](const Restored& r) { return r.info == info; });
@@ -240,7 +241,7 @@ StoreResult Command::restoreLine(std::string_view line, std::vector<Restored>* r
 
 StoreResult Command::checkEnd(std::string_view line, std::size_t elements) {
   if (line.substr(kBackupEnd.size()) == std::to_string(elements)) return StoreResult::kDone;
-  return refuse("lines are missing");
+  return refuse("the number at the end is not that of the lines");
 }
 
 StoreResult Command::writeRestored(const std::vector<Restored>& restored) {

@@ -50,7 +50,8 @@ class SettingsStore {
   StoreResult reset(const RecordInfo& info);
 
   // Locks the store until release or the end of this process, so that nobody else changes what is read from
-  // now on. If the store cannot be locked, the next write fails.
+  // now on. If the store cannot be locked, nothing is held, and each
+  // write tries again.
   void hold();
   void release();
 

@@ -31,7 +31,7 @@ std::vector<Example> examplesOf(const std::string& text) {
     const bool indented = line.starts_with("    ");
     if (indented) line.erase(0, 4);
     if (line.starts_with("```")) isFenced = !isFenced;
-    EXPECT_FALSE(isFenced && line.starts_with("## ")) << line << " begins in what was before it";
+    EXPECT_FALSE(isFenced && line.starts_with("## ")) << line << " is inside a code block that is not closed";
     const bool prompted = line.starts_with("$ ");
     if (prompted || (indented && line.find("curl ") != line.npos)) {
       examples.push_back({line.substr(prompted ? 2 : 0), ""});

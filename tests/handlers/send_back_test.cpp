@@ -14,8 +14,8 @@ namespace {
 const std::vector<std::filesystem::directory_entry> kProducts{
     std::filesystem::directory_iterator{CAMERA_SOURCE_DIR "/virtual-camera/products"}, {}};
 
-// The lines of a file of the product, each after the word before. " = " becomes =, and another space +, or a
-// dot if before is empty.
+// The lines of a file of the product, each with the text `before` in front. " = " becomes =, and another
+// space +, or a dot if before is empty.
 std::string wordsOf(const std::filesystem::path& path, const std::string& before) {
   std::ifstream file{path};
   std::string words;

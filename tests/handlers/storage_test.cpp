@@ -13,7 +13,7 @@ const Endpoint kFormat{.cgi = "sdcard_format.cgi", .state = kReady, .readsBack =
 
 constexpr char kCommand[] = "run sdmanage.sh format >> /tmp/sd.txt";
 
-TEST(Card, IsFormattedOnGoAloneWhileNobodyWritesToIt) {
+TEST(Card, IsFormattedOnGoUnlessItsStateOrARecordingForbidsIt) {
   const std::pair<std::string, std::string> models[] = {
       {"a-model-name-of-26-letters", " run mkdir /mnt/usb/a-model-name-of-26-let"}, {"", ""}, {"../x", ""}};
   for (const auto& [model, folder] : models)

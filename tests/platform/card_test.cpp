@@ -104,7 +104,7 @@ TEST_F(Card, FindsReadsAndRemovesInTheProductsFolderAlone) {
   EXPECT_TRUE(fs::exists(at("other/secret")) && fs::exists(at("secret")) && !fs::exists(at("M/a.jpg")));
 }
 
-TEST_F(Card, ListsAFolderAndCountsItsFolders) {
+TEST_F(Card, ListsAFolderWithTheSizesOfFilesAndTheEntryCountsOfFolders) {
   fs::resize_file(at("M/a.jpg"), std::uintmax_t{5} << 30);
   CardFolder opened;
   NameList names;

@@ -76,7 +76,7 @@ TEST_F(Clock, ReadsInstantsByTheStoredZone) {
       {kLordHowe, 1'728'142'200, "2024-10-06 02:30:00"},
       {kKathmandu, 1'719'792'000, "2024-07-01 06:45:00"},
       {kBackwards, 1'710'036'030, "2024-03-10 01:30:30"},
-      // A malformed rule means standard time.
+      // An offset over two hours or a malformed rule means standard time.
       {{kLondon, 1, 0, "2:01", "M3.2.0/02:00", "M11.1.0/02:00"}, 1'719'792'000, "2024-07-01 00:00:00"},
       {{kLondon, 1, 0, "1:00", "M3.6.0/02:00", "M11.1.0/02:00"}, 1'719'792'000, "2024-07-01 00:00:00"},
       {{kLondon, 1, 0, "1:00", "M3.2.0/02:00", "M11.1.0/2:00,"}, 1'719'792'000, "2024-07-01 00:00:00"}};
@@ -86,8 +86,8 @@ TEST_F(Clock, ReadsInstantsByTheStoredZone) {
   }
 }
 
-// A time that occurs twice is the first of the two, a skipped one counts on, and an impossible one is
-// refused.
+// A time that occurs twice is the first of the two. A skipped one is an hour later on the clock. An
+// impossible one is refused.
 TEST_F(Clock, TakesAWallTime) {
   ASSERT_EQ(store_.write(tzoneRecord, &kLondonByItsRules), StoreResult::kDone);
   const std::tuple<const char*, const char*, std::int64_t> rows[] = {

@@ -101,7 +101,7 @@ TEST_F(SettingsCommand, RestoresExactlyWhatItBackedUp) {
   EXPECT_EQ(output({"backup"}), backup);
 }
 
-TEST_F(SettingsCommand, RestoreWritesAllOfABackupOrNothing) {
+TEST_F(SettingsCommand, RestoreWritesNothingOfAMalformedBackup) {
   const std::string title = "camera-settings backup 2\n";
   const std::string good = title + "sample.number=9\nlinked.number=1\n";
   std::vector<std::pair<std::string, std::string>> rows{{"sample.number=9\n", "line 1: "},

@@ -16,7 +16,7 @@ constexpr struct {
   int HeadDesign::*value;
 } kKeys[] = {{"pmax", &HeadDesign::pmax}, {"pmin", &HeadDesign::pmin},   {"tmax", &HeadDesign::tmax},
              {"tmin", &HeadDesign::tmin}, {"speed", &HeadDesign::speed}, {"dwell", &HeadDesign::dwell}};
-constexpr int kFarthest = 32767;  // limits travel in 16 bits
+constexpr int kFarthest = 32767;  // the protocol has 16 bits for a limit
 
 bool fitsTheProtocol(const HeadDesign& design) {
   const auto inOrder = [](int low, int high) {
