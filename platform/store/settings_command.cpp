@@ -23,15 +23,10 @@ constexpr std::size_t kMaxBackup = 1 << 20;  // bytes
 // Excluded from backups: it describes the installed firmware.
 constexpr std::string_view kFirmware = "system";
 
-constexpr char kHelp[] =
-    "\n"
-    "FIELD is a name as get shows it; name[i] is an element of an array. Numbers are decimal. In texts,\n"
-    "\\\\ is a backslash, \\n a line end and \\xNN any other control byte. Reserved bytes are hexadecimal\n"
-    "digits. A backup is text in the same form. Nothing is restored from a malformed or incomplete one. It "
-    "does\n"
-    "not include the record system, which describes the installed firmware.\n"
-    "\n"
-    "Exit status: 0 done, 1 refused or unknown, 2 settings cannot be read or written.\n";
+// A text that ./run prints too, without its first and last line.
+constexpr std::string_view kHelp =
+#include "platform/store/settings_help.txt"
+    ;
 
 using Arguments = std::span<const std::string_view>;
 using Bytes = std::vector<unsigned char>;
@@ -272,31 +267,20 @@ struct Verb {
   std::size_t fewest;  // arguments after the verb
   std::size_t most;
   StoreResult (Command::*run)(Arguments arguments);
-  const char* arguments;
-  const char* does;
 };
 
 constexpr Verb kVerbs[] = {
-    {"list", 0, 0, &Command::list, "", "lists the records"},
-    {"get", 1, 2, &Command::get, " RECORD [FIELD]", "prints the fields of a record, or one of them"},
-    {"set", 2, SIZE_MAX, &Command::set, " RECORD FIELD=VALUE...", "changes all of these fields or none"},
-    {"reset", 0, 1, &Command::reset, " [RECORD]", "goes back to the factory defaults"},
-    {"backup", 0, 0, &Command::backup, "", "writes all settings to standard output"},
-    {"restore", 0, 0, &Command::restore, "", "restores a backup from standard input"},
-    {"--version", 0, 0, &Command::version, "", "prints the version of this program and of camera-cgi"},
+    {"list", 0, 0, &Command::list},         {"get", 1, 2, &Command::get},
+    {"set", 2, SIZE_MAX, &Command::set},    {"reset", 0, 1, &Command::reset},
+    {"backup", 0, 0, &Command::backup},     {"restore", 0, 0, &Command::restore},
+    {"--version", 0, 0, &Command::version},
 };
 
+// The verb's usage, from its line of the help.
 std::string usage(const Verb& verb) {
-  return "camera-settings " + std::string(verb.name) + verb.arguments;
-}
-
-void help(std::string* text) {
-  for (const Verb& verb : kVerbs) {
-    std::string line = usage(verb);
-    line.resize(44, ' ');
-    *text += line + verb.does + "\n";
-  }
-  *text += kHelp;
+  const std::string command = "\ncamera-settings " + std::string(verb.name) + " ";
+  const std::string_view line = kHelp.substr(kHelp.find(command) + 1);
+  return std::string(line.substr(0, line.find("  ")));
 }
 
 }  // namespace
@@ -307,7 +291,7 @@ int runSettingsCommand(SettingsStore& store, std::span<const std::string_view> a
   if (arguments.empty()) return static_cast<int>(StoreResult::kRefused);
   if (arguments[0] == "--help") {
     streams->error.clear();
-    help(&streams->output);
+    streams->output = kHelp.substr(1);
     return static_cast<int>(StoreResult::kDone);
   }
   for (const Verb& verb : kVerbs) {

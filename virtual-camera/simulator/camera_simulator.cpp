@@ -167,7 +167,7 @@ int send(const std::string& daemon, const std::vector<int>& words) {
 }
 
 int help() {
-  const std::string text = controlHelp();
+  const std::string_view text = controlHelp();
   return writeAll(STDOUT_FILENO, text.data(), text.size()) == 0 ? 0 : kFailed;
 }
 

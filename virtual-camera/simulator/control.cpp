@@ -207,29 +207,36 @@ bool tellStatus(const Controlled& target, Words& words, ControlReply* reply) {
 
 constexpr struct {
   std::string_view name;
-  std::string_view arguments;
-  std::string_view help;
   Command command;
 } kCommands[] = {
-    {"motion", "VALUE [SECONDS]", "motion of that value is detected, for SECONDS (default: 10)", tellMotion},
-    {"pir", "[SECONDS]", "the infrared sensor detects someone", tellPir},
-    {"sound", "LEVEL [SECONDS]", "a sound of that level, 0 to 255, is detected", tellSound},
-    {"level", "LEVEL", "the sound level while nothing is detected, 0 to 255", tellLevel},
-    {"input", "NUMBER on|off", "a digital input changes", tellInput},
-    {"storage", "ok|full|failed", "the state of the storage; recording stops unless it is ok", tellStorage},
-    {"recording", "on|off", "recording is reported as started or stopped",
-     turn<&CameraState::recording, kOffOn>},
-    {"speaker", "occupied|free", "someone uses the speaker, or nobody does",
-     turn<&CameraState::speakerOccupied, kSpeaker>},
-    {"mic", "muted|open", "the microphone is muted or not", turn<&CameraState::micMuted, kMic>},
-    {"card", "ready|protected|invalid|full|over_capacity|need_reinitialize|formatting|recording",
-     "stores the card's state; the state recording also enables recording, the others disable it", tellCard},
-    {"daemon", "NAME up|down|stale|silent|closing|short|endless",
-     "what watchdog, eventd, ptd or logd does with its clients; status up|down: whether packages are sent",
-     tellDaemon},
-    {"log", "TEXT", "adds a line to the event log; \\xNN stands for a byte, \\\\ for a backslash", tellLog},
-    {"status", "", "prints the whole state, except the card's, which sdcard.cgi shows", tellStatus},
+    {"motion", tellMotion},
+    {"pir", tellPir},
+    {"sound", tellSound},
+    {"level", tellLevel},
+    {"input", tellInput},
+    {"storage", tellStorage},
+    {"recording", turn<&CameraState::recording, kOffOn>},
+    {"speaker", turn<&CameraState::speakerOccupied, kSpeaker>},
+    {"mic", turn<&CameraState::micMuted, kMic>},
+    {"card", tellCard},
+    {"daemon", tellDaemon},
+    {"log", tellLog},
+    {"status", tellStatus},
 };
+
+// ./run prints this text too, without its first and last line.
+constexpr std::string_view kHelp =
+#include "virtual-camera/simulator/help.txt"
+    ;
+
+// The command and its arguments, from its line of the help.
+std::string usage(const std::string& name) {
+  constexpr std::string_view kIndent = "\n  ";
+  const std::size_t spaced = kHelp.find(std::string(kIndent) + name + " ");
+  const std::size_t alone = kHelp.find(std::string(kIndent) + name + "\n");
+  const std::string_view line = kHelp.substr(std::min(spaced, alone) + kIndent.size());
+  return std::string(line.substr(0, line.find('\n')));
+}
 
 }  // namespace
 
@@ -240,20 +247,13 @@ ControlReply control(const Controlled& controlled, const std::string& command) {
     if (known.name != name) continue;
     ControlReply reply{true, ""};
     if (known.command(controlled, words, &reply)) return reply;
-    std::string usage = "usage: " + name;
-    if (!known.arguments.empty()) usage.append(" ").append(known.arguments);
-    return {false, usage};
+    return {false, "usage: " + usage(name)};
   }
   return {false, "no command " + name + "; see --help"};
 }
 
-std::string controlHelp() {
-  std::ostringstream out;
-  out << "usage: ./run sim COMMAND\n\nMakes something happen to the running camera:\n\n";
-  for (const auto& [name, arguments, help, command] : kCommands) {
-    out << "  " << name << (arguments.empty() ? "" : " ") << arguments << "\n        " << help << "\n";
-  }
-  return out.str();
+std::string_view controlHelp() {
+  return kHelp.substr(1);
 }
 
 }  // namespace camera::simulator

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 #include "virtual-camera/simulator/camera_state.h"
 #include "virtual-camera/simulator/server.h"
@@ -27,6 +28,6 @@ struct Controlled {
 // Carries out one command: words, separated by spaces.
 ControlReply control(const Controlled& controlled, const std::string& command);
 
-std::string controlHelp();
+std::string_view controlHelp();
 
 }  // namespace camera::simulator
