@@ -2,7 +2,7 @@
 # The SD card, which is a folder here:
 #
 #   sdmanage.sh format    empties it
-#   sdmanage.sh insert    fills a new card with recordings and snapshots
+#   sdmanage.sh insert    fills a new card with recordings and snapshots, or completes that
 #   sdmanage.sh measure   stores how much of it is used; runs only at a factory reset
 #   sdmanage.sh folder    prints the path of the product's folder on it, with a slash at the end
 #
@@ -11,6 +11,7 @@ set -eu
 
 readonly kCard=/mnt/usb
 readonly kSeen=/var/lib/camera/daemons/card
+readonly kFilling=/var/lib/camera/daemons/card-filling  # until a new card is complete
 readonly kReady=2 kToInitialise=8 kFormatting=9
 readonly kMaxPath=31  # bytes; the endpoints cut the path there too
 
@@ -53,8 +54,10 @@ format() {
 
 insert() {
   hasCard && [[ ! -e $kSeen ]] || return 0
-  [[ $(ls -A "$kCard") ]] || camera-simulator fill-card "$(folder)"
+  [[ $(ls -A "$kCard") ]] || : >"$kFilling"
+  [[ ! -e $kFilling ]] || camera-simulator fill-card "$(folder)"
   : >"$kSeen"
+  rm -f "$kFilling"
 }
 
 case ${1-} in

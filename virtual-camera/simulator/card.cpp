@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <string_view>
 
 #include "platform/descriptor.h"
@@ -91,8 +92,10 @@ Sparse recording(int brightness, off_t size) {
   return {"RIFF" + words({whole - 8}) + "AVI " + body + "JUNK" + words({whole - used - 8}), "", size};
 }
 
+// Whole or not at all, so that a disk without space or a kill leaves no part of a file under its name.
 int write(const std::string& path, const Sparse& content, std::time_t time) {
-  const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
+  const std::string part = path + ".part";
+  const Descriptor file(open(part.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
   if (!file.isOpen()) return errno;
   const timespec stamp{.tv_sec = time, .tv_nsec = 0};
   const timespec stamps[] = {stamp, stamp};
@@ -100,8 +103,11 @@ int write(const std::string& path, const Sparse& content, std::time_t time) {
   const bool isDone =
       pwrite(file.number(), content.head.data(), content.head.size(), 0) == std::ssize(content.head) &&
       pwrite(file.number(), content.tail.data(), content.tail.size(), tail) == std::ssize(content.tail) &&
-      ftruncate(file.number(), content.size) == 0 && futimens(file.number(), stamps) == 0;
-  return isDone ? 0 : errno != 0 ? errno : EIO;
+      ftruncate(file.number(), content.size) == 0 && futimens(file.number(), stamps) == 0 &&
+      rename(part.c_str(), path.c_str()) == 0;
+  const int error = isDone ? 0 : errno != 0 ? errno : EIO;
+  if (!isDone) unlink(part.c_str());
+  return error;
 }
 
 std::string text(const char* format, std::time_t time) {
@@ -130,7 +136,7 @@ int fillCard(const std::string& folder, std::time_t now) {
   if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) return errno;
   for (std::time_t day = now / kDaySeconds - kDays + 1; day <= now / kDaySeconds; ++day) {
     const std::string dated = folder + text("%Y%m%d/", day * kDaySeconds);
-    if (mkdir(dated.c_str(), 0777) != 0) return errno;
+    if (mkdir(dated.c_str(), 0777) != 0 && errno != EEXIST) return errno;
     for (std::time_t time = day * kDaySeconds; time < (day + 1) * kDaySeconds; time += kEverySeconds) {
       const std::time_t begin = time + (time / kEverySeconds * 1237) % kEverySeconds;
       if (begin + 60 > now) break;
