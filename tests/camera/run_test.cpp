@@ -82,6 +82,11 @@ TEST_F(Run, RefusesInOneLineAndChangesNothing) {
       {{"--port", "443"}, "port 443 is the web server's second port"},
       {{"--port", "65536"}, "\"65536\" is not a port"},
       {{"--port"}, "--port needs a value"},
+      {{"--port=0"}, "\"0\" is not a port"},
+      {{"settings", "list", "--port=8123"}, "--port is for starting"},
+      {{"sim", "--product", "full", "status"}, "--product is for starting"},
+      {{"--state", folder_.path("run")}, "run is not a folder"},
+      {{"settings", "list", "--state", folder_.path("run") + "/sub"}, "run is not a folder"},
       {{"--port", "8123", "settings", "list"}, "--port is for starting"},
       {{"sim", "status"}, "the camera is off"},
       {{"--product", "toaster"}, "no product \"toaster\"; there are: basic corner full"},
@@ -90,9 +95,41 @@ TEST_F(Run, RefusesInOneLineAndChangesNothing) {
   close(listener);
   EXPECT_FALSE(std::filesystem::exists(folder_.path("state")));
 
-  std::filesystem::create_directories(folder_.path("state/settings"));
+  EXPECT_EQ(inside({"--product=basic", "settings", "get", "system", "model"}), "model=IPCAM-Basic\n");
+  expectRefusal({"--product", "full"}, "is of the product \"basic\", not \"full\"");
+  const std::string serial = readFile(folder_.path("state/serial"));
+  std::string address = "mac_address = 02:00:5E";
+  for (const std::size_t at : {3U, 5U, 7U}) address += ":" + serial.substr(at, 2);
+  EXPECT_NE(readFile(folder_.path("state/product.conf")).find(address + "\n"), std::string::npos);
+  // As version 0.9.0 left it: the product is known by its hardware address alone.
+  std::filesystem::remove(folder_.path("state/product"));
+  writeFile(folder_.path("state/product.conf"),
+            readFile(CAMERA_SOURCE_DIR "/virtual-camera/products/corner/product.conf"));
+  expectRefusal({"--product", "full"}, "is of the product \"corner\"");
+
   if (chown((folder_.path("state/settings")).c_str(), 65534, 65534) == 0)  // which only root can do
     expectRefusal({}, "state/settings belongs to nobody");
+}
+
+// The first start found no space for some of the files and settings.
+TEST_F(Run, CompletesWhatAnEarlierStartCouldNot) {
+  inside({"settings", "set", "sd", "total=1"});
+  const std::string folder = folder_.path("state/sdcard/IPCAM/");
+  std::filesystem::create_directories(folder);
+  writeFile(folder_.path("state/daemons/card-filling"), "");
+  writeFile(folder_.path("state/daemons/reset-begun"), "");
+  for (const bool isComplete : {false, true}) {
+    const int port = freePort();
+    const pid_t run = startRun({"--port=" + std::to_string(port)}, "camera");
+    EXPECT_TRUE(within(60, [&] { return answers(port); })) << readFile(folder_.path("err"));
+    const std::filesystem::directory_iterator days(folder);
+    EXPECT_EQ(std::distance(begin(days), end(days)), isComplete ? 0 : 14);
+    EXPECT_EQ(inside({"settings", "get", "sd", "total"}), "total=15558144\n");
+    kill(run, SIGINT);
+    EXPECT_EQ(waitFor(run), 0);
+    EXPECT_TRUE(readFile(folder_.path("camera")).ends_with("\nThe camera is off.\n"));
+    for (const auto& day : std::filesystem::directory_iterator(folder)) std::filesystem::remove_all(day);
+  }
 }
 
 }  // namespace
