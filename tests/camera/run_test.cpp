@@ -3,6 +3,8 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <sstream>
+
 #include "tests/camera/camera.h"
 
 namespace camera::test {
@@ -52,7 +54,13 @@ TEST_F(Run, StartsOnceAndEndsWithEverythingItStarted) {
   const auto hasInput = [&] { return inside({"sim", "status"}).find("input2=on") != std::string::npos; };
   EXPECT_EQ(inside({"sim", "input", "2", "on"}), "");
   EXPECT_TRUE(hasInput());
-  expectRefusal({"sim", "input", "9", "on"}, "sim: usage: input NUMBER on|off");
+  expectRefusal({"sim", "input", "9", "on"}, "sim: usage: input NUMBER on|off; NUMBER 1 to 4");
+  for (const char* kind : {"motion", "sound", "hot", "cold", "input", "plain"})
+    inside({"sim", "log", kind, "door opened"});
+  std::istringstream events(fetch(port, "/cgi-bin/event_log.cgi").body);
+  std::string marks;
+  for (std::string line; std::getline(events, line);) marks += line.substr(0, 3);
+  EXPECT_EQ(marks, "di md sd th tc di ") << "the first is that of the input";
   for (const pid_t daemons : processesOf(folder_, "camera-simulator")) kill(daemons, SIGKILL);
   EXPECT_TRUE(within(30, [&] { return waitFor(startRun({"sim", "status"})) == 0; })) << "it is started again";
   EXPECT_FALSE(hasInput());

@@ -129,11 +129,26 @@ TEST(Control, ChangesTheNextPackages) {
   EXPECT_TRUE(camera.log.text().ends_with(std::string(" a \0\\\n", 6)));
 
   const std::string before = control(target, "status").text + camera.log.text();
+  const std::string longest = "log " + std::string(1000, 'x');
+  const std::string longer = longest + "x";
   for (const char* bad :
-       {"", "nothing", "motion", "motion -1", "motion 1 2 3", "sound 256", "input 5 on", "input 1 On",
-        "storage", "card none", "daemon ptd down", "log", "log \\x0", "status x"})
+       {"",           "nothing",   "motion",       "motion -1",       "motion 1000001",      "motion 1 2 3",
+        "pir 0",      "pir 86401", "sound 256",    "level 256",       "input 0 on",          "input 5 on",
+        "input 1 On", "storage",   "card none",    "daemon ptd down", "daemon status stale", "log",
+        "log plain",  "log \\x0",  longer.c_str(), "status x"})
     EXPECT_FALSE(control(target, bad).isDone) << bad;
   EXPECT_EQ(control(target, "status").text + camera.log.text(), before);
+  EXPECT_TRUE(control(target, longest).isDone && control(target, "motion 1000000 86400").isDone);
+
+  camera.inputCount = 2;
+  EXPECT_EQ(control(target, "input 3 on").text, "usage: input NUMBER on|off; NUMBER 1 to 2");
+  camera.inputCount = camera.outputCount = 0;
+  camera.hasPir = camera.hasMic = camera.hasSpeaker = camera.hasCard = camera.hasHead = false;
+  server.add({"ptd", "", 3, {}});
+  server.add({"watchdog", "", 3, {}});
+  for (const char* missing : {"pir", "sound 1", "level 1", "mic muted", "speaker occupied", "card ready",
+                              "input 1 on", "daemon ptd down", "daemon watchdog down"})
+    EXPECT_TRUE(control(target, missing).text.starts_with("this product has no ")) << missing;
 }
 
 TEST(Server, BehavesTowardsItsClientsAsCommanded) {

@@ -97,6 +97,11 @@ void equip(CameraState* camera) {
   if (const ProductInfo* product = productInfo(); product != nullptr) {
     camera->inputCount = std::min<std::size_t>(product->input_count, CameraState::kLines);
     camera->outputCount = std::min<std::size_t>(product->output_count, CameraState::kLines);
+    camera->hasPir = product->has_pir;
+    camera->hasMic = product->has_mic;
+    camera->hasSpeaker = product->has_speaker;
+    camera->hasCard = product->has_sdcard;
+    camera->hasHead = product->has_pan_tilt;
   } else {
     complain("product information", "cannot be read");
   }
@@ -110,6 +115,9 @@ double secondsSince(Server::Clock::time_point start) {
 }
 
 int serve() {
+  // A second one would take the sockets from the first.
+  std::string answer;
+  if (exchange(kControl, "status", &answer) == 0) return complain("serve", "the daemons run already");
   CameraState camera;
   equip(&camera);
   Server server;

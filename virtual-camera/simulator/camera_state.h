@@ -24,9 +24,16 @@ struct CameraState {
 
   double now = 0;  // seconds since the simulator started
 
-  Head head{HeadDesign{}};
+  // The product's parts.
+  bool hasPir = true;
+  bool hasMic = true;
+  bool hasSpeaker = true;
+  bool hasCard = true;
+  bool hasHead = true;
   std::size_t inputCount = kLines;
   std::size_t outputCount = kLines;
+
+  Head head{HeadDesign{}};
   std::array<bool, kLines> inputs{};
   std::array<bool, kLines> outputs{};
   bool softwareInput = false;
