@@ -20,8 +20,9 @@ constexpr std::string_view kBackupTitle = "camera-settings backup 2";
 constexpr std::string_view kBackupEnd = "end ";
 constexpr std::size_t kMaxBackup = 1 << 20;  // bytes
 
-// Excluded from backups: it describes the installed firmware.
+// Excluded from backups: they describe the installed firmware and the card that is in the slot.
 constexpr std::string_view kFirmware = "system";
+constexpr std::string_view kCard = "sd";
 
 // A text that ./run prints too, without its first and last line.
 constexpr std::string_view kHelp =
@@ -198,7 +199,8 @@ StoreResult Command::restore(Arguments /*arguments*/) {
 
 std::vector<const RecordInfo*> Command::restorable() const {
   std::vector<const RecordInfo*> records(store_.records().begin(), store_.records().end());
-  std::erase_if(records, [](const RecordInfo* info) { return info->name == kFirmware; });
+  std::erase_if(records,
+                [](const RecordInfo* info) { return info->name == kFirmware || info->name == kCard; });
   return records;
 }
 
@@ -213,6 +215,7 @@ StoreResult Command::restoreLine(std::string_view line, std::vector<Restored>* r
   std::string_view name = takeUntil('=', &value);
   const bool assigned = name.size() < line.size();
   const std::string_view recordName[] = {takeUntil('.', &name)};
+  if (recordName[0] == kCard) return StoreResult::kDone;  // backups of version 0.9.0 have it
   const std::vector<const RecordInfo*> records = restorable();
   const RecordInfo* info = find(recordName, records);
   if (info == nullptr) return refuse("no record " + shown(recordName[0]));

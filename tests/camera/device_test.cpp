@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <ctime>
+#include <map>
+#include <regex>
 
 #include "tests/camera/camera.h"
 
@@ -108,6 +110,56 @@ TEST(Device, ComesBackWhateverBecomesOfItsPortItsServerAndItsState) {
   const std::string stored = "httpport=" + std::to_string(device.factoryPort);
   EXPECT_TRUE(within(30, [&] { return hasLine(device.call("httpport.cgi"), stored); }));
   EXPECT_TRUE(hasLine(device.call("camera_info.cgi?name=new"), "name=new"));
+}
+
+// These show no settings: what happens now, where the head is, the card in the slot.
+constexpr std::string_view kLive =
+    "notify.cgi env_sound_lv.cgi event_log.cgi io.cgi ptz_pos.cgi ptz_move.cgi sdcard.cgi";
+
+// The replies of all other endpoints, without the time of day.
+std::map<std::string, std::string> settings(Device& device) {
+  std::map<std::string, std::string> shown;
+  const std::string table = readFile(CAMERA_SOURCE_DIR "/framework/endpoint_table.cpp");
+  const std::regex name("\"(\\w+\\.cgi)\"");
+  for (std::sregex_iterator found(table.begin(), table.end(), name), end; found != end; ++found) {
+    const std::string cgi = found->str(1);
+    if (kLive.find(cgi) != kLive.npos) continue;
+    std::string& replies = shown[cgi] = device.call(cgi).body;
+    if (replies.starts_with("error=400\nmessage=profileid"))
+      replies += device.call(cgi + "?profileid=1").body + device.call(cgi + "?profileid=2").body;
+    replies = std::regex_replace(replies, std::regex("time=..:..:..\n"), "");
+  }
+  return shown;
+}
+
+TEST(Device, ShowsTheSameSettingsAfterARestore) {
+  Device device;
+  device.call("ptz_preset.cgi?act=add&name=gate");  // the head keeps it
+  device.call("user_mod.cgi?name=ann&password=c2VjcmV0");
+  std::istringstream changes(R"(
+      camera_info.cgi?name=door&location=at+the+gate ddns.cgi?host=x.net mic.cgi?volume=70 speaker.cgi?volume=20
+      datetime.cgi?method=2&date=2031-05-06&time=9:0:0&timezone=35&dstauto=no&offset=2:00 icr.cgi?mode=manual
+      network.cgi?ip=192.168.0.60&dns1=9.9.9.9&upnp=on&rtspport=8554&httpexternalport=99 irled.cgi?mode=on
+      pppoe.cgi?user=me&pass=%22%5Cn wireless.cgi?essid=%5Cx41+Net privacy.cgi?enable=yes motion.cgi?pir=yes
+      rtspurl.cgi?profileid=2&urlentry=gate stream_auth.cgi?livevideo=off timestamp.cgi?label=%5C%0A%C3%A4%22
+      detection_push.cgi?motion_enable=yes&motion_push=yes audio_detection.cgi?sensitivity=85
+      action_ftp.cgi?host=x.net&pass=c2VjcmV0&interval=300 action_mail.cgi?sender=a@x.net&to=b@x.net&host=x.net
+      sensor_output.cgi?current=WXGA-1280x800 sensor.cgi?brightness=55 video.cgi?profileid=1&codec=H264
+      config_auto_patrol.cgi?presets=gate user_list.cgi)");
+  std::string request;
+  while (changes >> request) EXPECT_EQ(device.call(request).status, 200) << request;
+  const auto before = settings(device);
+  EXPECT_EQ(device.inside({"sh", "-c", "camera-settings backup >/var/log/backup; factoryReset"}).status, 0);
+  const auto reset = settings(device);
+  for (changes = std::istringstream(changes.str()); changes >> request;) {
+    const std::string cgi = request.substr(0, request.find('?'));
+    EXPECT_NE(reset.at(cgi), before.at(cgi)) << cgi;
+  }
+  device.inside({"camera-settings", "set", "sd", "used=1"});
+  EXPECT_EQ(device.inside({"sh", "-c", "camera-settings restore </var/log/backup"}).err, "");
+  EXPECT_EQ(settings(device), before);
+  EXPECT_TRUE(hasLine(device.call("user_mod.cgi?name=ann"), "password=c2VjcmV0"));
+  EXPECT_TRUE(hasLine(device.call("sdcard.cgi"), "used=1"));
 }
 
 }  // namespace
