@@ -155,8 +155,8 @@ TEST(Device, ShowsTheSameSettingsAfterARestore) {
     const std::string cgi = request.substr(0, request.find('?'));
     EXPECT_NE(reset.at(cgi), before.at(cgi)) << cgi;
   }
-  device.inside({"camera-settings", "set", "sd", "used=1"});
-  EXPECT_EQ(device.inside({"sh", "-c", "camera-settings restore </var/log/backup"}).err, "");
+  const char* restore = "camera-settings set sd used=1 && camera-settings restore </var/log/backup";
+  EXPECT_EQ(device.inside({"sh", "-c", restore}).status, 0);
   EXPECT_EQ(settings(device), before);
   EXPECT_TRUE(hasLine(device.call("user_mod.cgi?name=ann"), "password=c2VjcmV0"));
   EXPECT_TRUE(hasLine(device.call("sdcard.cgi"), "used=1"));

@@ -70,9 +70,8 @@ TEST_P(Documentation, ShowsWhatTheCameraAnswers) {
   text = replaced(text, "8081", std::to_string(freePort()));
   const std::vector<Example> examples = examplesOf(text);
   EXPECT_GT(examples.size(), 3);
-  for (const Example& example : examples) {
+  for (const Example& example : examples)
     if (!HasFailure()) expect(example);
-  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, Documentation, testing::Values("README.md", "docs/api.md"));

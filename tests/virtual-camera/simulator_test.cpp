@@ -139,13 +139,11 @@ TEST(Control, ChangesTheNextPackages) {
     EXPECT_FALSE(control(target, bad).isDone) << bad;
   EXPECT_EQ(control(target, "status").text + camera.log.text(), before);
   EXPECT_TRUE(control(target, longest).isDone && control(target, "motion 1000000 86400").isDone);
-
   camera.inputCount = 2;
   EXPECT_EQ(control(target, "input 3 on").text, "usage: input NUMBER on|off; NUMBER 1 to 2");
   camera.inputCount = camera.outputCount = 0;
   camera.hasPir = camera.hasMic = camera.hasSpeaker = camera.hasCard = camera.hasHead = false;
-  server.add({"ptd", "", 3, {}});
-  server.add({"watchdog", "", 3, {}});
+  for (const char* daemon : {"ptd", "watchdog"}) server.add({daemon, "", 3, {}});
   for (const char* missing : {"pir", "sound 1", "level 1", "mic muted", "speaker occupied", "card ready",
                               "input 1 on", "daemon ptd down", "daemon watchdog down"})
     EXPECT_TRUE(control(target, missing).text.starts_with("this product has no ")) << missing;
