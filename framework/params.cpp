@@ -198,8 +198,8 @@ bool ParamList::take(const Queries& params, void* state, std::uint64_t* given, s
     return false;
   }
   if (params.size() > most) {
-    *refusal = unknownParam(unknownName(params, rows)) + " (at most " +
-               decimal(static_cast<std::int64_t>(most)) + " at once)";
+    *refusal = unknownParam(unknownName(params, rows)) + " (a request has at most " +
+               decimal(static_cast<std::int64_t>(most)) + " here)";
     return false;
   }
   return true;

@@ -71,7 +71,7 @@ struct ParamList {
 
   // Stores every given parameter in the state and sets its row's bit in given. Returns false, with a message
   // in refusal, if a parameter is missing, unknown or not accepted, or if there are too many. The state may
-  // then be half written, so it must be a copy.
+  // then be half written: pass a copy of one that is still needed.
   bool take(const Queries& params, void* state, std::uint64_t* given, std::string* refusal) const;
 
   // Adds one line for each row that has a field and is handled.

@@ -5,7 +5,8 @@
 
 namespace camera {
 
-// Words of a choice; the position of a word is the value that is stored.
+// Words of a choice. A numeric field stores a word's position, or its number with storingNumber(); a text
+// field stores the word.
 using Words = std::span<const char* const>;
 
 inline constexpr const char* kNoYes[] = {"no", "yes"};

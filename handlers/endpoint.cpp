@@ -36,8 +36,8 @@ void Endpoint::serve() {
   }
 }
 
-// A failure of load (404, 500) takes precedence over what is wrong with the request (400). Only an endpoint
-// without parameters rejects any parameter first.
+// A failure of load (404, 500) takes precedence over what is wrong with the request (400). Only
+// Takes::kNothing rejects a parameter first.
 int Endpoint::answer() {
   int result = load();
   request_ = readRequest(keepsBytes);
@@ -81,8 +81,8 @@ int Endpoint::refuseMissing() {
                                    : refuse(row->name, "required: " + acceptedBy(*row, nullptr));
 }
 
-int Endpoint::refuse(std::string_view name, std::string_view accepted) {
-  return fail(400, joined({name, ": ", accepted}));
+int Endpoint::refuse(std::string_view name, std::string_view what) {
+  return fail(400, joined({name, ": ", what}));
 }
 
 int Endpoint::refuseValue(std::size_t row) {

@@ -27,7 +27,7 @@ bool differ(const Record& left, const Record& right) {
 
 // What an endpoint does with parameters.
 enum class Takes : std::uint8_t {
-  kChanges,  // applies them; without any, it reports the state
+  kChanges,  // applies them; without any, it reports the state; a failure of load takes precedence
   kCommand,  // applies them; without any, it rejects the request
   kNothing,  // rejects them with 400, even if load failed
 };
@@ -43,8 +43,8 @@ class Endpoint {
   // Reads the request, answers it and writes the reply.
   void serve();
 
-  // Returns 400, with the message "NAME: ACCEPTED".
-  int refuse(std::string_view name, std::string_view accepted);
+  // Returns 400, with the message "NAME: WHAT": what is accepted, or why the value is not.
+  int refuse(std::string_view name, std::string_view what);
   // Returns the code, with that message.
   int fail(int code, std::string_view why);
 
@@ -55,7 +55,7 @@ class Endpoint {
 
   // The steps. Each returns 200, or the code that refuse or fail returned. load reads what the endpoint
   // needs. apply checks the parameters and carries them out; load and apply may run several times. reply
-  // appends the lines, and may also return 307, a redirect.
+  // appends the lines; it may also return 307, a redirect, and carry out what must run only once.
   virtual int load() { return 200; }
   virtual int apply() = 0;
   virtual int reply() = 0;
@@ -63,7 +63,8 @@ class Endpoint {
   const Queries& queries() const { return request_.params; }
   bool isGiven(std::size_t row) const { return (given_ >> row & 1) != 0; }
 
-  // Stores the parameters in the state, which must be a copy and of the table's type. Returns 200 or 400.
+  // Stores the parameters in the state, which must be of the table's type. Returns 200, or 400 with the state
+  // perhaps half written: pass a copy of one that is still needed.
   int takeParams(void* state);
   // Appends the table's lines for such a state.
   void showParams(const void* state) { params_.reply(reply_, state); }

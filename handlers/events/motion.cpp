@@ -60,7 +60,7 @@ class MotionEndpoint final : public StateEndpoint<kParams> {
     const DisplayMode* display = displayMode(displaySystem);
     if (display == nullptr) return fail(500, "settings: the display system cannot be read");
     if (!display->detectsMotion)
-      return refuse("enable", joined({"only no in the display system ", kDisplaySystems[displaySystem]}));
+      return refuse("enable", joined({"must be no in the display system ", kDisplaySystems[displaySystem]}));
     if (watchesNothing(wanted.motiond.mbmask)) return refuse("mbmask", "not all 0 while enable is yes");
     return 200;
   }

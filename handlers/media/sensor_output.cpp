@@ -31,8 +31,8 @@ bool takeCurrent(std::string_view value, Output& output) {
   return true;
 }
 
-constexpr auto kParams =
-    paramRows<Output>(ownParam<takeCurrent, Output>("current", "one of the names that supports lists"));
+constexpr auto kParams = paramRows<Output>(
+    ownParam<takeCurrent, Output>("current", "one of the names in the reply line supports"));
 
 std::uint8_t adapted(std::uint8_t rate, const DisplayMode& display) {
   const auto change = std::find_if(display.rateChanges.begin(), display.rateChanges.end(),

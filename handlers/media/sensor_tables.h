@@ -1,6 +1,6 @@
 // What image sensors and display systems can do, as data for all endpoints of picture and video.
-// sensor_info.cgi and stream_info.cgi offer what sensor.cgi and video.cgi accept, except where a row says
-// otherwise.
+// sensor_info.cgi and stream_info.cgi offer what sensor.cgi and video.cgi accept, except where a row or the
+// endpoint's own file says otherwise.
 //
 // A new sensor model needs a row in kImageSensors if its values differ from those of an unknown model; one in
 // kVideoSensors if it has video profiles; and one in kStreamSensors for stream_info.cgi. A variant
@@ -59,7 +59,7 @@ int numberOf(const ValueSet& values, std::string_view value, int stored);
 std::string valueOf(const ValueSet& values, int stored);
 std::string offeredBy(const ValueSet& values);   // "off,low,high", "0...100", "0,50,100"
 std::string acceptedBy(const ValueSet& values);  // in words, for a refusal
-// The nearest number whose value is accepted; of two, the larger.
+// The nearest accepted number of steps; of two, the larger. Another set returns the number unchanged.
 int nearestTo(int number, const ValueSet& values);
 
 // A model's row: a pointer to a ValueSet for each capability.

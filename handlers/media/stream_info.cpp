@@ -22,6 +22,7 @@ constexpr struct {
 
 class StreamInfoEndpoint final : public ReadOnlyEndpoint {
  public:
+  // A failure of load is reported before an unknown parameter.
   StreamInfoEndpoint() : ReadOnlyEndpoint(Takes::kChanges) {}
 
  private:

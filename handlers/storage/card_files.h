@@ -53,7 +53,8 @@ class CardFilesEndpoint : public CardEndpoint<ParamEndpoint<kParams, kTakes>> {
     return kCardFolder.size() + productFolder().model.size() + path.size();
   }
 
-  // True if the path names a file. Such a path is treated as an empty folder.
+  // True if the path names a file. sdcard_delete.cgi treats such a path as an empty folder, sdcard_list.cgi
+  // only while the card cannot be used.
   bool isFile(const std::optional<std::string>& path) const {
     return path && canReadFile(productFolder(), *path);
   }

@@ -5,6 +5,7 @@ namespace camera {
 
 class SdcardEndpoint final : public CardEndpoint<ReadOnlyEndpoint> {
  public:
+  // A failure of load is reported before an unknown parameter.
   SdcardEndpoint() : CardEndpoint(Takes::kChanges) {}
 
  private:

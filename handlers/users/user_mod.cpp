@@ -49,7 +49,7 @@ class UserModEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
       return refuse("newname", "this camera's accounts keep their names");
     isAdmin_ = wanted.name == account_.admin_name;
     if (wanted.group == (isAdmin_ ? kUsers : kAdministrator))
-      return refuse("group", "not that of the account");
+      return refuse("group", "only the account's own");
     const std::string password = decode(wanted.encoded).value_or("");
     AccountSettings changed = account_;
     slot_ = isAdmin_ ? 0 : findUser(account_, wanted.name);

@@ -114,7 +114,7 @@ TEST(Params, ARefusalNamesTheParameterAndWhatIsAccepted) {
 TEST(Params, UnknownNamesAreIgnoredUpToANumberWhereTheTableSaysSo) {
   static constexpr auto kIgnoring = kRows.ignoringUnknown(3);
   EXPECT_EQ(take("id=1&a=1&b=2", {}, kIgnoring.list()), take("id=1"));
-  EXPECT_EQ(take("id=1&a=1&b=2&c=3", {}, kIgnoring.list()), "a: no such parameter (at most 3 at once)");
+  EXPECT_EQ(take("id=1&a=1&b=2&c=3", {}, kIgnoring.list()), "a: no such parameter (a request has at most 3 here)");
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ readonly kCard=/mnt/usb
 readonly kSeen=/var/lib/camera/daemons/card
 readonly kFilling=/var/lib/camera/daemons/card-filling  # until a new card is complete
 readonly kReady=2 kToInitialise=8 kFormatting=9
-readonly kMaxPath=31  # bytes; the endpoints cut the path there too
+readonly kMaxPath=31  # bytes; sdcard_format.cgi cuts the path of the folder that it makes there too
 
 fail() {
   echo "sdmanage.sh: $1" >&2

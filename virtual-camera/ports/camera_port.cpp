@@ -1,11 +1,11 @@
 // Gives the web server its listening socket: the camera has a network of its own, but clients connect to the
 // host's.
 //
-//   camera-port serve                            on the host: listens where the other form asks for it, until
-//   killed camera-port ADDRESS PORT COMMAND [WORD]...   in the camera: runs the command with a socket that
-//   listens there, as
-//                                                descriptor 3 (LISTEN_FDS); if there is none, prints why and
-//                                                exits 1
+//   camera-port serve
+//       on the host, until it is killed: opens the sockets that the other form asks for
+//   camera-port ADDRESS PORT COMMAND [WORD]...
+//       in the camera: runs the command with a socket that listens there, as descriptor 3
+//       (LISTEN_FDS). If there is none, prints why and exits 1.
 //
 // Both meet at the socket "ports" in the current folder, whose path may be too long for a socket's address.
 #include <arpa/inet.h>
