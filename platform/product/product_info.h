@@ -34,7 +34,7 @@ struct ProductInfo {
   bool has_icr = false;  // a day/night switch
   bool has_h264 = false;
   bool wireless = false;
-  std::uint8_t input_count = 0;  // digital inputs, 0 to 255; endpoints other than info.cgi use the first four
+  std::uint8_t input_count = 0;   // digital inputs, 0 to 255; only the first four can be read
   std::uint8_t output_count = 0;  // digital outputs
   std::int32_t region = 0;        // the regulatory region, which limits the wireless channels
 

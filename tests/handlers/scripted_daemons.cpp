@@ -92,7 +92,8 @@ ScriptedDaemons& daemons() {
 }
 
 ScriptedDaemons::ScriptedDaemons() {
-  store("ptd.limits", "130,-170,90,-30");  // not symmetric, so that no pan is its own mirror image
+  store("ptd.limits",
+        "130,-170,90,-30");  // not symmetric, so that mirroring a pan does more than change its sign
   camera.route = [] { return scripted().stored("route.stops"); };
 }
 
