@@ -25,9 +25,9 @@ bool differ(const Record& left, const Record& right) {
   return std::memcmp(&left, &right, sizeof left) != 0;
 }
 
-// What an endpoint does with parameters.
+// What an endpoint does with parameters. A failure of load takes precedence, except with kNothing.
 enum class Takes : std::uint8_t {
-  kChanges,  // applies them; without any, it reports the state; a failure of load takes precedence
+  kChanges,  // applies them; without any, it reports the state
   kCommand,  // applies them; without any, it rejects the request
   kNothing,  // rejects them with 400, even if load failed
 };

@@ -32,7 +32,7 @@ bool takeCurrent(std::string_view value, Output& output) {
 }
 
 constexpr auto kParams = paramRows<Output>(
-    ownParam<takeCurrent, Output>("current", "one of the names in the reply line supports"));
+    ownParam<takeCurrent, Output>("current", "one of the names after supports= in the reply"));
 
 std::uint8_t adapted(std::uint8_t rate, const DisplayMode& display) {
   const auto change = std::find_if(display.rateChanges.begin(), display.rateChanges.end(),
@@ -40,7 +40,8 @@ std::uint8_t adapted(std::uint8_t rate, const DisplayMode& display) {
   return std::min(change == display.rateChanges.end() ? rate : change->to, display.fastest);
 }
 
-// Changes the profiles to what the display system accepts.
+// Applies what a switch to the display system does to the profiles. A frame rate that it does not accept may
+// stay.
 void adapt(ProfileSettings* profiles, int number, const DisplayMode& display) {
   profiles->display_system = static_cast<std::uint8_t>(number);
   if (display.subtype != 0) profiles->display_subtype = display.subtype;

@@ -32,7 +32,7 @@ class PtzHomeEndpoint final : public PtzTargetEndpoint<kParams> {
   }
 
   // The daemon can only make the current position the home position. Reading the position in between is part
-  // of the camera's protocol for this; its result is not used.
+  // of the camera's protocol for this; the position is not used, but a failure ends the action.
   bool setHome(PtzTarget* wanted) {
     PtzPosition target{};
     return aim(wanted, &target) && ptzCommand(PtzCode::kGoTo, target) && ptzRead(&target) &&
