@@ -1,5 +1,6 @@
 -- Serves card files whose names hold control characters, which the web server replaces by "_".
 
+if not lighty.r.req_attr["uri.path"]:find("^/volumes/local/") then return end  -- the account was checked for that
 local path = lighty.r.req_attr["request.orig-uri"]:match("^/volumes/local/([^?]*)")
 if not path then return end
 path = path:gsub("%%(%x%x)", function(code) return string.char(tonumber(code, 16)) end)

@@ -5,6 +5,15 @@ local kMaxTarget = 60 * 1024  -- bytes; lighttpd.conf allows 64 KiB with the hea
 local kMaxFields = 200        -- of the header; each entry of a list counts
 
 local request = lighty.r.req_header
+local method = lighty.r.req_attr["request.method"]
+local target = lighty.r.req_attr["request.orig-uri"]
+
+-- accounts.lua compares this stamp of the accounts after the login was checked.
+local logins = io.open("/run/camera/accounts/logins")
+if logins then
+  lighty.r.req_env["ACCOUNTS"] = (logins:read("*l") or ""):match("^# ([%d.]+)$")
+  logins:close()
+end
 
 local function refuse(status, message)
   lighty.r.resp_header["Content-Type"] = "text/plain; charset=utf-8"
@@ -37,17 +46,44 @@ local function fields()
   return count
 end
 
+-- True if pages of this origin (SCHEME://HOST[:PORT]) were allowed by --allow-origin.
+local function isAllowed(origin)
+  local allowed = " " .. (os.getenv("CAMERA_ORIGINS") or "") .. " "
+  return origin ~= nil and origin:find("^%S+$") ~= nil and allowed:find(" " .. origin:lower() .. " ", 1, true) ~= nil
+end
+
 local function comesFrom(name, host)
   local value = request[name]
   if not value or value == "" then return true end
-  local authority = value:match("^%a[%w+.-]*://([^/?#]*)")
-  return authority ~= nil and hostOf(authority) == host
+  local origin, authority = value:match("^(%a[%w+.-]*://([^/?#]*))")
+  return origin ~= nil and (hostOf(authority) == host or isAllowed(origin))
 end
 
-local target = lighty.r.req_attr["request.orig-uri"]
+-- A browser asks so before it sends another origin's request that is more than a plain form.
+local function isPreflight()
+  return method == "OPTIONS" and request["Access-Control-Request-Method"] ~= nil and isAllowed(request["Origin"])
+end
+
+-- reply.lua adds the origin.
+local function answerPreflight()
+  lighty.r.resp_header["Access-Control-Allow-Methods"] = "GET, HEAD, POST"
+  lighty.r.resp_header["Access-Control-Allow-Headers"] = "Accept, Authorization, Content-Type"
+  lighty.r.resp_header["Access-Control-Max-Age"] = "600"
+  return 204
+end
+
+-- True for a link on another page that opens "/", which changes nothing. Over HTTP many browsers send no Sec-Fetch
+-- headers; then it may be an embedded page too, which pages.lua forbids.
+local function isLink()
+  if target ~= "/" or method == "POST" or request["Origin"] then return false end
+  local mode, dest = request["Sec-Fetch-Mode"], request["Sec-Fetch-Dest"]
+  if mode == "navigate" and dest == "document" then return true end
+  return not (mode or dest or request["Sec-Fetch-Site"])
+end
+
 if target:find("[%c ]") then return refuse(400, "the address holds a space or a control character") end
 if #target > kMaxTarget then return refuse(414, "the address and its query have at most " .. kMaxTarget .. " bytes") end
-if not kMethods[lighty.r.req_attr["request.method"]] then
+if not kMethods[method] and not isPreflight() then
   lighty.r.resp_header["Allow"] = "GET, HEAD, POST"
   return refuse(405, "method: GET, HEAD or POST")
 end
@@ -55,8 +91,12 @@ if fields() > kMaxFields then return refuse(431, "at most " .. kMaxFields .. " h
 
 local host = hostOf(request["Host"] or "")
 if request["Host"] and not isOwn(host) then return refuse(403, "Host: an address, localhost or the camera's name") end
+if method == "OPTIONS" then return answerPreflight() end
+if isLink() then return end
 for _, name in ipairs({ "Origin", "Referer" }) do
   if not comesFrom(name, host) then return refuse(403, name .. ": none, or the host that the request is for") end
 end
 local site = (request["Sec-Fetch-Site"] or ""):lower()
-if site == "cross-site" or site == "same-site" then return refuse(403, "Sec-Fetch-Site: same-origin or none") end
+if (site == "cross-site" or site == "same-site") and not isAllowed(request["Origin"]) then
+  return refuse(403, "Sec-Fetch-Site: same-origin or none")
+end

@@ -137,6 +137,7 @@ void Camera::boot() {
   std::filesystem::remove(out);
   Command command{"setpriv", "--pdeathsig", "TERM"};  // a test that crashes leaves no camera behind
   for (const std::string& word : sandbox("boot")) command.push_back(word);
+  command.insert(command.end(), options.begin(), options.end());
   boot_ = start(command, "/dev/null", out, folder_.path("boot.err"));
   check(within(kBootSeconds, [&] { return readFile(out).find(kAnnouncement) != out.npos; }),
         "it does not start: " + readFile(out) + readFile(folder_.path("boot.err")));

@@ -78,6 +78,7 @@ class Camera {
   int starts() const;  // of the web server so far
 
   const int factoryPort = freePort();
+  Command options;  // more of them, for boot()
 
  private:
   Command sandbox(const std::string& program) const;

@@ -1,6 +1,7 @@
 // The whole camera over HTTP: what its web server accepts and refuses, how httpport.cgi moves it, and how
 // camera-cgi takes names that a web server never passes.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <memory>
@@ -58,6 +59,7 @@ TEST_F(Http, RefusesWithAReasonAndChangesNothing) {
       {"GET " + change + nul, "", 400, "message=the address holds "},
       {"GET " + change + "&\x7F", "", 400, "message=the address holds "},
       {"PUT " + change, "", 405, "Allow: GET, HEAD, POST\r\n"},
+      {"OPTIONS " + change, "Origin: http://b:81\r\nAccess-Control-Request-Method: GET\r\n", 405, ""},
       {"OPTIONS *", "", 405, "Allow: GET, HEAD, POST\r\n"},
       {"POST " + change, "", 411, ""},
       {"POST " + change, form(std::string(2000000, 'x')), 413, ""},
@@ -105,6 +107,54 @@ TEST_F(Http, AChangeMovesTheServer) {
   expectMoved(byGet, byForm);
 }
 
+TEST_F(Http, APortThatCannotBeHadIsReported) {
+  int taken = 0;
+  const int listener = listenSomewhere(&taken);
+  camera_->get(query(std::to_string(taken)));
+  const std::string refusal = "cannot listen on port " + std::to_string(taken) + " (Address already in use)";
+  const Command eventLog{"send_cmd", "logd", "402"};
+  EXPECT_TRUE(within(30, [&] {
+    return camera_->log().find(refusal) != std::string::npos &&
+           camera_->inside(eventLog).out.find(refusal) != std::string::npos;
+  }));
+  EXPECT_EQ(
+      ask(camera_->port(), "GET /", "Host: localhost:1\r\n").body,
+      "The camera answers on http://localhost:" + std::to_string(camera_->port()) + "/cgi-bin/info.cgi\n");
+  close(listener);
+}
+
+// Without the options, no other origin is allowed and "/" is the only page.
+TEST(Pages, OnlyThoseThatTheUserNamesAreServedOrMaySendRequests) {
+  TemporaryFolder folder;
+  folder.put("index.html", "<p>");
+  std::filesystem::create_symlink("/run/camera/port", folder.path("link"));
+  Camera camera;
+  camera.options = {"--www", folder.path(), "--allow-origin", "http://a.b", "--allow-origin", "http://b:81"};
+  camera.boot();
+  const std::string site = "Sec-Fetch-Site: cross-site\r\n", origin = "Origin: http://b:81\r\n" + site;
+  const std::string wish = "Access-Control-Request-Method: GET\r\n";
+  const std::string link =
+      site + "Sec-Fetch-Mode: navigate\r\nReferer: http://c.example/\r\nSec-Fetch-Dest: ";
+  const std::string allowed = "\r\nAccess-Control-Allow-Origin: http://b:81\r\n", none = "\r\nVary: Origin";
+  const std::string change = "/cgi-bin/io.cgi?out1=on";
+  const std::tuple<std::string, std::string, int, std::string> rows[] = {
+      {"GET " + change, origin, 200, allowed},
+      {"GET " + change, "Origin: http://b:82\r\n" + site, 403, none},
+      {"GET " + change, "Referer: http://b:81/\r\n" + site, 403, none},
+      {"OPTIONS " + change, origin + wish, 204, allowed},
+      {"OPTIONS " + change, "Host: c.example\r\n" + origin + wish, 403, allowed},
+      {"GET /", link + "document\r\n", 200, "\r\nContent-Type: text/html; charset=utf-8\r\n"},
+      {"GET /", link + "iframe\r\n", 403, none},
+      {"GET " + change, link + "document\r\n", 403, none},
+      {"GET /link", "", 403, none}};
+  for (const auto& [line, rest, status, content] : rows) {
+    const Reply reply = ask(camera.port(), line, rest);
+    EXPECT_EQ(reply.status, status) << line << rest;
+    EXPECT_NE(reply.head.find(content), std::string::npos) << line << rest << reply.head;
+    EXPECT_EQ(reply.head.find("Allow-Origin") != std::string::npos, content == allowed) << line << rest;
+  }
+}
+
 TEST_F(Http, OnlyTheEndpointsAndTheCardAreServed) {
   const std::filesystem::path card = camera_->state() / "sdcard" / "IPCAM";
   for (const char* name : {"clip.cgi", "clip_.cgi", "clip\n.cgi"})
@@ -116,7 +166,7 @@ TEST_F(Http, OnlyTheEndpointsAndTheCardAreServed) {
                            "/cgi-bin/..%2fetc/camera/product.conf"}) {
     EXPECT_EQ(camera_->get(path).status, 404) << path;
   }
-  for (const char* folder : {"/", "/cgi-bin/", "/volumes/local/", "/volumes/local/link/product.conf"})
+  for (const char* folder : {"/cgi-bin/", "/volumes/local/", "/volumes/local/link/product.conf"})
     EXPECT_EQ(camera_->get(folder).status, 403) << folder;
 }
 
