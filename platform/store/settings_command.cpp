@@ -46,6 +46,22 @@ std::string shown(std::string_view text) {
   return line;
 }
 
+void appendItem(std::string_view item, std::string* list) {
+  if (!list->empty()) *list += ", ";
+  *list += item;
+}
+
+// A message that lists the names of a record's fields, without the reserved ones.
+std::string noField(const RecordInfo& info, std::string_view name) {
+  std::string names;
+  for (const Field& field : info.fields) {
+    if (field.kind == FieldKind::kReserved) continue;
+    appendItem(elementName(field, 0), &names);
+    if (field.isArray) names += " to " + elementName(field, field.count - 1U);
+  }
+  return "no field " + shown(name) + "; " + info.name + " has " + names;
+}
+
 // A message that says which values an element accepts.
 std::string accepted(const RecordInfo& info, const Field& field) {
   const std::string name = std::string(info.name) + "." + field.name + ": ";
@@ -87,6 +103,7 @@ class Command {
   StoreResult writeRestored(const std::vector<Restored>& restored);
   StoreResult checkEnd(std::string_view line, std::size_t elements);
   StoreResult refuse(std::string message);
+  StoreResult refuseRecord(std::string_view name);
   StoreResult report(StoreResult result);
 
   SettingsStore& store_;
@@ -100,7 +117,7 @@ StoreResult Command::list(Arguments /*arguments*/) {
 
 StoreResult Command::get(Arguments arguments) {
   const RecordInfo* info = find(arguments, store_.records());
-  if (info == nullptr) return refuse("no record " + shown(arguments[0]));
+  if (info == nullptr) return refuseRecord(arguments[0]);
   Bytes record(info->size);
   if (const StoreResult result = store_.read(*info, record.data()); result != StoreResult::kDone) {
     return report(result);
@@ -110,13 +127,13 @@ StoreResult Command::get(Arguments arguments) {
     if (arguments.size() > 1 && arguments[1] != name && arguments[1] != field.name) return;
     streams_.output += name + "=" + formatElement(field, &record[offset]) + "\n";
   });
-  if (streams_.output.empty()) return refuse("no field " + shown(arguments[1]));
+  if (streams_.output.empty()) return refuse(noField(*info, arguments[1]));
   return StoreResult::kDone;
 }
 
 StoreResult Command::set(Arguments arguments) {
   const RecordInfo* info = find(arguments, store_.records());
-  if (info == nullptr) return refuse("no record " + shown(arguments[0]));
+  if (info == nullptr) return refuseRecord(arguments[0]);
   Bytes record(info->size);
   if (const StoreResult result = store_.read(*info, record.data()); result != StoreResult::kDone) {
     return report(result);
@@ -125,7 +142,7 @@ StoreResult Command::set(Arguments arguments) {
     std::string_view value = assignment;
     const std::string_view name = takeUntil('=', &value);
     const std::optional<Element> element = findElement(*info, name);
-    if (!element) return refuse("no field " + shown(name));
+    if (!element) return refuse(noField(*info, name));
     if (name.size() == assignment.size()) return refuse("no value for " + shown(name));
     if (!parseElement(*element->field, value, &record[element->offset])) {
       return refuse(accepted(*info, *element->field));
@@ -140,7 +157,7 @@ StoreResult Command::reset(Arguments arguments) {
   const RecordInfo* info = nullptr;
   if (!arguments.empty()) {
     info = find(arguments, records);
-    if (info == nullptr) return refuse("no record " + shown(arguments[0]));
+    if (info == nullptr) return refuseRecord(arguments[0]);
     records = {&info, 1};
   }
   StoreResult worst = StoreResult::kDone;
@@ -260,6 +277,12 @@ StoreResult Command::refuse(std::string message) {
   return StoreResult::kRefused;
 }
 
+StoreResult Command::refuseRecord(std::string_view name) {
+  std::string names;
+  for (const RecordInfo* info : store_.records()) appendItem(info->name, &names);
+  return refuse("no record " + shown(name) + "; there are " + names);
+}
+
 StoreResult Command::report(StoreResult result) {
   if (result != StoreResult::kDone) streams_.error = store_.fault();
   return result;
@@ -279,28 +302,37 @@ constexpr Verb kVerbs[] = {
     {"--version", 0, 0, &Command::version},
 };
 
+// The help, with the name by which the user called the program.
+std::string helpFor(std::string_view name) {
+  constexpr std::string_view kStart = "\ncamera-settings ";
+  std::string text(kHelp);
+  for (std::size_t at = text.find(kStart); at != text.npos; at = text.find(kStart, at + 1))
+    text.replace(at + 1, kStart.size() - 2, name);
+  return text;
+}
+
 // The verb's usage, from its line of the help.
-std::string usage(const Verb& verb) {
-  const std::string command = "\ncamera-settings " + std::string(verb.name) + " ";
-  const std::string_view line = kHelp.substr(kHelp.find(command) + 1);
-  return std::string(line.substr(0, line.find("  ")));
+std::string usage(std::string_view name, const Verb& verb) {
+  const std::string help = helpFor(name);
+  const std::size_t at = help.find("\n" + std::string(name) + " " + std::string(verb.name) + " ") + 1;
+  return help.substr(at, help.find("  ", at) - at);
 }
 
 }  // namespace
 
-int runSettingsCommand(SettingsStore& store, std::span<const std::string_view> arguments,
-                       CommandStreams* streams) {
-  streams->error = "usage: camera-settings COMMAND; --help lists the commands";
+int runSettingsCommand(SettingsStore& store, std::string_view name,
+                       std::span<const std::string_view> arguments, CommandStreams* streams) {
+  streams->error = "usage: " + std::string(name) + " COMMAND; --help lists the commands";
   if (arguments.empty()) return static_cast<int>(StoreResult::kRefused);
   if (arguments[0] == "--help") {
     streams->error.clear();
-    streams->output = kHelp.substr(1);
+    streams->output = helpFor(name).substr(1);
     return static_cast<int>(StoreResult::kDone);
   }
   for (const Verb& verb : kVerbs) {
     if (arguments[0] != verb.name) continue;
     const Arguments rest = arguments.subspan(1);
-    streams->error = "usage: " + usage(verb);
+    streams->error = "usage: " + usage(name, verb);
     if (rest.size() < verb.fewest || rest.size() > verb.most) break;
     streams->error.clear();
     Command command(store, streams);

@@ -15,9 +15,9 @@ struct CommandStreams {
   std::string error;   // without a line end
 };
 
-// Runs the command that the arguments begin with. Returns the exit status: 0 done, 1 refused or unknown, 2
-// failed.
-int runSettingsCommand(SettingsStore& store, std::span<const std::string_view> arguments,
-                       CommandStreams* streams);
+// Runs the command that the arguments begin with. The name is how the user called the program, for its usage.
+// Returns the exit status: 0 done, 1 refused or unknown, 2 failed.
+int runSettingsCommand(SettingsStore& store, std::string_view name,
+                       std::span<const std::string_view> arguments, CommandStreams* streams);
 
 }  // namespace camera

@@ -29,7 +29,7 @@ class SettingsCommand : public testing::Test {
     const std::string path = input.starts_with("/dev/") ? input : folder.path("input");
     streams = {open(path.c_str(), O_RDONLY | O_CLOEXEC), {}, {}};
     SettingsStore store(disk, kSampleRecords);
-    const int status = runSettingsCommand(store, arguments, &streams);
+    const int status = runSettingsCommand(store, "./run settings", arguments, &streams);
     close(streams.input);
     EXPECT_EQ(streams.error.empty(), status == 0) << streams.error;
     EXPECT_EQ(streams.error.find('\n'), std::string::npos) << streams.error;
@@ -58,7 +58,11 @@ TEST_F(SettingsCommand, PrintsAndRefusesByItsArguments) {
     EXPECT_EQ(run(wrong), 1) << testing::PrintToString(wrong);
     EXPECT_EQ(streams.output, "") << testing::PrintToString(wrong);
   }
-  EXPECT_NE(output({"--help"}).find("restore "), std::string::npos);
+  EXPECT_NE(output({"--help"}).find("./run settings restore "), std::string::npos);
+  run({"get", "a\nb"});
+  EXPECT_EQ(streams.error, "no record a?b; there are sample, whole, linked");
+  run({"get"});
+  EXPECT_EQ(streams.error, "usage: ./run settings get RECORD [FIELD]");
 }
 
 TEST_F(SettingsCommand, SetsAllFieldsOrNone) {
@@ -67,7 +71,8 @@ TEST_F(SettingsCommand, SetsAllFieldsOrNone) {
   const std::string stored = output({"get", "sample"});
   EXPECT_EQ(stored.substr(0, stored.find("levels")),
             "number=5\nflag=1\nreserved=00ff10\ntext=a=b\nnames[0]=one\nnames[1]=\n");
-  const std::pair<const char*, std::vector<const char*>> rows[] = {
+  const std::string fields = "; sample has number, flag, text, names[0] to names[1], levels[0] to levels[3]";
+  const std::pair<std::string, std::vector<const char*>> rows[] = {
       {"sample.flag: 0 to 1", {"flag=2", "flag=0x1", "flag= 1"}},
       {"sample.number: -100 to 1000", {"number=99999999999"}},
       {"sample.text: 1 to 7 bytes, \\\\ for a backslash, \\n and \\xNN for control bytes",
@@ -75,9 +80,9 @@ TEST_F(SettingsCommand, SetsAllFieldsOrNone) {
         "text=a\tb"}},
       {"sample.reserved: 6 hexadecimal digits", {"reserved=0000000", "reserved=00000g"}},
       {"no value for flag", {"flag"}},
-      {"no field names[01]", {"names[01]=x"}},
-      {"no field flag[0]", {"flag[0]=1"}},
-      {"no field ", {"=1"}}};
+      {"no field names[01]" + fields, {"names[01]=x"}},
+      {"no field flag[0]" + fields, {"flag[0]=1"}},
+      {"no field " + fields, {"=1"}}};
   for (const auto& [rule, assignments] : rows) {
     for (const char* wrong : assignments) {
       EXPECT_EQ(run({"set", "sample", "number=6", wrong}), 1) << wrong;
