@@ -9,6 +9,7 @@ namespace camera {
 namespace {
 
 constexpr std::size_t kMostEchoed = 64;  // bytes of a name that a message repeats at most
+constexpr std::size_t kMostLogged = 40;  // bytes of a name that the log repeats at most
 
 // Cuts a UTF-8 text to at most kMostEchoed bytes, without splitting a character.
 std::string_view startOf(std::string_view text) {
@@ -136,12 +137,14 @@ std::string charactersOf(const ParamRow& row) {
   return text;
 }
 
+bool isKnown(std::string_view name, std::span<const ParamRow> rows) {
+  return std::any_of(rows.begin(), rows.end(), [name](const ParamRow& row) { return name == row.name; });
+}
+
 // The first parameter that no row names.
 std::string_view unknownName(const Queries& params, std::span<const ParamRow> rows) {
   for (const auto& [name, value] : params) {
-    bool isKnown = false;
-    for (const ParamRow& row : rows) isKnown = isKnown || name == row.name;
-    if (!isKnown) return name;
+    if (!isKnown(name, rows)) return name;
   }
   return {};
 }
@@ -173,7 +176,21 @@ std::string unknownParam(std::string_view name) {
   return std::string{echoed} + (echoed.size() < name.size() ? "..." : "") + ": no such parameter";
 }
 
-bool ParamList::take(const Queries& params, void* state, std::uint64_t* given, std::string* refusal) const {
+void appendName(std::string_view name, std::string* names) {
+  if (!names->empty()) *names += ", ";
+  if (name.empty()) *names += "(no name)";
+  for (const char c : name.substr(0, kMostLogged)) {
+    if (c > ' ' && c <= '~') {
+      *names += c;
+    } else {
+      appendEscaped(c, names);
+    }
+  }
+  if (name.size() > kMostLogged) *names += "...";
+}
+
+bool ParamList::take(const Queries& params, void* state, std::uint64_t* given, std::string* ignored,
+                     std::string* refusal) const {
   std::size_t found = 0;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const ParamRow& row = rows[i];
@@ -183,7 +200,9 @@ bool ParamList::take(const Queries& params, void* state, std::uint64_t* given, s
     if (isGiven) {
       ++found;
       *given |= std::uint64_t{1} << i;
-      if (!isHandled(row, state) || takeOne(row, query->second, state)) continue;
+      const bool handled = isHandled(row, state);
+      if (!handled) appendName(row.name, ignored);
+      if (!handled || takeOne(row, query->second, state)) continue;
     }
     // A required parameter may be missing because its name is misspelled: report the unknown name instead.
     const std::string_view stranger =
@@ -201,6 +220,10 @@ bool ParamList::take(const Queries& params, void* state, std::uint64_t* given, s
     *refusal = unknownParam(unknownName(params, rows)) + " (a request has at most " +
                decimal(static_cast<std::int64_t>(most)) + " here)";
     return false;
+  }
+  if (found == params.size()) return true;
+  for (const auto& [name, value] : params) {
+    if (!isKnown(name, rows)) appendName(name, ignored);
   }
   return true;
 }

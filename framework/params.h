@@ -61,6 +61,10 @@ std::string anyOf(Words words);
 // Returns the message that rejects an unknown name. A long name is cut.
 std::string unknownParam(std::string_view name);
 
+// Appends a parameter's name to a list for the log. A long name is cut. What is not visible ASCII is written
+// as %XX, so that no name can start a line.
+void appendName(std::string_view name, std::string* names);
+
 enum class UnknownNames : std::uint8_t { kRefuse, kIgnore };
 
 // Rows in the order in which they are checked, stored and reported.
@@ -69,10 +73,12 @@ struct ParamList {
   UnknownNames unknown = UnknownNames::kRefuse;
   std::size_t most = SIZE_MAX;  // parameters that a request may have
 
-  // Stores every given parameter in the state and sets its row's bit in given. Returns false, with a message
-  // in refusal, if a parameter is missing, unknown or not accepted, or if there are too many. The state may
-  // then be half written: pass a copy of one that is still needed.
-  bool take(const Queries& params, void* state, std::uint64_t* given, std::string* refusal) const;
+  // Stores every given parameter in the state and sets its row's bit in given. Appends the names of those
+  // that it ignores to ignored. Returns false, with a message in refusal, if a parameter is missing, unknown
+  // or not accepted, or if there are too many. The state may then be half written: pass a copy of one that is
+  // still needed.
+  bool take(const Queries& params, void* state, std::uint64_t* given, std::string* ignored,
+            std::string* refusal) const;
 
   // Adds one line for each row that has a field and is handled.
   void reply(Reply& reply, const void* state) const;

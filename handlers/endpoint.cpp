@@ -2,6 +2,9 @@
 #include "handlers/endpoint.h"
 
 #include <algorithm>
+#include <cerrno>
+
+#include "platform/log.h"
 
 namespace camera {
 namespace {
@@ -29,6 +32,8 @@ const char* nameOf(RecordIndex index) {
 
 void Endpoint::serve() {
   const int result = answer();
+  if (!ignored_.empty() && result < 400)
+    logDebug("%s: ignored: %s", program_invocation_short_name, ignored_.c_str());
   if (result == 200) {
     reply_.send();
   } else {
@@ -61,6 +66,7 @@ int Endpoint::applyUntilStored() {
     writeResult_ = StoreResult::kDone;
     message_.clear();
     given_ = 0;
+    ignored_.clear();
     result = load();
     if (result == 200) result = apply();
   }
@@ -71,7 +77,7 @@ int Endpoint::applyUntilStored() {
 }
 
 int Endpoint::takeParams(void* state) {
-  return params_.take(request_.params, state, &given_, &message_) ? 200 : 400;
+  return params_.take(request_.params, state, &given_, &ignored_, &message_) ? 200 : 400;
 }
 
 int Endpoint::refuseMissing() {

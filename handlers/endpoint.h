@@ -66,6 +66,8 @@ class Endpoint {
   // Stores the parameters in the state, which must be of the table's type. Returns 200, or 400 with the state
   // perhaps half written: pass a copy of one that is still needed.
   int takeParams(void* state);
+  // Adds a parameter that has no effect to those that the log names after the request.
+  void noteIgnored(std::string_view name) { appendName(name, &ignored_); }
   // Appends the table's lines for such a state.
   void showParams(const void* state) { params_.reply(reply_, state); }
   // Rejects a request that lacks parameters; names the first required one.
@@ -116,6 +118,7 @@ class Endpoint {
   std::uint64_t given_ = 0;  // a bit for each row of the parameters
   Reply reply_;
   std::string message_;  // of a failure
+  std::string ignored_;  // names of parameters, for the log
   Actions actions_;
   bool isOvertaken_ = false;  // the store refused a write because of another client's change
   StoreResult writeResult_ = StoreResult::kDone;
@@ -149,6 +152,10 @@ class ParamEndpoint : public Endpoint {
 
   using Endpoint::refuse;
   int refuse(Param param) { return refuseValue(param.row); }
+
+  void noteIgnored(Param param) {
+    if (given(param)) Endpoint::noteIgnored(param.name());
+  }
 
   int take(State* state) { return takeParams(state); }
   void show(const State& state) { showParams(&state); }

@@ -173,11 +173,17 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
     if (wanted.method >= 0) wanted.ntp.method = wanted.method == kFromServer ? 1 : 0;
     if (wanted.ntp.method == kFromServer && *wanted.ntp.timeserver == '\0')
       return refuse("timeserver", "needed while method is 1");
-    if (wanted.method != kSetNow) wanted.clock = curtime_;
+    if (wanted.method != kSetNow) ignoreTime(&wanted);
     const int result = store(wanted);
     if (result == 200) return report(wanted);
     tzone_ = wanted.zone;  // so that apply does not report rules that this request replaces
     return result;
+  }
+
+  void ignoreTime(Wanted* wanted) {
+    wanted->clock = curtime_;
+    noteIgnored("date");
+    noteIgnored("time");
   }
 
   int reply() override {

@@ -183,7 +183,7 @@ class WirelessEndpoint final : public ParamEndpoint<kParams> {
             .storedKey = wireless_.key};
   }
 
-  static void merge(const Combination& c, Wanted* wanted) {
+  void merge(const Combination& c, Wanted* wanted) {
     WirelessSettings& record = wanted->record;
     const int cipher = c.encryption.effective();
     // Without auth, a stored kOpenOrShared stays even with encryption none; replies show it as open.
@@ -193,8 +193,13 @@ class WirelessEndpoint final : public ParamEndpoint<kParams> {
     }
     if (wanted->channel >= 0 && c.mode.effective() == kAdHoc) record.channel = wanted->channel;
     // With encryption none, a key is stored for later use. If both are given, the passphrase is stored.
-    if (c.key1 && !isWpaCipher(cipher)) setText(record.key, *c.key1);
-    if (c.passphrase && cipher != kWep) setText(record.key, *c.passphrase);
+    const bool takesKey1 = !isWpaCipher(cipher);
+    const bool takesPassphrase = cipher != kWep;
+    if (c.key1 && takesKey1) setText(record.key, *c.key1);
+    if (c.passphrase && takesPassphrase) setText(record.key, *c.passphrase);
+    if (c.mode.effective() != kAdHoc) noteIgnored("channel");
+    if (!takesKey1 || (c.passphrase && takesPassphrase)) noteIgnored("key1");
+    if (!takesPassphrase) noteIgnored("passphrase");
   }
 
   void replyWepKey() {

@@ -35,7 +35,7 @@ void keepDetection(const char* piece, void* context) {
 
 class EventLogEndpoint final : public Endpoint {
  public:
-  EventLogEndpoint() : Endpoint({}) {}
+  EventLogEndpoint() : Endpoint({.rows = {}, .unknown = UnknownNames::kIgnore}) {}
 
  private:
   // If the log cannot be read, the reply is empty.
@@ -43,7 +43,7 @@ class EventLogEndpoint final : public Endpoint {
     readCommand(kPrintLog, keepDetection, &replyText());
     return 200;
   }
-  int apply() override { return 200; }  // ignores every parameter
+  int apply() override { return takeParams(nullptr); }
   int reply() override { return 200; }
 };
 

@@ -1,5 +1,8 @@
 // sensor.cgi: the image settings that the sensor has.
 #include "platform/product/sensor.h"
+
+#include <algorithm>
+
 #include "handlers/endpoint.h"
 #include "handlers/media/sensor_tables.h"
 #include "platform/store/records/image.h"
@@ -35,6 +38,8 @@ class SensorEndpoint final : public Endpoint {
 
   int apply() override {
     ImageSettings wanted = image_;
+    std::size_t taken = 0;
+    auto last = queries().end();
     for (const Capability& capability : capabilities()) {
       const auto query = queries().find(capability.parameter);
       if (query == queries().end() || !sensor_.has(capability)) continue;
@@ -42,11 +47,26 @@ class SensorEndpoint final : public Endpoint {
       const int number = numberOf(values, query->second, image_.*capability.field);
       if (number < 0) return refuse(capability.parameter, acceptedBy(values));
       wanted.*capability.field = static_cast<std::uint8_t>(number);
+      if (query != last) ++taken;  // capabilities with the same parameter are neighbours
+      last = query;
     }
+    if (taken != queries().size()) noteOthers();
     writeChanged(image_, wanted);
     const int result = commit();
     if (result == 200) image_ = wanted;
     return result;
+  }
+
+  void noteOthers() {
+    for (const auto& [name, value] : queries()) {
+      if (!takes(name)) noteIgnored(name);
+    }
+  }
+
+  bool takes(std::string_view name) const {
+    const auto all = capabilities();
+    return std::any_of(all.begin(), all.end(),
+                       [&](const Capability& c) { return name == c.parameter && sensor_.has(c); });
   }
 
   int reply() override {

@@ -112,8 +112,16 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
     if (result != 200) return result;
     if (isChanged) write(wanted.profiles);
     result = commit();
-    if (result == 200) video_ = wanted;
-    return result;
+    if (result != 200) return result;
+    video_ = wanted;
+    isFixed() ? noteIgnored("bitrate") : noteIgnored("quality");
+    return 200;
+  }
+
+  // True if the profile has a quality, false if it has a bit rate.
+  bool isFixed() const {
+    return hasQualityModes(video_) ? video_.profiles.quality_mode[video_.id] == kFixedQuality
+                                   : video_.profiles.codec[video_.id] == kMjpeg;
   }
 
   // True if the profile has the one resolution that its display system offers as MJPEG only.
@@ -174,10 +182,10 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
     pair("codec", kCodecs[codec]);
     pair("resolution", video_.display->resolutions[profiles.resolution[id]]);
     pair("framerate", profiles.frame_rate[id]);
-    const bool hasModes = hasQualityModes(video_);
-    const bool isFixed = hasModes ? profiles.quality_mode[id] == kFixedQuality : codec == kMjpeg;
-    if (hasModes || !isFixed) pair("qualitymode", kQualityModes[isFixed ? kFixedQuality : kConstantBitRate]);
-    if (isFixed)
+    const bool hasQuality = isFixed();
+    if (hasQualityModes(video_) || !hasQuality)
+      pair("qualitymode", kQualityModes[hasQuality ? kFixedQuality : kConstantBitRate]);
+    if (hasQuality)
       pair("quality", percentOf(profiles.quality[id]));
     else
       pair("bitrate", profiles.bit_rate[id]);

@@ -7,7 +7,7 @@
 //   writes CALLS                     the calls with which a change is written
 //   key QUERY                        the query of the plain read
 //   shown only                       a plain read afterwards may give another reply
-//   ok QUERIES  on STATE  says CHANGES  writes CALLS
+//   ok QUERIES  on STATE  says CHANGES  writes CALLS  ignores NAMES
 //   refused QUERIES  on STATE  with STATUS
 //
 // Two spaces separate the parts of a row. They are those of Row and refuses() in endpoint.h; all but the
@@ -37,12 +37,13 @@ void run(const Endpoint& endpoint, const std::string& verb, std::string row) {
     endpoint.refuses(row, state, std::stoi(status));
     return;
   }
+  const std::string ignores = takePart("ignores", &row).value_or("");
   const auto writes = takePart("writes", &row);
   const auto changes = takePart("says", &row);
   const std::string state = takePart("on", &row).value_or("");
   if (row == "nothing") row.clear();
-  if (changes || row.empty())
-    endpoint.accepts({{row, state, changes, writes}});
+  if (changes || row.empty() || !ignores.empty())
+    endpoint.accepts({{row, state, changes, writes, ignores}});
   else
     endpoint.accepts(row, state, writes);
 }

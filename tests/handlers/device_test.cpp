@@ -56,7 +56,7 @@ TEST(Datetime, SetsTheClockByHandAloneAndStoresTheZoneAndItsRules) {
   kDatetime.accepts({{"", "time=4102444799", "utcdate=2099-12-31&utctime=23:59:59"},
                      {"method=2&date=2037-1-2&time=3:4:5", "ntp.method=1",
                       "method=2&date=2037-01-02&time=03:04:05", "set curtime set ntp"},
-                     {"date=2024-02-29&time=13:05:00", "", ""},
+                     {"date=2024-02-29&time=13:05:00", "", "", "", "date, time"},
                      {"offset=-0:30", "", "offset=0:30"},
                      {"", "tzone.offset=-02:00", "offset=02:00"},
                      {"stoptime=1.1.0/0:0", "", "stoptime=1.1.0/0:0:00"},
@@ -66,7 +66,7 @@ TEST(Datetime, SetsTheClockByHandAloneAndStoresTheZoneAndItsRules) {
 
 TEST(Datetime, SetsTheClockToTheTimeThatWasShownOnlyInAnotherZoneAndWithMethod2) {
   kDatetime.accepts({{std::string{"method=2"} + kShownTime, "", "method=2", ""},
-                     {std::string{"timezone=1"} + kShownTime, "", "timezone=1", "set tzone"},
+                     {std::string{"timezone=1"} + kShownTime, "", "timezone=1", "set tzone", "date, time"},
                      {std::string{"method=2&timezone=1"} + kShownTime, "", {}, "set tzone set curtime"}});
   for (const char* write : {"set tzone", "set curtime"}) {
     scripted().reset(kDatetime.state);

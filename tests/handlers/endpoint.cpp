@@ -113,6 +113,8 @@ void Endpoint::accept(const Row& row) const {
   if (reads && !readable) return;
 
   const Reply after = request(cgi, row.query);
+  EXPECT_EQ(scripted().log.substr(std::min(scripted().log.find(' '), scripted().log.size())),
+            row.ignores.empty() ? "" : " ignored: " + row.ignores + "\n");
   EXPECT_EQ(after.status, 200);
   EXPECT_EQ(after.body, expected);
   EXPECT_EQ(scripted().writes(), row.writes.value_or(reads || expected == base ? "" : writes));

@@ -16,12 +16,13 @@
 //
 // The plain read is the request without parameters, or with the endpoint's key alone.
 //
-// A row is {query, state, changes, writes}; all but the query may be left out.
+// A row is {query, state, changes, writes, ignores}; all but the query may be left out.
 //   state    is added to the endpoint's, in the words of ScriptedPlatform::store.
 //   changes  are the lines in which the reply differs from that of the plain read of the same state. If the
 //            query is the plain read itself, they are those in which it differs from .reply. Left out: the
 //            reply shows the values as the query gives them.
 //   writes   are the calls that write. Left out: the endpoint's if the reply has changed, otherwise none.
+//   ignores  are the names that the log calls ignored, with commas. Left out: none.
 //
 // Every request is also checked for this: There is one whole reply, and a plain read afterwards agrees with
 // it. The action programs of exactly the written records run. The store accepts the values. Unused bytes keep
@@ -73,6 +74,7 @@ struct Row {
   // at the end. "-key" removes a line.
   std::optional<std::string> changes{};
   std::optional<std::string> writes{};
+  std::string ignores{};
 };
 
 struct Endpoint {

@@ -93,7 +93,7 @@ TEST(ActionFtp, NotifiesTheSnapshotSenderOfItsSwitchAndInterval) {
   // 10.5 seconds were stored.
   kFtp.accepts("enable=yes interval=11 interval=10 enable=yes&interval=86400&passive=no", "", kBoth);
   kFtp.accepts("enable=yes", "snapshot.ftp_enable=1", kBoth);
-  kFtp.accepts({{"passive=no&nobody=1", "", "passive=no"}});
+  kFtp.accepts({{"passive=no&nobody=1", "", "passive=no", {}, "nobody"}});
   EXPECT_EQ(scripted().stored("snapshot.ftp_enable"), "0");
   kFtp.accepts("enable=no&interval=10", "ftp.enable=1", kBoth);
   EXPECT_EQ(scripted().stored("snapshot.ftp_enable") + scripted().stored("ftp.interval"), "010000");

@@ -17,11 +17,15 @@ const std::string kWpa = "wireless.auth=2 wireless.encryption=3 wireless.key=pas
 const std::string kAdHocWpa = "wireless.mode=1 " + kWpa;
 
 TEST(Wireless, AppliesAChannelOfTheRegionInAdHocModeAlone) {
-  kWireless.accepts({{"channel=6", "", ""},
-                     {"channel=6&mode=managed", "wireless.mode=1", "mode=managed"},
+  kWireless.accepts({{"channel=6", "", "", {}, "channel"},
+                     {"channel=6&mode=managed", "wireless.mode=1", "mode=managed", {}, "channel"},
                      {"channel=6&mode=ad-hoc"},
                      {"channel=6", "wireless.mode=1"},
-                     {"activekey=1&chpatterns=&format=%00&keylength=1&key2=%ff&key3=x&key4=y", "", ""}});
+                     {"activekey=1&chpatterns=&format=%00&keylength=1&key2=%ff&key3=x&key4=y",
+                      "",
+                      "",
+                      {},
+                      "chpatterns, format, keylength, key2, key3, key4"}});
   kWireless.refuses("channel=-6", "wireless.mode=1");
   int region = 0;
   for (const std::string pattern : {"11111111111", "1111111111111", "00000000011", "0000000001111",

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdarg>
 #include <cstring>
 #include <fstream>
 #include <sstream>
@@ -130,6 +131,7 @@ std::string ScriptedPlatform::stored(const std::string& name) const {
 
 void ScriptedPlatform::beginRequest() {
   calls.clear();
+  log.clear();
   times_.clear();
   knownProduct = {};
   unfinished = 0;
@@ -160,7 +162,12 @@ using camera::test::scripted;
 namespace camera {
 
 std::string logDebug(const char* format, ...) {
-  return format;
+  char text[1024];
+  va_list arguments;
+  va_start(arguments, format);
+  vsnprintf(text, sizeof text, format, arguments);
+  va_end(arguments);
+  return scripted().log += std::string{text} + "\n";
 }
 
 StoreResult loadRecord(RecordIndex index, void* record) {
