@@ -149,6 +149,12 @@ std::string_view unknownName(const Queries& params, std::span<const ParamRow> ro
   return {};
 }
 
+// The message that rejects the value of a row.
+std::string rejected(const ParamRow& row, std::string_view value, const void* state) {
+  const std::string_view fault = row.fault != nullptr ? row.fault(value) : "";
+  return joined({row.name, ": ", fault, fault.empty() ? "" : "; ", acceptedBy(row, state)});
+}
+
 }  // namespace
 
 std::string anyOf(Words words) {
@@ -171,9 +177,13 @@ std::string acceptedBy(const ParamRow& row, const void* state) {
   return "anything";
 }
 
+std::string shortened(std::string_view text) {
+  const std::string_view start = startOf(text);
+  return joined({start, start.size() < text.size() ? "..." : ""});
+}
+
 std::string unknownParam(std::string_view name) {
-  const std::string_view echoed = name.empty() ? "(no name)" : startOf(name);
-  return std::string{echoed} + (echoed.size() < name.size() ? "..." : "") + ": no such parameter";
+  return (name.empty() ? "(no name)" : shortened(name)) + ": no such parameter";
 }
 
 void appendName(std::string_view name, std::string* names) {
@@ -207,9 +217,9 @@ bool ParamList::take(const Queries& params, void* state, std::uint64_t* given, s
     // A required parameter may be missing because its name is misspelled: report the unknown name instead.
     const std::string_view stranger =
         isGiven || unknown == UnknownNames::kIgnore ? "" : unknownName(params, rows);
-    *refusal = !stranger.empty()
-                   ? unknownParam(stranger)
-                   : std::string{row.name} + (isGiven ? ": " : ": required: ") + acceptedBy(row, state);
+    *refusal = !stranger.empty() ? unknownParam(stranger)
+               : isGiven         ? rejected(row, query->second, state)
+                                 : std::string{row.name} + ": required: " + acceptedBy(row, state);
     return false;
   }
   if (found != params.size() && unknown == UnknownNames::kRefuse) {

@@ -47,6 +47,7 @@ struct ParamRow {
   Words (*wordsOf)(const void* state) = nullptr;    // in place of words, if there is a state
   bool (*isHandled)(const void* state) = nullptr;   // false: known, but neither checked nor reported
   bool (*check)(std::string_view value) = nullptr;  // a further check of a text that is not empty
+  const char* (*fault)(std::string_view value) = nullptr;       // of a rejected value; empty: none to name
   bool (*take)(std::string_view value, void* state) = nullptr;  // of kOwn; false: rejected
   const char* accepted = nullptr;  // describes the accepted values, in place of acceptedBy's own text
 };
@@ -57,6 +58,9 @@ std::string acceptedBy(const ParamRow& row, const void* state);
 
 // Lists the words: "off or on", "auto, manual, day or night". Leaves out empty words.
 std::string anyOf(Words words);
+
+// Returns the start of a text from the request, for a message of the reply.
+std::string shortened(std::string_view text);
 
 // Returns the message that rejects an unknown name. A long name is cut.
 std::string unknownParam(std::string_view name);
@@ -199,6 +203,12 @@ struct TypedRow : ParamRow {
   constexpr TypedRow also(bool (*further)(std::string_view), const char* text) const {
     TypedRow row = saying(text);
     row.check = further;
+    return row;
+  }
+  // Adds a function that names what is wrong with a rejected value, such as "not base64".
+  constexpr TypedRow naming(const char* (*fault)(std::string_view)) const {
+    TypedRow row = *this;
+    row.fault = fault;
     return row;
   }
   // kBounds: Bounds (const State&). The text describes them if there is no state.

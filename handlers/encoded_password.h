@@ -23,11 +23,17 @@ inline bool isEncodedPassword(std::string_view encoded) {
   return decodePassword(encoded).has_value();
 }
 
+// For the message that rejects an encoded password.
+inline const char* encodingFault(std::string_view encoded) {
+  return decodeBase64(encoded) ? "" : "not base64";
+}
+
 // The field holds the encoded text, which is empty for the empty password.
 template <auto... kPath>
 constexpr auto encodedPasswordParam(const char* name) {
   return textParam<kPath...>(name, 0, kEncodedSize - 1, "+/=")
-      .also(isEncodedPassword, "0 to 30 letters, digits, punctuation, in base64");
+      .also(isEncodedPassword, "0 to 30 letters, digits, punctuation, in base64")
+      .naming(encodingFault);
 }
 
 template <std::size_t N>

@@ -128,7 +128,8 @@ void Endpoint::writeRecord(RecordIndex index, const void* record) {
   if (writeResult_ == StoreResult::kDone) return;
   const bool isRefused = writeResult_ == StoreResult::kRefused;
   isOvertaken_ = isRefused && isStoreOvertaken();
-  message_ = joined({"settings: ", nameOf(index), isRefused ? " refused by the store" : " cannot be stored"});
+  message_ = joined({"settings: ", nameOf(index), isRefused ? " refused by the store" : " cannot be stored",
+                     !isRefused && isStoreFull() ? ": no space left" : ""});
 }
 
 int Endpoint::commit(int refused) {

@@ -17,8 +17,18 @@ struct Video {
   bool hasH264 = false;
 };
 
+// By the set of codecs that a profile can have; empty in place of those that it cannot.
+constexpr auto kCodecChoices = [] {
+  std::array<std::array<const char*, std::size(kCodecs)>, 1U << std::size(kCodecs)> choices{};
+  for (std::size_t set = 0; set < choices.size(); ++set)
+    for (std::size_t codec = 0; codec < std::size(kCodecs); ++codec)
+      choices[set][codec] = (set >> codec & 1) != 0 ? kCodecs[codec] : "";
+  return choices;
+}();
+
 Words codecs(const Video& video) {
-  return Words{kCodecs}.first(video.hasH264 ? 3 : 2);
+  const Codecs known = video.hasH264 ? 0b111 : 0b011;
+  return kCodecChoices[video.sensor->codecs[video.id - 1] & known];
 }
 
 Words resolutions(const Video& video) {
@@ -62,16 +72,6 @@ int levelOf(int percent) {
 }
 int percentOf(int level) {
   return level * 10 + 55;
-}
-
-// Those codecs of a set that the camera has, in words.
-std::string codecsIn(Codecs set, bool hasH264) {
-  const char* names[std::size(kCodecs)];
-  std::size_t count = 0;
-  for (const int codec : {kMjpeg, kMpeg4, kH264}) {
-    if ((set >> codec & 1) != 0 && (codec != kH264 || hasH264)) names[count++] = kCodecs[codec];
-  }
-  return anyOf(Words{names, count});
 }
 
 }  // namespace
@@ -138,9 +138,8 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
 
   int checkCodec(const Video& wanted) {
     if (!given("codec")) return 200;
-    const int codec = wanted.profiles.codec[wanted.id];
-    const Codecs possible = wanted.sensor->codecs[wanted.id - 1];
-    if ((possible >> codec & 1) == 0) return refuse("codec", codecsIn(possible, wanted.hasH264));
+    const std::uint8_t codec = wanted.profiles.codec[wanted.id];
+    if (*codecs(wanted)[codec] == '\0') return refuse("codec", anyOf(codecs(wanted)));
     if (codec == kMjpeg || !mustBeMjpeg(wanted)) return 200;
     return refuse("codec", joined({"MJPEG with ", wanted.display->resolutions[0]}));
   }
@@ -176,10 +175,9 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   int reply() override {
     const ProfileSettings& profiles = video_.profiles;
     const std::int32_t id = video_.id;
-    const std::uint8_t codec = profiles.codec[id];
     pair("vprofileformat", "0.9");
     pair("profileid", id);
-    pair("codec", kCodecs[codec]);
+    pair("codec", kCodecs[profiles.codec[id]]);
     pair("resolution", video_.display->resolutions[profiles.resolution[id]]);
     pair("framerate", profiles.frame_rate[id]);
     const bool hasQuality = isFixed();

@@ -43,12 +43,17 @@ class ConfigAutoPatrolEndpoint final : public PtzEndpoint<StateEndpoint<kParams>
       const std::string_view name = takeUntil(',', &rest);
       if (name.empty()) continue;
       const int stop = hasLength(name, 1, kMostPresetName) ? stopAt(presets_, name) : 0;
-      if (stop == 0) return refuse("presets", "names of ptz_preset_list.cgi, separated by commas");
+      if (stop == 0) return refuseName(name);
       appendItem(&stops, Decimal(stop).text());
       ++count;
     }
     setText(wanted.route.stops, stops);
     return 200;
+  }
+
+  int refuseName(std::string_view name) {
+    return refuse("presets", joined({"there is no preset ", shortened(name),
+                                     "; names of ptz_preset_list.cgi, separated by commas"}));
   }
 
   int carryOut(Patrol& wanted) override {

@@ -16,12 +16,12 @@ class SweepEndpoint : public PtzEndpoint<StateEndpoint<kSweepParams, Takes::kCom
  protected:
   explicit SweepEndpoint(PtzCode start) : start_(start) {}
 
- private:
   int carryOut(Sweep& wanted) override {
     if (wanted.act == kNoChange) return 200;
     return resultOf(ptzCommand(wanted.act == kStartSweep ? start_ : PtzCode::kStop));
   }
 
+ private:
   PtzCode start_;
 };
 

@@ -12,15 +12,23 @@ constexpr std::string_view kLarkmoor = "Larkmoor";  // a brand whose passwords h
 constexpr char kLarkmoorText[] = "!#$%@";
 constexpr char kLongPasswordModule[] = "device1_2";
 
-// Ignores white space in the base64 text.
-std::optional<std::string> decode(std::string_view encoded) {
+// White space in the base64 text is ignored.
+std::string withoutSpace(std::string_view encoded) {
   std::string compact{encoded};
   std::erase_if(compact, [](char c) { return consistsOf({&c, 1}, {}, " \t\r\n"); });
-  return decodePassword(compact);
+  return compact;
+}
+
+std::optional<std::string> decode(std::string_view encoded) {
+  return decodePassword(withoutSpace(encoded));
 }
 
 bool isEncoded(std::string_view encoded) {
   return decode(encoded).has_value();
+}
+
+const char* faultOf(std::string_view encoded) {
+  return encodingFault(withoutSpace(encoded));
 }
 
 struct Wanted {
@@ -34,7 +42,8 @@ constexpr auto kParams = paramRows<Wanted>(
     textParam<&Wanted::name>("name", 1, 30, kNameText).required(),
     textParam<&Wanted::newName>("newname", 1, 30, kNameText),
     textParam<&Wanted::encoded>("password", 0, 64, "", kAnyBytes)
-        .also(isEncoded, "0 to 30 letters, digits, punctuation, in at most 64 characters of base64"),
+        .also(isEncoded, "0 to 30 letters, digits, punctuation, in at most 64 characters of base64")
+        .naming(faultOf),
     choiceParam<&Wanted::group>("group", kGroups));
 
 }  // namespace

@@ -41,6 +41,9 @@ StoreResult loadRecord(Record* record) {
 // depends on, since this process loaded it. After another load and decision, the store may accept the change.
 bool isStoreOvertaken();
 
+// True if the last storeRecord failed because the disk, or the user's part of it, is full.
+bool isStoreFull();
+
 // Locks the store, so that nobody else changes what is loaded from now on. releaseStore, runActions and the
 // end of the process release it. If the store cannot be locked, nothing is
 // held, and each write tries again.

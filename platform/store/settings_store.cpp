@@ -262,14 +262,15 @@ StoreResult SettingsStore::refuseOvertaken(const RecordInfo& info) {
   return result;
 }
 
-StoreResult SettingsStore::fail(const char* name, const std::string& reason) {
+StoreResult SettingsStore::fail(const char* name, const std::string& reason, int error) {
+  error_ = error;
   fault_ = files_.path(name) + ": " + reason;
   logDebug("settings: %s", fault_.c_str());
   return StoreResult::kFailed;
 }
 
 StoreResult SettingsStore::fail(const char* name, int error) {
-  return fail(name, std::string(std::strerror(error)));
+  return fail(name, std::strerror(error), error);
 }
 
 }  // namespace camera

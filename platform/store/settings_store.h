@@ -57,6 +57,8 @@ class SettingsStore {
 
   // The reason of the last refusal or failure; for a failure with the path of the file.
   const std::string& fault() const { return fault_; }
+  // The errno value of the last failure; 0 if the operating system did not report it.
+  int error() const { return error_; }
   // Whether the last write was refused only because another process changed the record, or one on which it
   // depends, after this process read it.
   bool overtaken() const { return overtaken_; }
@@ -88,13 +90,14 @@ class SettingsStore {
   void remember(const RecordInfo& info, Bytes callersCopy, Bytes storedCopy);
   StoreResult refuseOvertaken(const RecordInfo& info);
   StoreResult refuseInvalid(const RecordInfo& info, const std::string& field);
-  StoreResult fail(const char* name, const std::string& reason);
+  StoreResult fail(const char* name, const std::string& reason, int error = 0);
   StoreResult fail(const char* name, int error);
 
   StoreFiles& files_;
   std::span<const RecordInfo* const> records_;
   std::vector<Known> known_;
   std::string fault_;
+  int error_ = 0;
   bool overtaken_ = false;
   bool isHeld_ = false;
 };

@@ -8,7 +8,7 @@
 //   key QUERY                        the query of the plain read
 //   shown only                       a plain read afterwards may give another reply
 //   ok QUERIES  on STATE  says CHANGES  writes CALLS  ignores NAMES
-//   refused QUERIES  on STATE  with STATUS
+//   refused QUERIES  on STATE  with STATUS  saying TEXT
 //
 // Two spaces separate the parts of a row. They are those of Row and refuses() in endpoint.h; all but the
 // queries may be left out. A row with says has one query. The word nothing stands for an empty part.
@@ -32,9 +32,10 @@ std::optional<std::string> takePart(const std::string& name, std::string* row) {
 
 void run(const Endpoint& endpoint, const std::string& verb, std::string row) {
   if (verb == "refused") {
+    const std::string text = takePart("saying", &row).value_or("");
     const std::string status = takePart("with", &row).value_or("400");
     const std::string state = takePart("on", &row).value_or("");
-    endpoint.refuses(row, state, std::stoi(status));
+    endpoint.refuses(row, state, std::stoi(status), text);
     return;
   }
   const std::string ignores = takePart("ignores", &row).value_or("");

@@ -1,4 +1,4 @@
-// wlansurvey.cgi and datetime.cgi: the networks of a survey, and how the clock is set.
+// wlansurvey.cgi, camera_info.cgi and datetime.cgi: the networks of a survey, and how the clock is set.
 #include "tests/handlers/endpoint.h"
 
 namespace camera::test {
@@ -26,6 +26,17 @@ TEST(WlanSurvey, ListsTheNetworksThatTheCameraCanJoin) {
   kSurvey.refuses("!", "product.wireless=0", 404);
   kSurvey.refuses("a=1", "product.unreadable=1");
   EXPECT_EQ(scripted().history({"ask"}), "");
+}
+
+TEST(CameraInfo, SaysThatTheDiskIsFull) {
+  for (const bool isFull : {true, false}) {
+    scripted().reset();
+    scripted().results["set host"] = 2;
+    scripted().isFull = isFull;
+    EXPECT_EQ(
+        request("camera_info.cgi", "name=hall").body,
+        std::string{"error=500&message=settings: host cannot be stored"} + (isFull ? ": no space left" : ""));
+  }
 }
 
 const Endpoint kDatetime{

@@ -122,11 +122,13 @@ void Endpoint::accept(const Row& row) const {
   EXPECT_TRUE(agrees) << "what it replied is not what it stored";
 }
 
-void Endpoint::refuses(const std::string& queries, const std::string& with, int status) const {
-  for (const std::string& query : split(queries, ' ')) refuse(query, with, status);
+void Endpoint::refuses(const std::string& queries, const std::string& with, int status,
+                       const std::string& text) const {
+  for (const std::string& query : split(queries, ' ')) refuse(query, with, status, text);
 }
 
-void Endpoint::refuse(const std::string& query, const std::string& with, int status) const {
+void Endpoint::refuse(const std::string& query, const std::string& with, int status,
+                      const std::string& text) const {
   Texts sent;
   Texts names;
   for (std::string piece : split(query, '&')) {
@@ -141,6 +143,7 @@ void Endpoint::refuse(const std::string& query, const std::string& with, int sta
   const Reply reply = request(cgi, join(sent));
   EXPECT_TRUE(isFailure(reply, status, status == 400 && names != Texts{""} ? names : Texts{})) << reply.body;
   EXPECT_NE(reply.body, "error=404&message=this camera has no such part") << "add it to kFeatureNames";
+  EXPECT_TRUE(reply.body.ends_with(text)) << reply.body << " does not end with " << text;
   EXPECT_EQ(scripted().writes(), "");
 }
 

@@ -33,7 +33,8 @@
 //
 // refuses() takes such a text. Each query must be answered with 400 (or the given status) and change nothing.
 // The message must begin with the name of a parameter that a ! marks (the ! is not sent) or, without a mark,
-// with the first parameter's. A marked name without "=" is not sent, because it is required and missing:
+// with the first parameter's. It must end with the text, if that is given. A marked name without "=" is not
+// sent, because it is required and missing:
 // "!user" sends nothing. "!" is the request without parameters.
 //
 // Failures of the platform are not for this file: add the endpoint's row to the table in
@@ -88,12 +89,13 @@ struct Endpoint {
   void accepts(const std::vector<Row>& rows) const;
   void accepts(const std::string& queries, const std::string& with = "",
                const std::optional<std::string>& written = {}) const;
-  void refuses(const std::string& queries, const std::string& with = "", int status = 400) const;
+  void refuses(const std::string& queries, const std::string& with = "", int status = 400,
+               const std::string& text = "") const;
 
  private:
   std::string plainQuery(const std::string& query) const;
   void accept(const Row& row) const;
-  void refuse(const std::string& query, const std::string& with, int status) const;
+  void refuse(const std::string& query, const std::string& with, int status, const std::string& text) const;
 };
 
 }  // namespace camera::test

@@ -4,7 +4,6 @@
 namespace camera::test {
 namespace {
 
-
 const Endpoint kMove{"ptz_move.cgi", "ptd.position=10,5", "p=-50&t=5&z=0"};
 const Endpoint kMoveRel{"ptz_move_rel.cgi", "ptd.position=-165,5"};
 const Endpoint kDirection{"ptz_direction.cgi"};
@@ -44,11 +43,25 @@ TEST(PtzRoute, IsGivenByNamesAndStoredByNumbers) {
                   {twenty + ",nobody", "", twenty},
                   {"", "route.stops=0,11,-1,3,x,,99999999999,2", "presets=b"},
                   {"", "route.stops=" + repeated(20, "2"), "presets=" + repeated(20, "b")}});
-  kRoute.refuses("presets=nobody presets=a,B presets=a+b presets=" + repeated(240, "a") + ",a");
+  kRoute.refuses("presets=nobody presets=a,nobody,B", "", 400,
+                 "presets: there is no preset nobody; names of ptz_preset_list.cgi, separated by commas");
+  kRoute.refuses("presets=a,B presets=a+b presets=" + repeated(240, "a") + ",a");
   kRoute.refuses("!", "route.stops=" + repeated(21, "1"), 500);
   scripted().reset(kRoute.state + " route.stops=");
   request(kRoute.cgi, "presets=d-_.,a,b");
   EXPECT_EQ(scripted().stored("route.stops"), "4,1,2");
+}
+
+TEST(PtzPatrol, SaysThatItHasNoRouteIfThatIsWhyTheHeadRefuses) {
+  const std::string noRoute = "error=500&message=the patrol has no route; config_auto_patrol.cgi sets one";
+  const std::string refused = "error=500&message=pan/tilt head: no answer, or the command was refused";
+  const std::pair<const char*, std::string> rows[] = {{"", noRoute}, {"2,x", noRoute}, {"2,1", refused}};
+  for (const auto& [route, message] : rows) {
+    scripted().reset(kAutoPatrol.state + " route.stops=" + route);
+    scripted().results = {{"send ptd 35", 1}, {"send ptd 16", 1}};
+    EXPECT_EQ(request("auto_patrol.cgi", "act=go").body, message) << route;
+    EXPECT_EQ(request("auto_patrol.cgi", "act=stop").body, refused) << route;
+  }
 }
 
 }  // namespace

@@ -200,6 +200,10 @@ bool isStoreOvertaken() {
   return scripted().wasOvertaken;
 }
 
+bool isStoreFull() {
+  return scripted().isFull;
+}
+
 void holdStore() {
   scripted().isContested = false;
 }

@@ -26,6 +26,7 @@ struct ScriptedPlatform {
   std::vector<std::vector<std::uint8_t>> records;  // what the store holds, by index
   bool isContested = false;   // another process overtakes every write, until the store is locked
   bool wasOvertaken = false;  // another process overtook the last write
+  bool isFull = false;        // a write that fails does so because the disk is full
   std::string log;            // the texts of the last request, a line each
 
   std::map<std::string, std::string> product;       // the lines of product.conf

@@ -89,6 +89,7 @@ TEST_F(Store, AStepThatFailsFailsTheWriteAndKeepsTheOldRecord) {
     disk.failing = step;
     EXPECT_EQ(process.write(), kFailed) << step;
     EXPECT_NE(process.store.fault().find("disk/"), std::string::npos) << step << process.store.fault();
+    EXPECT_EQ(process.store.error(), EIO) << step;
     disk.failing.clear();
     EXPECT_FALSE(disk.has(".new")) << step;
     EXPECT_EQ(stored(disk).number, std::string_view(step) == "syncFolder" ? 2 : 1) << step;

@@ -1,6 +1,7 @@
 // The settings store for endpoints, in the camera's own folders.
 #include "platform/store/settings.h"
 
+#include <cerrno>
 #include <ctime>
 
 #include "platform/clock/clock.h"
@@ -48,6 +49,10 @@ StoreResult storeRecord(RecordIndex index, const void* record, Actions* actions)
 
 bool isStoreOvertaken() {
   return store().overtaken();
+}
+
+bool isStoreFull() {
+  return store().error() == ENOSPC || store().error() == EDQUOT;
 }
 
 void holdStore() {
