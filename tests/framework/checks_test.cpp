@@ -43,7 +43,7 @@ TEST(Checks, AcceptOnly) {
 
 TEST(Checks, KnowTheCalendar) {
   const std::tuple<int, int, int, bool> rows[] = {
-      {2024, 2, 29, true},  {2023, 2, 29, false}, {1900, 2, 29, false}, {2000, 2, 29, true},
+      {2024, 2, 29, true},  {2023, 2, 29, false}, {1900, 2, 29, false}, {2400, 2, 29, true},
       {9999, 12, 31, true}, {1, 4, 30, true},     {10000, 1, 1, false}, {0, 1, 1, false},
       {2023, 4, 31, false}, {2023, 13, 1, false}, {2023, 0, 1, false},  {2023, 1, 0, false}};
   for (const auto& [year, month, day, expected] : rows)

@@ -40,6 +40,11 @@ TEST_F(Actions, RunForTheRecordsOfTheSetInRecordOrder) {
     EXPECT_EQ(run(set), started) << set;
     EXPECT_EQ(folder.content("log"), log) << set;
   }
+  folder.put("whole",
+             "\x7F"
+             "ELF, but cut off");
+  std::filesystem::permissions(folder.path("whole"), std::filesystem::perms(0700));
+  EXPECT_EQ(run(2), 0) << "it cannot be started";
 }
 
 TEST_F(Actions, ThatTakeTooLongAreLeftRunning) {
