@@ -5,7 +5,6 @@
 
 #include <ctime>
 #include <map>
-#include <regex>
 
 #include "tests/camera/camera.h"
 
@@ -120,14 +119,16 @@ constexpr std::string_view kLive =
 std::map<std::string, std::string> settings(Device& device) {
   std::map<std::string, std::string> shown;
   const std::string table = readFile(CAMERA_SOURCE_DIR "/framework/endpoint_table.cpp");
-  const std::regex name("\"(\\w+\\.cgi)\"");
-  for (std::sregex_iterator found(table.begin(), table.end(), name), end; found != end; ++found) {
-    const std::string cgi = found->str(1);
+  for (std::size_t end = 0; (end = table.find(".cgi\"", end)) != table.npos; ++end) {
+    const std::size_t begin = table.rfind('"', end) + 1;
+    const std::string cgi = table.substr(begin, end - begin) + ".cgi";
     if (kLive.find(cgi) != kLive.npos) continue;
     std::string& replies = shown[cgi] = device.call(cgi).body;
     if (replies.starts_with("error=400\nmessage=profileid"))
       replies += device.call(cgi + "?profileid=1").body + device.call(cgi + "?profileid=2").body;
-    replies = std::regex_replace(replies, std::regex("time=..:..:..\n"), "");
+    for (std::size_t at = 0; (at = replies.find("time=", at)) != replies.npos; ++at) {
+      if (replies.find(':', at) == at + 7) replies.erase(at, sizeof "time=12:00:00");
+    }
   }
   return shown;
 }
