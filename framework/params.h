@@ -199,7 +199,7 @@ struct TypedRow : ParamRow {
     row.accepted = text;
     return row;
   }
-  // Adds a check. The text describes what it accepts.
+  // Adds a check. The text replaces the description of all that the row accepts.
   constexpr TypedRow also(bool (*further)(std::string_view), const char* text) const {
     TypedRow row = saying(text);
     row.check = further;

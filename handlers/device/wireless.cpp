@@ -93,7 +93,7 @@ bool keysFit(const Combination& c) {
   return !dropsWep && !dropsWpa;
 }
 
-// The record, and the parameters that merge() stores only under conditions.
+// The record, and the parameters that merge() stores only under conditions; activeKey is only checked.
 struct Wanted {
   WirelessSettings record;
   std::int32_t channel = -1;  // -1: not given

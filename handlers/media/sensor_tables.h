@@ -59,7 +59,8 @@ int numberOf(const ValueSet& values, std::string_view value, int stored);
 std::string valueOf(const ValueSet& values, int stored);
 std::string offeredBy(const ValueSet& values);   // "off,low,high", "0...100", "0,50,100"
 std::string acceptedBy(const ValueSet& values);  // in words, for a refusal
-// The nearest accepted number of steps; of two, the larger. Another set returns the number unchanged.
+// Of Steps, the accepted value nearest to the number; of two equally near ones, the larger. Of any other set,
+// the number itself.
 int nearestTo(int number, const ValueSet& values);
 
 // A model's row: a pointer to a ValueSet for each capability.
