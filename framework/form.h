@@ -1,7 +1,6 @@
 // Parser of application/x-www-form-urlencoded texts.
 #pragma once
 
-#include <functional>
 #include <map>
 #include <string>
 #include <string_view>

@@ -1,6 +1,7 @@
 // Checks, stores and reports parameters by their rows.
 #include "framework/params.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "framework/reply.h"

@@ -2,7 +2,6 @@
 // checked and stored, and what the reply contains.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>

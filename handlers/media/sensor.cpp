@@ -2,6 +2,7 @@
 #include "platform/product/sensor.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "handlers/endpoint.h"
 #include "handlers/media/sensor_tables.h"
