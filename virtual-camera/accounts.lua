@@ -1,6 +1,8 @@
 -- Refuses what the access list does not grant to the account that has logged in. What it does not name is for the
 -- administrator. A name is looked up as mod_cgi will find it: with the path decoded, and without what follows it.
 
+local refuse = dofile("/etc/camera/common.lua")(lighty).refuse
+
 local kLogins = "/run/camera/accounts/logins"  -- as refreshAccounts writes it
 local kAccess = "/etc/camera/access"
 
@@ -9,12 +11,6 @@ local function read(path)
   local text = file and file:read("*a")
   if file then file:close() end
   return text or ""
-end
-
-local function refuse(status, message)
-  lighty.r.resp_header["Content-Type"] = "text/plain; charset=utf-8"
-  lighty.r.resp_body.set("error=" .. status .. "\nmessage=" .. message .. "\n")
-  return status
 end
 
 -- Returns the second word of the line that begins with this name.

@@ -1,5 +1,8 @@
 -- Checks every request before the web server does: its form, its host and the site it comes from.
 
+local common = dofile("/etc/camera/common.lua")(lighty)
+local refuse, isAllowed = common.refuse, common.isAllowed
+
 local kMethods = { GET = true, HEAD = true, POST = true }
 local kMaxTarget = 60 * 1024  -- bytes; lighttpd.conf allows 64 KiB with the headers
 local kMaxFields = 200        -- of the header; each entry of a list counts
@@ -13,12 +16,6 @@ local logins = io.open("/run/camera/accounts/logins")
 if logins then
   lighty.r.req_env["ACCOUNTS"] = (logins:read("*l") or ""):match("^# ([%d.]+)$")
   logins:close()
-end
-
-local function refuse(status, message)
-  lighty.r.resp_header["Content-Type"] = "text/plain; charset=utf-8"
-  lighty.r.resp_body.set("error=" .. status .. "\nmessage=" .. message .. "\n")
-  return status
 end
 
 -- Returns the host of an authority in lower case, without user and port.
@@ -44,12 +41,6 @@ local function fields()
     count = count + 1 + commas
   end
   return count
-end
-
--- True if pages of this origin (SCHEME://HOST[:PORT]) were allowed by --allow-origin.
-local function isAllowed(origin)
-  local allowed = " " .. (os.getenv("CAMERA_ORIGINS") or "") .. " "
-  return origin ~= nil and origin:find("^%S+$") ~= nil and allowed:find(" " .. origin:lower() .. " ", 1, true) ~= nil
 end
 
 local function comesFrom(name, host)
@@ -90,7 +81,9 @@ end
 if fields() > kMaxFields then return refuse(431, "at most " .. kMaxFields .. " header fields") end
 
 local host = hostOf(request["Host"] or "")
-if request["Host"] and not isOwn(host) then return refuse(403, "Host: an address, localhost or the camera's name") end
+if request["Host"] and not isOwn(host) then
+  return refuse(403, "Host: an address, or localhost, camera or the machine's name, with or without .local")
+end
 if method == "OPTIONS" then return answerPreflight() end
 if isLink() then return end
 for _, name in ipairs({ "Origin", "Referer" }) do
