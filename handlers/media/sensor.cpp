@@ -39,8 +39,6 @@ class SensorEndpoint final : public Endpoint {
 
   int apply() override {
     ImageSettings wanted = image_;
-    std::size_t taken = 0;
-    auto last = queries().end();
     for (const Capability& capability : capabilities()) {
       const auto query = queries().find(capability.parameter);
       if (query == queries().end() || !sensor_.has(capability)) continue;
@@ -48,19 +46,17 @@ class SensorEndpoint final : public Endpoint {
       const int number = numberOf(values, query->second, image_.*capability.field);
       if (number < 0) return refuse(capability.parameter, acceptedBy(values));
       wanted.*capability.field = static_cast<std::uint8_t>(number);
-      if (query != last) ++taken;  // capabilities with the same parameter are neighbours
-      last = query;
     }
-    if (taken != queries().size()) noteOthers();
+    noteIgnored();
     writeChanged(image_, wanted);
     const int result = commit();
     if (result == 200) image_ = wanted;
     return result;
   }
 
-  void noteOthers() {
+  void noteIgnored() {
     for (const auto& [name, value] : queries()) {
-      if (!takes(name)) noteIgnored(name);
+      if (!takes(name)) Endpoint::noteIgnored(name);
     }
   }
 
