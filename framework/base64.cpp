@@ -45,7 +45,7 @@ std::optional<std::string> decodeBase64(std::string_view text) {
     if (!decodeGroup(text.substr(i, 4), i + 4 == text.size() ? fill : 0, &bits)) return std::nullopt;
     for (const int shift : {16, 8, 0}) bytes += static_cast<char>(bits >> shift & 0xFF);
   }
-  for (std::size_t i = 0; i < fill; ++i) bytes.pop_back();
+  bytes.resize(bytes.size() - fill);
   return bytes;
 }
 

@@ -95,7 +95,6 @@ void serveOne(const Descriptor& client) {
 }
 
 int serve() {
-  unlink(kMeetingPoint.sun_path);
   const Descriptor server(socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
   if (!server.isOpen() || bind(server.number(), generic(kMeetingPoint), sizeof kMeetingPoint) != 0 ||
       listen(server.number(), SOMAXCONN) != 0) {
