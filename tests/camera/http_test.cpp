@@ -163,7 +163,7 @@ TEST_F(Http, OnlyTheEndpointsAndTheCardAreServed) {
   EXPECT_EQ(camera_->get("/volumes/local/clip%0A.cgi").body, "#!/bin/sh\necho; echo run clip\n.cgi");
   std::filesystem::create_symlink("/etc/camera", card / "link");
   for (const char* path : {"/cgi-bin/nothing.cgi", "/cgi-bin/httpport", "/etc/camera/product.conf",
-                           "/cgi-bin/..%2fetc/camera/product.conf"}) {
+                           "/etc/passwd", "/cgi-bin/..%2fetc/camera/product.conf"}) {
     EXPECT_EQ(camera_->get(path).status, 404) << path;
   }
   for (const char* folder : {"/cgi-bin/", "/volumes/local/", "/volumes/local/link/product.conf"})
