@@ -68,7 +68,7 @@ TEST_F(Run, StartsOnceAndEndsWithEverythingItStarted) {
   kill(run, SIGINT);
   EXPECT_EQ(waitFor(run), 0);
   EXPECT_TRUE(processesOf(folder_).empty());
-  expectRefusal({"sim", "status"}, "the camera is off");
+  expectRefusal({"sim", "status"}, "the camera is off (state: ");
 
   const pid_t again = startRun({}, "camera");
   EXPECT_TRUE(within(60, [&] { return answers(moved); })) << readFile(folder_.path("err"));
@@ -91,6 +91,9 @@ TEST_F(Run, RefusesInOneLineAndChangesNothing) {
       {{"settings", "list", "--port=8123"}, "--port is for starting"},
       {{"sim", "--product", "full", "status"}, "--product is for starting"},
       {{"--state", folder_.path("run")}, "run is not a folder"},
+      {{"--state", folder_.path("")},
+       "is not empty and not a camera's state; choose an empty or a new folder"},
+      {{"--state", "/proc/1/new"}, "/proc/1/new cannot be created in /proc/1 (No such file"},
       {{"settings", "list", "--state", folder_.path("run") + "/sub"}, "run is not a folder"},
       {{"--port", "8123", "settings", "list"}, "--port is for starting"},
       {{"sim", "status"}, "the camera is off"},
@@ -98,7 +101,7 @@ TEST_F(Run, RefusesInOneLineAndChangesNothing) {
       {{"--colour", "red"}, "unknown option --colour"}};
   for (const auto& [options, complaint] : rows) expectRefusal(options, complaint);
   close(listener);
-  EXPECT_FALSE(std::filesystem::exists(folder_.path("state")));
+  for (const char* made : {"state", "settings"}) EXPECT_FALSE(std::filesystem::exists(folder_.path(made)));
 
   EXPECT_EQ(inside({"--product=basic", "settings", "get", "system", "model"}), "model=IPCAM-Basic\n");
   expectRefusal({"--product", "full"}, "is of the product \"basic\", not \"full\"");
@@ -112,8 +115,15 @@ TEST_F(Run, RefusesInOneLineAndChangesNothing) {
             readFile(CAMERA_SOURCE_DIR "/virtual-camera/products/corner/product.conf"));
   expectRefusal({"--product", "full"}, "is of the product \"corner\"");
 
+  std::filesystem::rename(folder_.path("state/log"), folder_.path("log"));
+  writeFile(folder_.path("state/log"), "");
+  expectRefusal({"settings", "list"}, "state/log is not a folder; delete it");
+
   if (chown((folder_.path("state/settings")).c_str(), 65534, 65534) == 0)  // which only root can do
-    expectRefusal({}, "state/settings belongs to nobody");
+    expectRefusal(
+        {},
+        "state/settings belongs to nobody, and only that user can use this folder; choose another (--state "
+        "DIR), or make this one yours: sudo chown -R ");
 }
 
 // The first start found no space for some of the files and settings.
@@ -123,6 +133,9 @@ TEST_F(Run, CompletesWhatAnEarlierStartCouldNot) {
   std::filesystem::create_directories(folder);
   writeFile(folder_.path("state/daemons/card-filling"), "");
   writeFile(folder_.path("state/daemons/reset-begun"), "");
+  for (const char* name : {"product", "product.conf", "factory-settings"})
+    std::filesystem::remove(folder_.path("state/") + name);
+  writeFile(folder_.path("state/serial"), "");
   for (const bool isComplete : {false, true}) {
     const int port = freePort();
     const pid_t run = startRun({"--port=" + std::to_string(port)}, "camera");

@@ -155,7 +155,7 @@ int serve() {
 int tell(const std::string& command) {
   std::string answer;
   if (const int error = exchange(kControl, command, &answer); error != 0) {
-    return complain("the camera is off", std::strerror(error));
+    return complain("sim: the daemons do not answer", std::strerror(error));
   }
   const bool isDone = answer.starts_with(kDone);
   answer.erase(0, 1);
