@@ -15,7 +15,8 @@ namespace camera {
 namespace {
 
 // A backup is this line, a line for each element, and a last line with the number of elements, so that a cut
-// backup is noticed.
+// backup is noticed. It does not name its product: this program does not know its own, and a replacement may
+// be a newer product. The help says that values are not compared with what the product has.
 constexpr std::string_view kBackupTitle = "camera-settings backup 2";
 constexpr std::string_view kBackupEnd = "end ";
 constexpr std::size_t kMaxBackup = 1 << 20;  // bytes
@@ -86,7 +87,8 @@ int readBackup(int descriptor, std::string* text) {
 // One run of the program.
 class Command {
  public:
-  Command(SettingsStore& store, CommandStreams* streams) : store_(store), streams_(*streams) {}
+  Command(SettingsStore& store, std::string_view name, CommandStreams* streams)
+      : store_(store), name_(name), streams_(*streams) {}
 
   StoreResult list(Arguments arguments);
   StoreResult get(Arguments arguments);
@@ -104,9 +106,10 @@ class Command {
   StoreResult checkEnd(std::string_view line, std::size_t elements);
   StoreResult refuse(std::string message);
   StoreResult refuseRecord(std::string_view name);
-  StoreResult report(StoreResult result);
+  StoreResult report(const RecordInfo& info, StoreResult result);
 
   SettingsStore& store_;
+  std::string_view name_;  // by which the user called the program
   CommandStreams& streams_;
 };
 
@@ -120,7 +123,7 @@ StoreResult Command::get(Arguments arguments) {
   if (info == nullptr) return refuseRecord(arguments[0]);
   Bytes record(info->size);
   if (const StoreResult result = store_.read(*info, record.data()); result != StoreResult::kDone) {
-    return report(result);
+    return report(*info, result);
   }
   forEachElement(*info, [&](const Field& field, unsigned index, std::size_t offset) {
     const std::string name = elementName(field, index);
@@ -136,7 +139,7 @@ StoreResult Command::set(Arguments arguments) {
   if (info == nullptr) return refuseRecord(arguments[0]);
   Bytes record(info->size);
   if (const StoreResult result = store_.read(*info, record.data()); result != StoreResult::kDone) {
-    return report(result);
+    return report(*info, result);
   }
   for (const std::string_view assignment : arguments.subspan(1)) {
     std::string_view value = assignment;
@@ -148,7 +151,7 @@ StoreResult Command::set(Arguments arguments) {
       return refuse(accepted(*info, *element->field));
     }
   }
-  return report(store_.write(*info, record.data()));
+  return report(*info, store_.write(*info, record.data()));
 }
 
 // Resets the other records even if one cannot be reset.
@@ -161,7 +164,7 @@ StoreResult Command::reset(Arguments arguments) {
     records = {&info, 1};
   }
   StoreResult worst = StoreResult::kDone;
-  for (const RecordInfo* each : records) worst = std::max(worst, report(store_.reset(*each)));
+  for (const RecordInfo* each : records) worst = std::max(worst, report(*each, store_.reset(*each)));
   return worst;
 }
 
@@ -171,7 +174,7 @@ StoreResult Command::backup(Arguments /*arguments*/) {
   for (const RecordInfo* info : restorable()) {
     Bytes record(info->size);
     if (const StoreResult result = store_.read(*info, record.data()); result != StoreResult::kDone) {
-      return report(result);
+      return report(*info, result);
     }
     forEachElement(*info, [&](const Field& field, unsigned index, std::size_t offset) {
       text += std::string(info->name) + "." + elementName(field, index) + "=" +
@@ -261,7 +264,7 @@ StoreResult Command::checkEnd(std::string_view line, std::size_t elements) {
 
 StoreResult Command::writeRestored(const std::vector<Restored>& restored) {
   for (const Restored& entry : restored) {
-    const StoreResult result = report(store_.overwrite(*entry.info, entry.record.data()));
+    const StoreResult result = report(*entry.info, store_.overwrite(*entry.info, entry.record.data()));
     if (result != StoreResult::kDone) return result;
   }
   return StoreResult::kDone;
@@ -283,8 +286,14 @@ StoreResult Command::refuseRecord(std::string_view name) {
   return refuse("no record " + shown(name) + "; there are " + names);
 }
 
-StoreResult Command::report(StoreResult result) {
-  if (result != StoreResult::kDone) streams_.error = store_.fault();
+// For a damaged record, names the remedy and not the file, whose folder may exist only in a sandbox.
+StoreResult Command::report(const RecordInfo& info, StoreResult result) {
+  if (result == StoreResult::kDone) return result;
+  streams_.error = store_.fault();
+  if (result == StoreResult::kFailed && store_.error() == 0) {
+    streams_.error.erase(0, streams_.error.rfind('/') + 1);
+    streams_.error.append("; restore its factory defaults: ").append(name_).append(" reset ") += info.name;
+  }
   return result;
 }
 
@@ -335,7 +344,7 @@ int runSettingsCommand(SettingsStore& store, std::string_view name,
     streams->error = "usage: " + usage(name, verb);
     if (rest.size() < verb.fewest || rest.size() > verb.most) break;
     streams->error.clear();
-    Command command(store, streams);
+    Command command(store, name, streams);
     return static_cast<int>((command.*verb.run)(rest));
   }
   return static_cast<int>(StoreResult::kRefused);

@@ -137,7 +137,9 @@ TEST_F(SettingsCommand, NamesTheFileThatCannotBeReadOrWritten) {
   disk.content("sample").resize(3);
   for (const Arguments& arguments : {Arguments{"get", "sample"}, {"set", "sample", "flag=0"}, {"backup"}}) {
     EXPECT_EQ(run(arguments), 2) << arguments[0];
-    EXPECT_EQ(streams.error + streams.output, "disk/sample: wrong size") << arguments[0];
+    EXPECT_EQ(streams.error + streams.output,
+              "sample: wrong size; restore its factory defaults: ./run settings reset sample")
+        << arguments[0];
   }
   disk.failing = "sync";
   EXPECT_EQ(run({"set", "linked", "number=1"}), 2);
