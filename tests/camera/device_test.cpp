@@ -72,6 +72,8 @@ TEST(Device, ARebootKeepsSettingsAndAResetDoesNotAndAFailedResetRestartsNothing)
   startReboot(rebooted);
   expectRestart(rebooted, port);
   expectRestart(reset, reset.factoryPort);
+  EXPECT_NE(rebooted.log().find("The camera restarts."), std::string::npos);
+  EXPECT_NE(reset.log().find("The camera was reset and restarts."), std::string::npos);
 
   EXPECT_TRUE(hasLine(rebooted.call("network.cgi"), "dns1=9.9.9.9"));
   EXPECT_TRUE(hasLine(rebooted.call("datetime.cgi"), "date=2001-02-03"));
