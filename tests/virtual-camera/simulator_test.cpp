@@ -128,7 +128,10 @@ TEST(Control, ChangesTheNextPackages) {
   EXPECT_EQ(card, 6U);
   EXPECT_TRUE(camera.log.text().ends_with(std::string(" a \0\\\n", 6)));
 
+  camera.head = Head{lopsided()};
+  camera.head.remember("home 30 10\n");
   const std::string before = control(target, "status").text + camera.log.text();
+  EXPECT_TRUE(before.starts_with("head=-70,10\nhome=-70,10\n")) << "as the endpoints show it: " << before;
   const std::string longest = "log " + std::string(1000, 'x');
   const std::string longer = longest + "x";
   for (const char* bad :

@@ -233,11 +233,15 @@ void tellLines(std::ostream& out, const char* name, const std::array<bool, Camer
   for (std::size_t i = 0; i < count; ++i) out << name << i + 1 << "=" << kOffOn[lines[i] ? 1 : 0] << "\n";
 }
 
+// Shows positions as the endpoints do, which mirror the pan.
 void tellHead(std::ostream& out, const Head& head) {
-  out << "head=" << head.position() << (head.moves() ? " moving" : "") << "\n"
-      << "home=" << head.home() << "\n";
+  const auto shown = [&design = head.design()](Position at) {
+    return Position{design.pmin + design.pmax - at.pan, at.tilt};
+  };
+  out << "head=" << shown(head.position()) << (head.moves() ? " moving" : "") << "\n"
+      << "home=" << shown(head.home()) << "\n";
   for (const auto& [name, at] : head.presets()) {
-    if (!name.empty()) out << "preset." << name << "=" << at << "\n";
+    if (!name.empty()) out << "preset." << name << "=" << shown(at) << "\n";
   }
 }
 
