@@ -128,6 +128,7 @@ TEST(DaemonClient, ReachesOnlyWhoListens) {
     EXPECT_FALSE(connectToDaemon(path.c_str(), milliseconds(1000)).isOpen()) << path;
   {
     const Descriptor listener(listenAt(folder.path("busy"), 0));
+    EXPECT_FALSE(connectToDaemon(folder.path("busy").c_str(), milliseconds(0)).isOpen()) << "no time is left";
     const Descriptor first = connectToDaemon(folder.path("busy").c_str(), milliseconds(500));
     EXPECT_TRUE(first.isOpen());
     const auto start = Clock::now();

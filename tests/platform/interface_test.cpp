@@ -68,6 +68,7 @@ TEST(DefaultGateway, IsThatOfTheLowestMetric) {
   const std::pair<std::string, const char*> rows[] = {
       {first + second + first, "192.168.0.2"},
       {"eth0\t00000000\t0300A8C0\t0003\t0\t0\t-1\t00000000\n" + first, "192.168.0.1"},
+      {first + "eth0\t00000000\t0300A8C0\t0003\t0\t0\t100\t00000000\n", "192.168.0.1"},
       {"eth0\t00000000\t00000000\t0001\t0\t0\t0\t00000000\n" + first, "0.0.0.0"},
       {"eth0\t0000A8C0\t0300A8C0\t0003\t0\t0\t0\t00000000\n", "0.0.0.0"},
       {"eth\t00000000\t0300A8C0\t0003\t0\t0\t0\t00000000\n", "0.0.0.0"},

@@ -59,8 +59,8 @@ TEST_F(SettingsCommand, PrintsAndRefusesByItsArguments) {
     EXPECT_EQ(streams.output, "") << testing::PrintToString(wrong);
   }
   EXPECT_NE(output({"--help"}).find("./run settings restore "), std::string::npos);
-  run({"get", "a\nb"});
-  EXPECT_EQ(streams.error, "no record a?b; there are sample, whole, linked");
+  run({"get", "a\nb" + std::string(62, 'x')});
+  EXPECT_EQ(streams.error, "no record a?b" + std::string(61, 'x') + "; there are sample, whole, linked");
   run({"get"});
   EXPECT_EQ(streams.error, "usage: ./run settings get RECORD [FIELD]");
 }

@@ -58,6 +58,23 @@ TEST(EveryRecord, HasDefaultsWithinItsBounds) {
   for (const RecordInfo* info : kRecords) EXPECT_EQ(firstInvalid(*info, info->defaults), "") << info->name;
 }
 
+// No endpoint shows some of the switches. More accounts than slots would be written behind them.
+TEST(EveryRecord, RefusesASwitchThatIsNeitherOnNorOffAndTooManyAccounts) {
+  for (const RecordInfo* info : kRecords) {
+    for (const Field& field : info->fields) {
+      const std::string_view name = field.name;
+      const int most = name.ends_with("enable") ? 1 : name.ends_with("user_count") ? 20 : 255;
+      if (most == 255) continue;
+      const auto* defaults = static_cast<const std::uint8_t*>(info->defaults);
+      std::vector<std::uint8_t> record(defaults, defaults + info->size);
+      for (const int value : {most, most + 1}) {
+        record[field.offset] = static_cast<std::uint8_t>(value);
+        EXPECT_EQ(firstInvalid(*info, record.data()), value > most ? name : "") << info->name;
+      }
+    }
+  }
+}
+
 TEST(StoreFile, WithoutAFolderReadsTheDefaults) {
   PosixStoreFiles nowhere(testing::TempDir() + "no-such-folder");
   EXPECT_TRUE(same(stored(nowhere), kSampleDefaults));
