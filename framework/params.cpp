@@ -10,7 +10,6 @@ namespace camera {
 namespace {
 
 constexpr std::size_t kMostEchoed = 64;  // bytes of a name that a message repeats at most
-constexpr std::size_t kMostLogged = 40;  // bytes of a name that the log repeats at most
 
 // Cuts a UTF-8 text to at most kMostEchoed bytes, without splitting a character.
 std::string_view startOf(std::string_view text) {
@@ -138,25 +137,25 @@ std::string charactersOf(const ParamRow& row) {
   return text;
 }
 
-bool isKnown(std::string_view name, std::span<const ParamRow> rows) {
-  return std::any_of(rows.begin(), rows.end(), [name](const ParamRow& row) { return name == row.name; });
-}
-
 // The first parameter that no row names.
-std::string_view unknownName(const Queries& params, std::span<const ParamRow> rows) {
+std::string_view unknownName(const Queries& params, const ParamList& list) {
   for (const auto& [name, value] : params) {
-    if (!isKnown(name, rows)) return name;
+    if (list.find(name) == nullptr) return name;
   }
   return {};
 }
 
-// The message that rejects the value of a row.
-std::string rejected(const ParamRow& row, std::string_view value, const void* state) {
+// Rejects the value of a row.
+Refusal rejected(const ParamRow& row, std::string_view value, const void* state) {
   const std::string_view fault = row.fault != nullptr ? row.fault(value) : "";
-  return joined({row.name, ": ", fault, fault.empty() ? "" : "; ", acceptedBy(row, state)});
+  return {row.name, joined({fault, fault.empty() ? "" : "; ", acceptedBy(row, state)})};
 }
 
 }  // namespace
+
+bool areNumbers(Words words) {
+  return std::all_of(words.begin(), words.end(), isJsonInteger);
+}
 
 std::string anyOf(Words words) {
   std::string text;
@@ -183,25 +182,26 @@ std::string shortened(std::string_view text) {
   return joined({start, start.size() < text.size() ? "..." : ""});
 }
 
-std::string unknownParam(std::string_view name) {
-  return (name.empty() ? "(no name)" : shortened(name)) + ": no such parameter";
+Refusal unknownParam(std::string_view name) {
+  return {name.empty() ? "(no name)" : shortened(name), "no such parameter"};
 }
 
-void appendName(std::string_view name, std::string* names) {
-  if (!names->empty()) *names += ", ";
-  if (name.empty()) *names += "(no name)";
-  for (const char c : name.substr(0, kMostLogged)) {
-    if (c > ' ' && c <= '~') {
-      *names += c;
-    } else {
-      appendEscaped(c, names);
-    }
+std::string_view switchWord(bool isOn, Words words) {
+  for (const Words& choice : {Words{kOffOn}, Words{kNoYes}}) {
+    const bool isSwitch = indexOf(choice[0], words) >= 0 && indexOf(choice[1], words) >= 0;
+    if (isSwitch) return choice[isOn ? 1 : 0];
   }
-  if (name.size() > kMostLogged) *names += "...";
+  return {};
 }
 
-bool ParamList::take(const Queries& params, void* state, std::uint64_t* given, std::string* ignored,
-                     std::string* refusal) const {
+const ParamRow* ParamList::find(std::string_view name) const {
+  const auto row =
+      std::find_if(rows.begin(), rows.end(), [name](const ParamRow& r) { return name == r.name; });
+  return row == rows.end() ? nullptr : &*row;
+}
+
+bool ParamList::take(const Queries& params, void* state, std::uint64_t* given,
+                     std::vector<std::string>* ignored, Refusal* refusal) const {
   std::size_t found = 0;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const ParamRow& row = rows[i];
@@ -212,29 +212,29 @@ bool ParamList::take(const Queries& params, void* state, std::uint64_t* given, s
       ++found;
       *given |= std::uint64_t{1} << i;
       const bool handled = isHandled(row, state);
-      if (!handled) appendName(row.name, ignored);
+      if (!handled) ignored->emplace_back(row.name);
       if (!handled || takeOne(row, query->second, state)) continue;
     }
     // A required parameter may be missing because its name is misspelled: report the unknown name instead.
     const std::string_view stranger =
-        isGiven || unknown == UnknownNames::kIgnore ? "" : unknownName(params, rows);
+        isGiven || unknown == UnknownNames::kIgnore ? "" : unknownName(params, *this);
     *refusal = !stranger.empty() ? unknownParam(stranger)
                : isGiven         ? rejected(row, query->second, state)
-                                 : std::string{row.name} + ": required: " + acceptedBy(row, state);
+                                 : Refusal{row.name, "required: " + acceptedBy(row, state)};
     return false;
   }
   if (found != params.size() && unknown == UnknownNames::kRefuse) {
-    *refusal = unknownParam(unknownName(params, rows));
+    *refusal = unknownParam(unknownName(params, *this));
     return false;
   }
   if (params.size() > most) {
-    *refusal = unknownParam(unknownName(params, rows)) + " (a request has at most " +
-               decimal(static_cast<std::int64_t>(most)) + " here)";
+    *refusal = unknownParam(unknownName(params, *this));
+    refusal->message += " (a request has at most " + decimal(static_cast<std::int64_t>(most)) + " here)";
     return false;
   }
   if (found == params.size()) return true;
   for (const auto& [name, value] : params) {
-    if (!isKnown(name, rows)) appendName(name, ignored);
+    if (find(name) == nullptr) ignored->push_back(name);
   }
   return true;
 }
@@ -248,7 +248,9 @@ void ParamList::reply(Reply& reply, const void* state) const {
     } else if (row.fieldKind == FieldKind::kText || row.fieldKind == FieldKind::kView) {
       reply.pair(row.name, fieldText(row, field));
     } else {
-      reply.pair(row.name, wordAt(wordsOf(row, state), fieldNumber(row, field)));
+      const Words words = wordsOf(row, state);
+      const std::string_view word = wordAt(words, fieldNumber(row, field));
+      reply.isJson() && areNumbers(words) ? reply.number(row.name, word) : reply.pair(row.name, word);
     }
   }
 }

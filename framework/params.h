@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <vector>
 
 #include "framework/checks.h"
 #include "framework/form.h"
@@ -49,11 +50,15 @@ struct ParamRow {
   const char* (*fault)(std::string_view value) = nullptr;       // of a rejected value; empty: none to name
   bool (*take)(std::string_view value, void* state) = nullptr;  // of kOwn; false: rejected
   const char* accepted = nullptr;  // describes the accepted values, in place of acceptedBy's own text
+  char separator = '\0';           // of a list in one text, which a JSON request may give as an array
 };
 
 // Describes the accepted values: "1 to 65535", "off or on", "1 to 36 letters, digits, _ - .". Returns the
 // row's accepted text instead if it has one, unless the values depend on the state and there is a state.
 std::string acceptedBy(const ParamRow& row, const void* state);
+
+// True if all words are decimal integers.
+bool areNumbers(Words words);
 
 // Lists the words: "off or on", "auto, manual, day or night". Leaves out empty words.
 std::string anyOf(Words words);
@@ -61,12 +66,18 @@ std::string anyOf(Words words);
 // Returns the start of a text from the request, for a message of the reply.
 std::string shortened(std::string_view text);
 
-// Returns the message that rejects an unknown name. A long name is cut.
-std::string unknownParam(std::string_view name);
+// Why a request is rejected. In text, the parameter, a colon and the message are one message.
+struct Refusal {
+  std::string parameter;  // at fault; empty if none is
+  std::string message;    // what is accepted, or why the value is not
+};
 
-// Appends a parameter's name to a list for the log. A long name is cut. What is not visible ASCII is written
-// as %XX, so that no name can start a line.
-void appendName(std::string_view name, std::string* names);
+// Rejects an unknown name. A long name is cut.
+Refusal unknownParam(std::string_view name);
+
+// A JSON request's word for a switch: "on" or "yes" if these words are the value's choice, "off" or "no";
+// empty if the words are no switch.
+std::string_view switchWord(bool isOn, Words words);
 
 enum class UnknownNames : std::uint8_t { kRefuse, kIgnore };
 
@@ -77,11 +88,14 @@ struct ParamList {
   std::size_t most = SIZE_MAX;  // parameters that a request may have
 
   // Stores every given parameter in the state and sets its row's bit in given. Appends the names of those
-  // that it ignores to ignored. Returns false, with a message in refusal, if a parameter is missing, unknown
+  // that it ignores to ignored. Returns false, with the reason in refusal, if a parameter is missing, unknown
   // or not accepted, or if there are too many. The state may then be half written: pass a copy of one that is
   // still needed.
-  bool take(const Queries& params, void* state, std::uint64_t* given, std::string* ignored,
-            std::string* refusal) const;
+  bool take(const Queries& params, void* state, std::uint64_t* given, std::vector<std::string>* ignored,
+            Refusal* refusal) const;
+
+  // The row of that name; null if there is none.
+  const ParamRow* find(std::string_view name) const;
 
   // Adds one line for each row that has a field and is handled.
   void reply(Reply& reply, const void* state) const;
@@ -208,6 +222,12 @@ struct TypedRow : ParamRow {
   constexpr TypedRow naming(const char* (*fault)(std::string_view)) const {
     TypedRow row = *this;
     row.fault = fault;
+    return row;
+  }
+  // The value is a list with that separator between its texts.
+  constexpr TypedRow listedBy(char separator) const {
+    TypedRow row = *this;
+    row.separator = separator;
     return row;
   }
   // kBounds: Bounds (const State&). The text describes them if there is no state.

@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "framework/checks.h"
@@ -41,20 +42,35 @@ void appendEncoded(std::string& line, std::string_view text) {
   }
 }
 
+// Most lines need no encoding: their bytes are copied at once.
 void appendLine(std::string& lines, std::string_view key, std::string_view value) {
+  const auto isPlain = [](std::string_view text) {
+    return std::none_of(text.begin(), text.end(), isControl);
+  };
+  if (isPlain(key) && isPlain(value)) {
+    const std::size_t start = lines.size();
+    lines.resize(start + key.size() + value.size() + 2, '\n');
+    char* end = std::copy(key.begin(), key.end(), &lines[start]);
+    *end = '=';
+    std::copy(value.begin(), value.end(), end + 1);
+    return;
+  }
   appendEncoded(lines, key);
   lines += '=';
   appendEncoded(lines, value);
   lines += '\n';
 }
 
-void write(const Reason& reason, const std::string& header, const std::string& body) {
-  constexpr std::string_view kType = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
+constexpr std::string_view kTextType = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
+constexpr std::string_view kJsonType =
+    "\r\nContent-Type: application/json; charset=utf-8\r\nContent-Length: ";
+
+void write(const Reason& reason, std::string_view type, const std::string& header, const std::string& body) {
   constexpr std::size_t kOtherBytes = 64;  // at most; status, length and line ends
   const Decimal length(static_cast<std::int64_t>(body.size()));
   std::string response;
-  response.reserve(header.size() + kType.size() + kOtherBytes + body.size());
-  response.append(header).append("Status: ").append(reason.status).append(kType);
+  response.reserve(header.size() + type.size() + kOtherBytes + body.size());
+  response.append(header).append("Status: ").append(reason.status).append(type);
   response.append(length.text()).append("\r\n\r\n").append(body);
   std::string_view rest = response;
   while (!rest.empty()) {
@@ -71,23 +87,49 @@ Reply::Reply() {
 }
 
 void Reply::pair(std::string_view key, std::string_view value) {
-  appendLine(body_, key, value);
+  isJson_ ? object_.add(key, value) : appendLine(body_, key, value);
 }
 
 void Reply::pair(std::string_view key, int value) {
-  appendLine(body_, key, Decimal(value).text());
+  const Decimal digits(value);
+  isJson_ ? object_.addValue(key, digits.text()) : appendLine(body_, key, digits.text());
+}
+
+void Reply::number(std::string_view key, std::string_view digits) {
+  isJson_ ? object_.addValue(key, digits) : appendLine(body_, key, digits);
+}
+
+void Reply::list(std::string_view key, std::string_view items, ListOf kind) {
+  isJson_ ? object_.addValue(key, jsonList(items, kind)) : pair(key, items);
 }
 
 void Reply::send() const {
-  write(reasonOf(200), header_, body_);
+  const Reason& reason = reasonOf(200);
+  isJson_ ? write(reason, kJsonType, header_, object_.text() + "\n")
+          : write(reason, kTextType, header_, body_);
 }
 
-void Reply::sendFailure(int code, std::string_view message) const {
+std::string Reply::failureJson(int code, std::string_view parameter, std::string_view message) const {
+  JsonObject failure;
+  failure.add("error", code);
+  if (!parameter.empty()) failure.add("parameter", parameter);
+  if (!message.empty()) failure.add("message", message);
+  return failure.text() + "\n";
+}
+
+void Reply::sendFailure(int code, std::string_view parameter, std::string_view message) const {
   const Reason& reason = reasonOf(code);
+  if (isJson_) return write(reason, kJsonType, header_, failureJson(reason.code, parameter, message));
   std::string body;
   appendLine(body, "error", Decimal(reason.code).text());
-  if (!message.empty()) appendLine(body, "message", message);
-  write(reason, header_, body);
+  if (!message.empty()) {
+    body += "message=";
+    appendEncoded(body, parameter);
+    if (!parameter.empty()) body += ": ";
+    appendEncoded(body, message);
+    body += '\n';
+  }
+  write(reason, kTextType, header_, body);
 }
 
 }  // namespace camera

@@ -1,8 +1,10 @@
-// The reply: lines of key and value, or an error code and a message.
+// The reply: lines of key and value or a JSON object, or an error code and a message.
 #pragma once
 
 #include <string>
 #include <string_view>
+
+#include "framework/json.h"
 
 namespace camera {
 
@@ -10,25 +12,45 @@ class Reply {
  public:
   Reply();
 
-  // Append one line. Control characters are percent-encoded, so that no key or value can start a new line.
+  // Makes this a JSON reply. Before the first member.
+  void useJson() { isJson_ = true; }
+  bool isJson() const { return isJson_; }
+
+  // Append one line. Control characters are percent-encoded, so that no key or value can start a new line. In
+  // JSON they add a member.
   void pair(std::string_view key, std::string_view value);
   void pair(std::string_view key, int value);
+  // Adds a word that the client reads as a number, such as a volume.
+  void number(std::string_view key, std::string_view digits);
 
-  // Appends complete lines.
+  // Adds a list that has commas between its items. In JSON it is an array of that kind.
+  void list(std::string_view key, std::string_view items, ListOf kind = ListOf::kTexts);
+
+  // Adds a member that has no such form in text. Only for JSON.
+  void value(std::string_view key, std::string_view json) { object_.addValue(key, json); }
+  // The members as a JSON object.
+  std::string json() const { return object_.text(); }
+
+  // Appends complete lines. Only for text.
   void append(std::string_view lines) { body_ += lines; }
 
   // Adds a header line, given without its line end.
   void header(std::string_view line) { header_.append(line).append("\r\n"); }
 
   // send writes the lines with 200 OK. sendFailure writes the code (307, 400, 404, 409 or 500) and the
-  // message, unless that is empty. Both write the whole response to standard output, in one write if
-  // possible. A failed write is ignored: the request has already taken effect.
+  // message, unless that is empty; a line shows the parameter at fault before the message. Both write the
+  // whole response to standard output, in one write if possible. A failed write is ignored: the request has
+  // already taken effect.
   void send() const;
-  void sendFailure(int code, std::string_view message) const;
+  void sendFailure(int code, std::string_view parameter, std::string_view message) const;
 
  private:
+  [[gnu::cold]] std::string failureJson(int code, std::string_view parameter, std::string_view message) const;
+
+  bool isJson_ = false;
   std::string header_;
-  std::string body_;
+  std::string body_;   // of text
+  JsonObject object_;  // of JSON
 };
 
 }  // namespace camera

@@ -3,9 +3,12 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <cstdlib>
+#include <cstring>
+#include <utility>
 
+#include "framework/checks.h"
 #include "platform/text.h"
 
 namespace camera {
@@ -13,26 +16,81 @@ namespace {
 
 constexpr int kMostBytes = 64 * 1024;  // of a query, and of a body
 constexpr std::string_view kFormType = "application/x-www-form-urlencoded";
-
-std::string_view environment(const char* name) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? std::string_view{} : value;
-}
+constexpr std::string_view kJsonType = "application/json";
 
 char lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+// The other text is in lower case.
+bool equalsIgnoringCase(std::string_view text, std::string_view other) {
+  return std::equal(text.begin(), text.end(), other.begin(), other.end(),
+                    [](char left, char right) { return lower(left) == right; });
+}
+
+std::string_view trimmed(std::string_view text) {
+  while (text.ends_with(' ') || text.ends_with('\t')) text.remove_suffix(1);
+  while (text.starts_with(' ') || text.starts_with('\t')) text.remove_prefix(1);
+  return text;
+}
+
 // Ignores parameters of the content type, such as a charset.
-bool isForm(std::string_view contentType) {
-  std::string_view type = contentType.substr(0, contentType.find(';'));
-  while (type.ends_with(' ') || type.ends_with('\t')) type.remove_suffix(1);
-  while (type.starts_with(' ') || type.starts_with('\t')) type.remove_prefix(1);
-  if (type.size() != kFormType.size()) return false;
-  for (std::size_t i = 0; i < type.size(); ++i) {
-    if (lower(type[i]) != kFormType[i]) return false;
+bool isType(std::string_view contentType, std::string_view type) {
+  return equalsIgnoringCase(trimmed(contentType.substr(0, contentType.find(';'))), type);
+}
+
+// The quality in thousandths that the parameters of a media type give: 1000 without one, 0 for a malformed
+// one.
+int qualityOf(std::string_view parameters) {
+  while (!parameters.empty()) {
+    std::string_view value = trimmed(takeUntil(';', &parameters));
+    if (!equalsIgnoringCase(trimmed(takeUntil('=', &value)), "q")) continue;
+    value = trimmed(value);
+    int whole = 0;
+    int thousandths = 0;
+    const std::string_view units = takeUntil('.', &value);
+    const std::string digits =
+        joined({value, std::string_view{"000"}.substr(std::min<std::size_t>(value.size(), 3))});
+    const bool isQuality = parseInteger(units, 0, 1, &whole) && digits.size() == 3 &&
+                           consistsOf(digits, kDigits) &&
+                           parseInteger(digits, 0, whole == 1 ? 0 : 999, &thousandths);
+    return isQuality ? whole * 1000 + thousandths : 0;
   }
-  return true;
+  return 1000;
+}
+
+// What an Accept header says about a media type. Of several items the most specific counts.
+class Preference {
+ public:
+  // The type is "KIND/NAME"; kindRange is "KIND/*".
+  Preference(std::string_view type, std::string_view kindRange) : ranges_{"*/*", kindRange, type} {}
+
+  void read(std::string_view range, int quality) {
+    for (int i = 2; i > specificity_; --i) {
+      if (!equalsIgnoringCase(range, ranges_[i])) continue;
+      specificity_ = i;
+      quality_ = quality;
+    }
+  }
+  int quality() const { return quality_; }
+
+ private:
+  std::string_view ranges_[3];
+  int specificity_ = -1;
+  int quality_ = 0;
+};
+
+[[gnu::cold]] bool weighsJsonMore(std::string_view accept) {
+  Preference json{kJsonType, "application/*"};
+  Preference text{"text/plain", "text/*"};
+  while (!accept.empty()) {
+    std::string_view parameters = takeUntil(',', &accept);
+    const std::string_view range = trimmed(takeUntil(';', &parameters));
+    const int quality = qualityOf(parameters);
+    json.read(range, quality);
+    text.read(range, quality);
+  }
+  return json.quality() > text.quality();
 }
 
 // Fills the text from standard input. False if the input ends too early.
@@ -45,33 +103,80 @@ bool readInput(std::string* text) {
   return true;
 }
 
-// Returns an error message, or null.
-const char* readBody(std::string* form) {
-  const std::string_view stated = environment("CONTENT_LENGTH");
+[[gnu::cold]] void takeJson(std::string_view body, Request* request) {
+  std::vector<JsonMember> members;
+  if (const std::string fault = parseJson(body, &members); !fault.empty()) request->error = "body: " + fault;
+  for (JsonMember& member : members) {
+    if (member.kind == JsonMember::kText || member.kind == JsonMember::kNumber) {
+      request->params.insert_or_assign(std::move(member.name), std::move(member.texts.front()));
+    } else {
+      request->members.push_back(std::move(member));
+    }
+  }
+}
+
+// Returns an error message, or null. A JSON body sets the request's error.
+const char* readBody(const CgiVariables& variables, bool keepsBytes, Request* request) {
+  const std::string_view stated = variables.contentLength;
   int length = 0;
   if (!stated.empty() && !parseInteger(stated, 0, kMostBytes, &length)) return "body: at most 65536 bytes";
   if (length == 0) return nullptr;
-  if (environment("REQUEST_METHOD") != "POST" || !isForm(environment("CONTENT_TYPE")))
-    return "body: a POST of type application/x-www-form-urlencoded";
-  form->resize(static_cast<std::size_t>(length));
-  return readInput(form) ? nullptr : "body: shorter than its Content-Length";
+  const bool isJson = isType(variables.contentType, kJsonType);
+  if (variables.method != "POST" || !(isJson || isType(variables.contentType, kFormType)))
+    return "body: a POST of type application/x-www-form-urlencoded or application/json";
+  std::string body(static_cast<std::size_t>(length), '\0');
+  if (!readInput(&body)) return "body: shorter than its Content-Length";
+  isJson ? takeJson(body, request) : parseForm(body, request->params, keepsBytes);
+  return nullptr;
 }
 
 }  // namespace
 
-Request readRequest(bool keepsBytes) {
-  Request request;
-  const std::string_view query = environment("QUERY_STRING");
-  if (query.size() > kMostBytes) {
-    request.error = "query: at most 65536 bytes";
-    return request;
+// One pass: getenv would search the whole environment for each.
+CgiVariables cgiVariables() {
+  CgiVariables variables;
+  for (const char* const* entry = environ; *entry != nullptr; ++entry) {
+    const char* text = *entry;
+    const auto take = [text](std::string_view start, std::string_view* value) {
+      if (std::strncmp(text, start.data(), start.size()) == 0) *value = text + start.size();
+    };
+    switch (*text) {
+      case 'C':
+        take("CONTENT_LENGTH=", &variables.contentLength);
+        take("CONTENT_TYPE=", &variables.contentType);
+        break;
+      case 'H':
+        take("HTTP_ACCEPT=", &variables.accept);
+        break;
+      case 'Q':
+        take("QUERY_STRING=", &variables.query);
+        break;
+      case 'R':
+        take("REQUEST_METHOD=", &variables.method);
+        break;
+      default:
+        break;
+    }
   }
-  std::string form;
-  request.error = readBody(&form);
-  if (request.error != nullptr) return request;
-  parseForm(query, request.params, keepsBytes);
-  parseForm(form, request.params, keepsBytes);
-  return request;
+  return variables;
+}
+
+void readRequest(const CgiVariables& variables, bool keepsBytes, Request* request) {
+  const bool isLong = variables.query.size() > kMostBytes;
+  if (!isLong) parseForm(variables.query, request->params, keepsBytes);
+  const char* error = isLong ? "query: at most 65536 bytes" : readBody(variables, keepsBytes, request);
+  if (error != nullptr) request->error = error;
+  if (!request->error.empty()) {
+    request->params.clear();
+    request->members.clear();
+  }
+}
+
+// Most clients send */* or a browser's list: neither needs a closer look.
+bool prefersJson(std::string_view accept) {
+  const auto holds = [accept](char c) { return accept.find(c) != accept.npos; };
+  return !accept.empty() && (holds('j') || holds('J') || accept.find("n/*") != accept.npos) &&
+         weighsJsonMore(accept);
 }
 
 }  // namespace camera

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
+#include <utility>
 
 #include "platform/log.h"
 
@@ -24,37 +26,113 @@ constexpr FeatureName kFeatureNames[] = {
     {&ProductInfo::has_icr, "day/night switch"},   {&ProductInfo::wireless, "wireless client"},
 };
 
+constexpr std::size_t kMostLogged = 40;  // bytes of a name that the log repeats at most
+
 const char* nameOf(RecordIndex index) {
   return kRecords[static_cast<std::size_t>(index)]->name;
+}
+
+// Appends a parameter's name to a list for the log. A long name is cut. What is not visible ASCII is written
+// as %XX, so that no name can start a line.
+void appendLogged(std::string_view name, std::string* names) {
+  if (!names->empty()) *names += ", ";
+  if (name.empty()) *names += "(no name)";
+  for (const char c : name.substr(0, kMostLogged)) {
+    if (c > ' ' && c <= '~') {
+      *names += c;
+    } else {
+      appendEscaped(c, names);
+    }
+  }
+  if (name.size() > kMostLogged) *names += "...";
 }
 
 }  // namespace
 
 void Endpoint::serve() {
-  const int result = answer();
-  if (!ignored_.empty() && result < 400)
-    logDebug("%s: ignored: %s", program_invocation_short_name, ignored_.c_str());
+  const CgiVariables variables = cgiVariables();
+  if (prefersJson(variables.accept)) reply_.useJson();
+  const int result = answer(variables);
+  if (!ignored_.empty() && result < 400) reportIgnored();
+  if (!warnings_.empty()) reply_.value("warnings", warnings_.text());
   if (result == 200) {
     reply_.send();
   } else {
-    reply_.sendFailure(result, message_);
+    reply_.sendFailure(result, failure_.parameter, failure_.message);
   }
+}
+
+void Endpoint::reportIgnored() {
+  std::string logged;
+  JsonArray names;
+  for (const std::string& name : ignored_) {
+    appendLogged(name, &logged);
+    names.add(jsonString(shortened(name)));
+  }
+  logDebug("%s: ignored: %s", program_invocation_short_name, logged.c_str());
+  if (isJson()) reply_.value("ignored", names.text());
+}
+
+void Endpoint::warn(std::string_view text) {
+  if (isJson()) warnings_.add(jsonString(text));
+}
+
+void Endpoint::warnOfPort(int stored) {
+  const char* used = std::getenv("SERVER_PORT");
+  if (isJson() && used != nullptr && used != Decimal(stored).text())
+    warn(joined({"httpport: the web server does not listen on this port, but on ", used}));
 }
 
 // A failure of load (404, 500) takes precedence over what is wrong with the request (400). Only
 // Takes::kNothing rejects a parameter first.
-int Endpoint::answer() {
+int Endpoint::answer(const CgiVariables& variables) {
   int result = load();
-  request_ = readRequest(keepsBytes);
-  const bool hasParams = !request_.params.empty();
+  readRequest(variables, keepsBytes, &request_);
+  const bool hasParams = !request_.params.empty() || !request_.members.empty();
   if (hasParams && (result == 200 || takes_ == Takes::kNothing)) {
-    result = applyUntilStored();
-  } else if (result == 200 && request_.error != nullptr) {
+    result = takeMembers();
+    if (result == 200) result = applyUntilStored();
+  } else if (result == 200 && !request_.error.empty()) {
     result = fail(400, request_.error);
   } else if (result == 200 && !hasParams && takes_ == Takes::kCommand) {
     result = refuseMissing();
   }
   return result == 200 ? reply() : result;
+}
+
+// Turns what only JSON has into the texts that a form has.
+int Endpoint::takeMembers() {
+  for (const JsonMember& member : request_.members) {
+    if (const int result = takeMember(member); result != 200) return result;
+  }
+  return 200;
+}
+
+int Endpoint::takeMember(const JsonMember& member) {
+  const ParamRow* row = params_.find(member.name);
+  std::string text;
+  if (member.kind == JsonMember::kBoolean) {
+    text = member.texts.front();
+    const Words words = wordsOf(member.name);
+    if (row != nullptr || !words.empty()) text = switchWord(text == "true", words);
+    if (text.empty()) return refuse(member.name, "true and false are only for off and on, or no and yes");
+  }
+  if (member.kind == JsonMember::kArray) {
+    if (row != nullptr && row->separator == '\0') return refuse(member.name, "an array is only for a list");
+    const char separator = row == nullptr ? ',' : row->separator;
+    for (const std::string& item : member.texts) {
+      if (item.find(separator) != item.npos)
+        return refuse(member.name, joined({"no item may hold ", {&separator, 1}}));
+      text.append(text.empty() ? "" : std::string{separator}).append(item);
+    }
+  }
+  request_.params.insert_or_assign(member.name, text);
+  return 200;
+}
+
+Words Endpoint::wordsOf(std::string_view name) const {
+  const ParamRow* row = params_.find(name);
+  return row == nullptr ? Words{} : row->words;
 }
 
 int Endpoint::applyUntilStored() {
@@ -64,7 +142,7 @@ int Endpoint::applyUntilStored() {
     holdStore();
     isOvertaken_ = false;
     writeResult_ = StoreResult::kDone;
-    message_.clear();
+    failure_ = {};
     given_ = 0;
     ignored_.clear();
     result = load();
@@ -77,7 +155,7 @@ int Endpoint::applyUntilStored() {
 }
 
 int Endpoint::takeParams(void* state) {
-  return params_.take(request_.params, state, &given_, &ignored_, &message_) ? 200 : 400;
+  return params_.take(request_.params, state, &given_, &ignored_, &failure_) ? 200 : 400;
 }
 
 int Endpoint::refuseMissing() {
@@ -88,7 +166,12 @@ int Endpoint::refuseMissing() {
 }
 
 int Endpoint::refuse(std::string_view name, std::string_view what) {
-  return fail(400, joined({name, ": ", what}));
+  return refuse(Refusal{std::string{name}, std::string{what}});
+}
+
+int Endpoint::refuse(Refusal refusal) {
+  failure_ = std::move(refusal);
+  return 400;
 }
 
 int Endpoint::refuseValue(std::size_t row) {
@@ -96,7 +179,7 @@ int Endpoint::refuseValue(std::size_t row) {
 }
 
 int Endpoint::fail(int code, std::string_view why) {
-  message_ = why;
+  failure_ = {{}, std::string{why}};
   return code;
 }
 
@@ -128,8 +211,9 @@ void Endpoint::writeRecord(RecordIndex index, const void* record) {
   if (writeResult_ == StoreResult::kDone) return;
   const bool isRefused = writeResult_ == StoreResult::kRefused;
   isOvertaken_ = isRefused && isStoreOvertaken();
-  message_ = joined({"settings: ", nameOf(index), isRefused ? " refused by the store" : " cannot be stored",
-                     !isRefused && isStoreFull() ? ": no space left" : ""});
+  failure_.message =
+      joined({"settings: ", nameOf(index), isRefused ? " refused by the store" : " cannot be stored",
+              !isRefused && isStoreFull() ? ": no space left" : ""});
 }
 
 int Endpoint::commit(int refused) {
@@ -140,7 +224,7 @@ int Endpoint::commit(int refused) {
 }
 
 int ReadOnlyEndpoint::apply() {
-  return fail(400, unknownParam(queries().begin()->first));
+  return refuse(unknownParam(queries().begin()->first));
 }
 
 }  // namespace camera

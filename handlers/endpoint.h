@@ -66,18 +66,31 @@ class Endpoint {
   // Stores the parameters in the state, which must be of the table's type. Returns 200, or 400 with the state
   // perhaps half written: pass a copy of one that is still needed.
   int takeParams(void* state);
-  // Adds a parameter that has no effect to those that the log names after the request.
-  void noteIgnored(std::string_view name) { appendName(name, &ignored_); }
+  // Adds a parameter that has no effect to those that the log, and a JSON reply, names after the request.
+  void noteIgnored(std::string_view name) { ignored_.emplace_back(name); }
+  // Adds what a JSON reply says beside its members, such as a stored port that is not in use.
+  void warn(std::string_view text);
+  // Warns if the web server does not listen on the stored port: it may be taken.
+  void warnOfPort(int stored);
   // Appends the table's lines for such a state.
   void showParams(const void* state) { params_.reply(reply_, state); }
   // Rejects a request that lacks parameters; names the first required one.
   int refuseMissing();
   // Rejects a value, with the row's description of what it accepts.
   int refuseValue(std::size_t row);
+  int refuse(Refusal refusal);
+  // The words of a choice, of which a JSON request may give a switch as true or false.
+  virtual Words wordsOf(std::string_view name) const;
 
   void pair(std::string_view key, std::string_view value) { reply_.pair(key, value); }
   void pair(std::string_view key, int value) { reply_.pair(key, value); }
-  Reply& replyText() { return reply_; }
+  void list(std::string_view key, std::string_view items, ListOf kind = ListOf::kTexts) {
+    reply_.list(key, items, kind);
+  }
+  void number(std::string_view key, std::string_view digits) { reply_.number(key, digits); }
+  void value(std::string_view key, std::string_view json) { reply_.value(key, json); }
+  bool isJson() const { return reply_.isJson(); }
+  Reply& fullReply() { return reply_; }
 
   // The product information. Null, with the message set, if it cannot be read.
   const ProductInfo* product();
@@ -107,8 +120,11 @@ class Endpoint {
   bool keepsBytes = false;  // values may be invalid UTF-8, as file names may be
 
  private:
-  int answer();
+  int answer(const CgiVariables& variables);
+  int takeMembers();
+  int takeMember(const JsonMember& member);
   int applyUntilStored();
+  void reportIgnored();
   bool readRecord(RecordIndex index, void* record);
   void writeRecord(RecordIndex index, const void* record);
 
@@ -117,8 +133,9 @@ class Endpoint {
   Request request_;
   std::uint64_t given_ = 0;  // a bit for each row of the parameters
   Reply reply_;
-  std::string message_;  // of a failure
-  std::string ignored_;  // names of parameters, for the log
+  Refusal failure_;
+  std::vector<std::string> ignored_;  // names of parameters
+  JsonArray warnings_;
   Actions actions_;
   bool isOvertaken_ = false;  // the store refused a write because of another client's change
   StoreResult writeResult_ = StoreResult::kDone;

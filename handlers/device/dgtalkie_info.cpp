@@ -6,7 +6,7 @@ namespace camera {
 class DgtalkieInfoEndpoint final : public ReadOnlyEndpoint {
   int reply() override {
     pair("dgtalkie", "yes");
-    pair("supports", "0x01,0x02,0x03,0x04,0x05,0x06");
+    list("supports", "0x01,0x02,0x03,0x04,0x05,0x06");
     return 200;
   }
 };

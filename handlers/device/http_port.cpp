@@ -28,6 +28,7 @@ class HttpPortEndpoint final : public RecordEndpoint<kParams> {
 
   int reply() override {
     pair("httpport", state.http_port);
+    if (queries().empty()) warnOfPort(state.http_port);
     return 200;
   }
 };

@@ -55,7 +55,7 @@ class InfoEndpoint final : public ReadOnlyEndpoint {
 
   void replyFeatures(const ProductInfo& product) {
     replyFeature("wireless", product.wireless);
-    if (product.has_pan_tilt) pair("ptz", product.has_zoom ? "P,T,Z" : "P,T");
+    if (product.has_pan_tilt) list("ptz", product.has_zoom ? "P,T,Z" : "P,T");
     pair("inputs", product.input_count);
     pair("outputs", product.output_count);
     replyFeature("speaker", product.has_speaker);

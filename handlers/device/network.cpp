@@ -80,6 +80,11 @@ class NetworkEndpoint final : public ClientEndpoint<StateEndpoint<kParams>> {
     return refuse(param.name(), joined({"taken by ", other.name()}));
   }
 
+  int reply() override {
+    if (queries().empty()) warnOfPort(state.httpsvr.http_port);
+    return StateEndpoint::reply();
+  }
+
   int carryOut(Network& wanted) override {
     writeChanged(state.lan, wanted.lan);
     writeChanged(state.pppoe, wanted.pppoe);

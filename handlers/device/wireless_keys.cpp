@@ -7,8 +7,7 @@
 namespace camera {
 namespace {
 
-constexpr WepFormat kWepFormats[] = {
-    {5, false, "64"}, {10, true, "64"}, {13, false, "128"}, {26, true, "128"}};
+constexpr WepFormat kWepFormats[] = {{5, false, 64}, {10, true, 64}, {13, false, 128}, {26, true, 128}};
 constexpr std::size_t kWpaDigits = 64;
 
 bool isHex(std::string_view key, std::size_t length) {

@@ -10,7 +10,7 @@ namespace camera {
 struct WepFormat {
   std::size_t length;  // in characters
   bool isHex;          // otherwise printable ASCII
-  const char* bits;    // the key length that replies show
+  int bits;            // the key length that replies show
 };
 
 // Returns null if no WEP key has this length.

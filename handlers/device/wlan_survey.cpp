@@ -45,20 +45,27 @@ class WlanSurveyEndpoint final : public ReadOnlyEndpoint {
   int load() override { return require(&ProductInfo::wireless); }
 
   int reply() override {
-    for (const Site& site : surveySites()) replySite(site);
+    JsonArray networks;
+    for (const Site& site : surveySites()) {
+      const char* auth = authWord(site);
+      const int encryption = indexOf(site.encryption, kSurveyedEncryptions);
+      if (*site.ssid == '\0' || auth == nullptr || encryption < 0) continue;
+      Reply network;
+      if (isJson()) network.useJson();
+      replySite(site, auth, kEncryptionWords[encryption], isJson() ? &network : &fullReply());
+      networks.add(network.json());
+    }
+    if (isJson()) value("networks", networks.text());
     return 200;
   }
 
-  void replySite(const Site& site) {
-    const char* auth = authWord(site);
-    const int encryption = indexOf(site.encryption, kSurveyedEncryptions);
-    if (*site.ssid == '\0' || auth == nullptr || encryption < 0) return;
-    pair("ssid", site.ssid);
-    pair("signal", quality(site.rssi));
-    pair("mode", std::string_view{site.network_type} == "Infra" ? "infrastructure" : "Ad-hoc");
-    pair("channel", site.channel);
-    pair("auth", auth);
-    pair("encryption", kEncryptionWords[encryption]);
+  static void replySite(const Site& site, const char* auth, const char* encryption, Reply* reply) {
+    reply->pair("ssid", site.ssid);
+    reply->pair("signal", quality(site.rssi));
+    reply->pair("mode", std::string_view{site.network_type} == "Infra" ? "infrastructure" : "Ad-hoc");
+    reply->pair("channel", site.channel);
+    reply->pair("auth", auth);
+    reply->pair("encryption", encryption);
   }
 };
 

@@ -38,9 +38,9 @@ class EventInfoEndpoint final : public ReadOnlyEndpoint {
     addTrigger("md1", "", "-event");
     for (std::uint32_t i = 1; i <= info.input_count; ++i) addTrigger("input", Decimal(i).text(), "-event");
     pair("num", rules_.count);
-    pair("name", rules_.text);
-    pair("events", triggers_.text);
-    pair("handlers", handlers_.text);
+    list("name", rules_.text);
+    list("events", triggers_.text);
+    list("handlers", handlers_.text);
     return 200;
   }
 

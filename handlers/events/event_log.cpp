@@ -19,15 +19,14 @@ constexpr Kind kKinds[] = {
     {"by Cold Thermal Detection", "tc "}, {"by Digital Input", "di "},
 };
 
-// Appends a line of the log, or a piece of a long one, to the Reply in context, if it reports a detection.
+// Appends a line of the log, or a piece of a long one, to the std::string in context, if it reports a
+// detection.
 void keepDetection(const char* piece, void* context) {
   const std::string_view line = piece;
   const auto* kind = std::find_if(std::begin(kKinds), std::end(kKinds),
                                   [line](const Kind& k) { return line.find(k.phrase) != line.npos; });
   if (kind != std::end(kKinds)) {
-    auto& reply = *static_cast<Reply*>(context);
-    reply.append(kind->mark);
-    reply.append(line);
+    static_cast<std::string*>(context)->append(kind->mark).append(line);
   }
 }
 
@@ -40,11 +39,23 @@ class EventLogEndpoint final : public Endpoint {
  private:
   // If the log cannot be read, the reply is empty.
   int load() override {
-    readCommand(kPrintLog, keepDetection, &replyText());
+    lines_.clear();
+    readCommand(kPrintLog, keepDetection, &lines_);
     return 200;
   }
   int apply() override { return takeParams(nullptr); }
-  int reply() override { return 200; }
+  int reply() override {
+    if (!isJson()) {
+      fullReply().append(lines_);
+      return 200;
+    }
+    JsonArray lines;
+    for (std::string_view rest = lines_; !rest.empty();) lines.add(jsonString(takeUntil('\n', &rest)));
+    value("lines", lines.text());
+    return 200;
+  }
+
+  std::string lines_;
 };
 
 template void serve<EventLogEndpoint>();

@@ -3,7 +3,7 @@
 
 #include "handlers/endpoint.h"
 #include "handlers/events/daemon_command.h"
-#include "handlers/events/numbered.h"
+#include "handlers/numbered.h"
 
 namespace camera {
 namespace {
@@ -41,7 +41,7 @@ class IoEndpoint final : public ParamEndpoint<kParams> {
   // failure stay switched.
   int apply() override {
     for (const ParamRow& row : std::span{kParams.rows}.subspan(static_cast<std::size_t>(outputs_))) {
-      if (queries().find(row.name) != queries().end()) return fail(400, unknownParam(row.name));
+      if (queries().find(row.name) != queries().end()) return refuse(unknownParam(row.name));
     }
     Switches wanted{};
     if (take(&wanted) != 200) return 400;

@@ -1,8 +1,8 @@
 // notify.cgi: the camera's present state, from the packages that its daemons send within four seconds.
 #include "handlers/endpoint.h"
 #include "handlers/events/daemon_command.h"
-#include "handlers/events/numbered.h"
 #include "handlers/events/status_packages.h"
+#include "handlers/numbered.h"
 #include "platform/store/records/audio.h"
 #include "platform/store/records/host.h"
 #include "platform/store/records/ir.h"

@@ -70,10 +70,25 @@ class SensorEndpoint final : public Endpoint {
     for (const Capability& capability : capabilities()) {
       const std::uint8_t stored = image_.*capability.field;
       const bool isListed = capability.values != nullptr || stored < exposureNames_.size();
-      if (sensor_.has(capability) && isListed)
-        pair(capability.parameter, valueOf(valuesOf(capability), stored));
+      if (sensor_.has(capability) && isListed) replyValue(capability, stored);
     }
     return 200;
+  }
+
+  void replyValue(const Capability& capability, int stored) {
+    const ValueSet& values = valuesOf(capability);
+    const std::string value = valueOf(values, stored);
+    isJson() && areNumbers(values) ? number(capability.parameter, value) : pair(capability.parameter, value);
+  }
+
+  Words wordsOf(std::string_view name) const override {
+    for (const Capability& capability : capabilities()) {
+      const bool isMeant =
+          name == capability.parameter && capability.values != nullptr && sensor_.has(capability);
+      const Names* names = isMeant ? namesOf(sensor_.values(capability)) : nullptr;
+      if (names != nullptr) return names->accepted;
+    }
+    return {};
   }
 
   const ValueSet& valuesOf(const Capability& capability) const {

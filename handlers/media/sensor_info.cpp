@@ -52,15 +52,25 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
     if (capability.currentKey != nullptr) return replyCurrent(capability);
     // Two capabilities that offer the same for one parameter have one line.
     const auto [line, isNew] = lines_.emplace(capability.parameter, offeredBy(sensor_.values(capability)));
-    if (isNew) pair(line->first, line->second);
+    if (isNew) replyList(line->first, line->second, sensor_.values(capability));
     return 200;
   }
 
+  void replyList(std::string_view key, std::string_view offered, const ValueSet& values) {
+    const auto* range = std::get_if<Range>(&values);
+    if (!isJson() || range == nullptr)
+      return list(key, offered, areNumbers(values) ? ListOf::kNumbers : ListOf::kTexts);
+    JsonObject bounds;
+    bounds.add("min", range->min);
+    bounds.add("max", range->max);
+    value(key, bounds.text());
+  }
+
   int replyExposureTimes(const Capability& capability) {
-    std::string list;
-    if (!listExposureTimes(exposureTimes(), &list))
+    std::string times;
+    if (!listExposureTimes(exposureTimes(), &times))
       return fail(500, "product information: too long a list of exposure times");
-    pair(capability.parameter, list);
+    list(capability.parameter, times);
     return 200;
   }
 

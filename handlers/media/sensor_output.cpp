@@ -96,7 +96,7 @@ class SensorOutputEndpoint final : public StateEndpoint<kParams> {
   }
 
   int reply() override {
-    pair("supports", state.supports);
+    list("supports", state.supports);
     pair("current", kDisplaySystems[state.current]);
     return 200;
   }

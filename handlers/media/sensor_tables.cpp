@@ -313,13 +313,12 @@ int numberIn(const Levels& levels, std::string_view value, int stored) {
   return hasName ? stored : first;
 }
 
-// Returns the names of a set; null if it has none.
+}  // namespace
+
 const Names* namesOf(const ValueSet& values) {
   const auto* levels = std::get_if<Levels>(&values);
   return levels != nullptr ? &levels->names : std::get_if<Names>(&values);
 }
-
-}  // namespace
 
 std::string listed(Words words) {
   std::string text;
@@ -346,6 +345,11 @@ std::string offeredBy(const ValueSet& values) {
   for (int number = step; number <= kLargestStep; number += step)
     text += joined({",", Decimal(number).text()});
   return text;
+}
+
+bool areNumbers(const ValueSet& values) {
+  const auto* names = std::get_if<Names>(&values);
+  return names != nullptr ? areNumbers(names->all) : !std::holds_alternative<Levels>(values);
 }
 
 std::string acceptedBy(const ValueSet& values) {

@@ -53,11 +53,15 @@ struct Levels {
 
 using ValueSet = std::variant<Range, Steps, Names, Levels>;
 
+// The names of a set; null if it has none.
+const Names* namesOf(const ValueSet& values);
+
 // The number to store for a value, -1 if the value is not accepted.
 int numberOf(const ValueSet& values, std::string_view value, int stored);
 // Returns the value of a stored number. A number beyond the names has the last name.
 std::string valueOf(const ValueSet& values, int stored);
 std::string offeredBy(const ValueSet& values);   // "off,low,high", "0...100", "0,50,100"
+bool areNumbers(const ValueSet& values);         // all values are integers
 std::string acceptedBy(const ValueSet& values);  // in words, for a refusal
 // Of Steps, the accepted value nearest to the number; of two equally near ones, the larger. Of any other set,
 // the number itself.

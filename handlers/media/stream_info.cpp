@@ -2,6 +2,7 @@
 #include "handlers/endpoint.h"
 #include "handlers/media/audio_switch.h"
 #include "handlers/media/sensor_tables.h"
+#include "handlers/numbered.h"
 #include "platform/product/sensor.h"
 #include "platform/store/records/profile.h"
 
@@ -47,66 +48,88 @@ class StreamInfoEndpoint final : public ReadOnlyEndpoint {
     const bool hasModule = known->hasModule(kExtraModule);
     replyVideoProfiles(hasModule);
     replyAudioProfiles(hasModule);
-    line("vban", 0, {stream->bans});
+    isJson() ? value("vban", bans(stream->bans)) : pair("vban", stream->bans);
     return 200;
   }
 
-  // Adds a line. The number is appended to its key, unless it is 0.
-  void line(std::string_view key, int number, std::initializer_list<std::string_view> value) {
-    const Decimal digits(number);
-    pair(joined({key, number == 0 ? "" : digits.text()}), joined(value));
+  // The entries of the text as objects, without the fields that do not restrict them.
+  static std::string bans(std::string_view text) {
+    static constexpr const char* kFields[] = {"profile", "codec", "resolution", "framerates"};
+    JsonArray entries;
+    while (!text.empty()) {
+      std::string_view rest = takeUntil(':', &text);
+      JsonObject entry;
+      for (const char* name : kFields) {
+        const std::string_view field = takeUntil('|', &rest);
+        if (field == "-") continue;
+        const bool areRates = name == kFields[3];
+        if (areRates) {
+          entry.addValue(name, jsonList(field, ListOf::kNumbers));
+        } else {
+          isJsonInteger(field) ? entry.addValue(name, field) : entry.add(name, field);
+        }
+      }
+      entries.add(entry.text());
+    }
+    return entries.text();
   }
 
-  // Adds a line for each profile, all with the same value.
-  void lines(std::string_view key, std::string_view value) {
-    for (int i = 1; i <= kProfiles; ++i) line(key, i, {value});
+  // Adds a text. The number is appended to its key.
+  void line(std::string_view key, int number, std::initializer_list<std::string_view> value) {
+    pair(numbered(key, number), joined(value));
+  }
+
+  // Adds a list for each profile, all with the same items.
+  void lists(std::string_view key, std::string_view items, ListOf kind) {
+    for (int i = 1; i <= kProfiles; ++i) list(numbered(key, i), items, kind);
   }
 
   void replyCodecs(bool hasH264) {
     const std::string all = listed(Words{kCodecs}.first(hasH264 ? 3 : 2));
-    line("videos", 0, {all});
-    line("codeclist", 1, {displaySystem_ == 0 ? all : kUsualCodecs});
-    line("codeclist", 2, {kUsualCodecs});
-    line("codeclist", 3, {kCodecs[kMjpeg]});
-    line("codeclist", 4, {kUsualCodecs});
-    line("audios", 0, {"PCM,ADPCM,AAC"});
+    list("videos", all);
+    list("codeclist1", displaySystem_ == 0 ? all : kUsualCodecs);
+    list("codeclist2", kUsualCodecs);
+    list("codeclist3", kCodecs[kMjpeg]);
+    list("codeclist4", kUsualCodecs);
+    list("audios", "PCM,ADPCM,AAC");
   }
 
   void replyResolutions(const StreamSensor& stream, const VideoSensor& video) {
     const Words all = Words{display_->resolutions}.first(video.resolutions);
-    line("resolutions", 0, {listed(all)});
+    list("resolutions", listed(all));
     for (int i = 1; i <= kProfiles; ++i) {
       const bool isSmaller = (stream.smaller & profileBit(i)) != 0;
-      line("resolutionlist", i, {listed(all.subspan(isSmaller ? 1 : 0))});
+      list(numbered("resolutionlist", i), listed(all.subspan(isSmaller ? 1 : 0)));
     }
   }
 
   void replyRates(const StreamSensor& stream, const VideoSensor& video) {
     const std::string frameRates = listed(display_->offered.of(stream.offersFastRates));
-    line("framerates", 0, {frameRates});
-    lines("frameratelist", frameRates);
-    line("qualitymodes", 0, {listed(Words{kQualityModes}.first(video.hasQualityModes ? 2 : 1))});
+    list("framerates", frameRates, ListOf::kNumbers);
+    lists("frameratelist", frameRates, ListOf::kNumbers);
+    list("qualitymodes", listed(Words{kQualityModes}.first(video.hasQualityModes ? 2 : 1)));
     const std::size_t count = video.manyBitRates != 0 ? std::size(kBitRates) : kCommonBitRates;
     const std::string bitRates = listed(Words{kBitRates}.first(count));
-    line("vbitrates", 0, {bitRates});
-    for (int i = 1; i <= kProfiles; ++i) line("vbitratelist", i, {i == 3 ? "" : bitRates});
-    line("qualities", 0, {kQualities});
-    lines("qualitylist", kQualities);
+    list("vbitrates", bitRates, ListOf::kNumbers);
+    for (int i = 1; i <= kProfiles; ++i)
+      list(numbered("vbitratelist", i), i == 3 ? "" : bitRates, ListOf::kNumbers);
+    list("qualities", kQualities, ListOf::kNumbers);
+    lists("qualitylist", kQualities, ListOf::kNumbers);
   }
 
   void replySound() {
     const std::string volumes = listed(kVolumes);
-    line("asamplerates", 0, {"8"});
-    line("abitrates", 0, {"128"});
-    line("micvol", 0, {volumes});
-    line("cur_micvol", 0, {Decimal(audio_.mic_volume).text()});
-    line("speakervol", 0, {volumes});
-    line("cur_speakervol", 0, {Decimal(audio_.speaker_volume).text()});
+    list("asamplerates", "8", ListOf::kNumbers);
+    list("abitrates", "128", ListOf::kNumbers);
+    list("micvol", volumes, ListOf::kNumbers);
+    pair("cur_micvol", audio_.mic_volume);
+    list("speakervol", volumes, ListOf::kNumbers);
+    pair("cur_speakervol", audio_.speaker_volume);
   }
 
   void replyVideoProfiles(bool hasModule) {
-    line("vprofileformat", 0, {"0.9"});
-    line("vprofilenum", 0, {Decimal(kProfiles).text()});
+    pair("vprofileformat", "0.9");
+    pair("vprofilenum", kProfiles);
     for (int i = 1; i <= kProfiles; ++i) {
       const std::uint8_t codec = profiles_.codec[i];
       const std::string path = joined({kStreamNames[codec], ".cgi?profileid=", Decimal(i).text()});
@@ -118,7 +141,7 @@ class StreamInfoEndpoint final : public ReadOnlyEndpoint {
   }
 
   void replyAudioProfiles(bool hasModule) {
-    line("aprofilenum", 0, {Decimal(std::size(kAudioProfiles)).text()});
+    pair("aprofilenum", static_cast<int>(std::size(kAudioProfiles)));
     int i = 0;
     for (const auto& [codec, path] : kAudioProfiles) {
       line("aprofile", ++i, {codec});

@@ -16,7 +16,8 @@ struct Patrol {
   std::string_view presets;  // names, as the request gives them
 };
 
-constexpr auto kParams = paramRows<Patrol>(textParam<&Patrol::presets>("presets", 0, 479, "_-.,").required());
+constexpr auto kParams =
+    paramRows<Patrol>(textParam<&Patrol::presets>("presets", 0, 479, "_-.,").required().listedBy(','));
 
 // The first slot of that name, counted from 1; 0 if there is none.
 int stopAt(const PtzPresets& presets, std::string_view name) {
@@ -74,7 +75,7 @@ class ConfigAutoPatrolEndpoint final : public PtzEndpoint<StateEndpoint<kParams>
       const std::string_view name = nameOf(presets_.slots[stop - 1]);
       if (!name.empty()) appendItem(&names, name);
     }
-    pair("presets", names);
+    list("presets", names);
     return 200;
   }
 

@@ -7,6 +7,7 @@ namespace camera {
 class PtzPresetListEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   int reply() override {
     if (!ptzRead(&presets_) || !ptzRead(&limits_)) return resultOf(false);
+    if (isJson()) return replyPresets();
     std::string names;
     for (const PtzPreset& preset : presets_.slots) {
       if (!nameOf(preset).empty()) appendItem(&names, nameOf(preset));
@@ -15,6 +16,20 @@ class PtzPresetListEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
     for (const PtzPreset& preset : presets_.slots) {
       if (!nameOf(preset).empty()) replyPreset(preset);
     }
+    return 200;
+  }
+
+  int replyPresets() {
+    JsonArray presets;
+    for (const PtzPreset& preset : presets_.slots) {
+      if (nameOf(preset).empty()) continue;
+      JsonObject entry;
+      entry.add("name", nameOf(preset));
+      entry.add("p", mirrorPan(limits_, preset.position.pan));
+      entry.add("t", preset.position.tilt);
+      presets.add(entry.text());
+    }
+    value("presets", presets.text());
     return 200;
   }
 

@@ -8,6 +8,7 @@
 
 #include "handlers/storage/card_endpoint.h"
 #include "platform/card/card.h"
+#include "platform/shell.h"
 #include "platform/store/records/system.h"
 
 namespace camera {
@@ -18,11 +19,6 @@ inline constexpr char kFieldSeparator = '|';
 // True if the name holds a separator, so that a list cannot show where it ends.
 inline bool isUnlistable(std::string_view name) {
   return name.find(kItemSeparator) != name.npos || name.find(kFieldSeparator) != name.npos;
-}
-
-inline std::string& nextItem(std::string* items) {
-  if (!items->empty()) *items += kItemSeparator;
-  return *items;
 }
 
 inline bool staysBelow(std::string_view path) {
@@ -57,6 +53,20 @@ class CardFilesEndpoint : public CardEndpoint<ParamEndpoint<kParams, kTakes>> {
   // only while the card cannot be used.
   bool isFile(const std::optional<std::string>& path) const {
     return path && canReadFile(productFolder(), *path);
+  }
+
+  // Adds an item to a list for replyItems: of the text in a text reply, of the object in JSON.
+  void addItem(std::string* items, std::string_view text, const JsonObject& object) const {
+    if (!items->empty()) *items += this->isJson() ? ',' : kItemSeparator;
+    *items += this->isJson() ? object.text() : text;
+  }
+
+  void replyItems(const std::string& items) {
+    this->isJson() ? this->value("items", joined({"[", items, "]"})) : this->pair("items", items);
+  }
+
+  void replyPath(std::string_view key, std::string_view path) {
+    this->pair(key, this->isJson() ? std::string{path} : shellQuoted(path));
   }
 
   std::optional<std::string> folderOf(std::string_view path) const {

@@ -13,8 +13,9 @@ struct Wanted {
   std::string_view path;
 };
 
-constexpr auto kParams = paramRows<Wanted>(textParam<&Wanted::entries>("name", 0, INT32_MAX, "", kAnyBytes),
-                                           cardPathParam<&Wanted::path>("path", 0), ignoredParam("type"));
+constexpr auto kParams = paramRows<Wanted>(
+    textParam<&Wanted::entries>("name", 0, INT32_MAX, "", kAnyBytes).listedBy(kItemSeparator),
+    cardPathParam<&Wanted::path>("path", 0), ignoredParam("type"));
 
 // Limits in bytes.
 constexpr std::size_t kMostOfEntry = 333;
@@ -45,8 +46,8 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
     if (const int result = readCard(); result != 200) return result;
     pair("sd_status", cardWord());
     pair("num", deleted_);
-    pair("path", shellQuoted(wanted_.path));
-    pair("items", results_);
+    replyPath("path", wanted_.path);
+    replyItems(results_);
     return 200;
   }
 
@@ -60,7 +61,7 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
       if (entry.size() > kMostOfEntry || name.size() > kMostOfName || pathBytes > kMostOfPath)
         return fail(500, "name: an entry is too long");
       if (const int result = guardUnlistable(begin, name); result != 200) return result;
-      nextItem(&results_).append(name).append(deleteEntry(name, begin < guardedEnd_));
+      addResult(name, deleteEntry(name, begin < guardedEnd_));
     }
     return 200;
   }
@@ -87,6 +88,16 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
     CardFolder folder;
     const int error = folder.open(productFolder(), path) == 0 ? folder.list(isUnlistable, &unlistable_) : 0;
     return error == 0 ? 200 : fail(500, "the card's folder cannot be read");
+  }
+
+  // The result is "|TYPE|CODE".
+  void addResult(std::string_view name, std::string_view result) {
+    if (!isJson()) return addItem(&results_, joined({name, result}), {});
+    JsonObject entry;
+    entry.add("name", name);
+    entry.add("type", result[1] == 'd' ? "folder" : result[1] == 'f' ? "file" : "none");
+    entry.addValue("result", result.substr(3));
+    addItem(&results_, {}, entry);
   }
 
   // Deletes the entry, and returns the result that its item shows.

@@ -37,14 +37,18 @@ class SdcardDownloadEndpoint final : public CardFilesEndpoint<kParams, Takes::kC
     std::string file;
     const Result result = find(&file);
     if (result == kFound) {
-      replyText().header("Cache-Control: no-cache, no-store, must-revalidate");
-      replyText().header("Pragma: no-cache");
-      replyText().header("Connection: close");
-      replyText().header("Location: /volumes/local/" + percentEncoded(file));
+      fullReply().header("Cache-Control: no-cache, no-store, must-revalidate");
+      fullReply().header("Pragma: no-cache");
+      fullReply().header("Connection: close");
+      fullReply().header("Location: /volumes/local/" + percentEncoded(file));
       return 307;
     }
-    pair("path", shellQuoted(wanted_.path));
-    pair("file", shellQuoted(wanted_.file));
+    if (isJson()) {  // text clients expect a result
+      refuse("file", result == kMissing ? "no such file" : "not a file that can be read");
+      return 404;
+    }
+    replyPath("path", wanted_.path);
+    replyPath("file", wanted_.file);
     pair("result", result);
     return 200;
   }

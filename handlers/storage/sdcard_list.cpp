@@ -27,10 +27,6 @@ constexpr auto kParams =
                       choiceParam<&Wanted::pageSize>("pagesize", kPageSizes).storingNumber(),
                       cardPathParam<&Wanted::path>("path", 0), choiceParam<&Wanted::type>("type", kTypes));
 
-void addItem(std::string* items, std::string_view name, std::string_view type, std::int64_t number) {
-  nextItem(items).append(name).append(type).append(Decimal(std::min<std::int64_t>(number, INT32_MAX)).text());
-}
-
 }  // namespace
 
 class SdcardListEndpoint final : public CardFilesEndpoint<kParams> {
@@ -81,24 +77,34 @@ class SdcardListEndpoint final : public CardFilesEndpoint<kParams> {
       if (kind == EntryKind::kOther) continue;
       if (folderBytes_ + 1 + name.size() > kMostPathBytes) return fail(500, "path: too long");
       if (isUnlistable(name)) continue;
-      if (kind == EntryKind::kFolder) addItem(&items_, name, "|d|n|", number);
+      if (kind == EntryKind::kFolder) addEntry(&items_, name, true, number);
       if (kind == EntryKind::kFile)
-        addItem(&files, name, "|f|n|", (number + kBytesPerUnit - 1) / kBytesPerUnit);
+        addEntry(&files, name, false, (number + kBytesPerUnit - 1) / kBytesPerUnit);
     }
-    if (!files.empty()) nextItem(&items_) += files;
+    if (!files.empty()) items_.append(items_.empty() ? "" : isJson() ? "," : ":").append(files);
     return 200;
+  }
+
+  void addEntry(std::string* items, std::string_view name, bool isFolder, std::int64_t number) const {
+    const Decimal shown(std::min<std::int64_t>(number, INT32_MAX));
+    if (!isJson()) return addItem(items, joined({name, isFolder ? "|d|n|" : "|f|n|", shown.text()}), {});
+    JsonObject entry;
+    entry.add("name", name);
+    entry.add("type", isFolder ? "folder" : "file");
+    entry.addValue(isFolder ? "entries" : "kib", shown.text());
+    addItem(items, {}, entry);
   }
 
   void replyPage() {
     pair("sd_status", cardWord());
     if (wanted_.type >= 0) pair("type", kTypes[wanted_.type]);
-    pair("path", shellQuoted(wanted_.path));
+    replyPath("path", wanted_.path);
     pair("page", wanted_.page);
     pair("pagesize", wanted_.pageSize);
     pair("total_file", totalFiles_);
     pair("total_page", totalPages_);
     pair("num", count_);
-    pair("items", items_);
+    replyItems(items_);
   }
 
   Wanted wanted_;

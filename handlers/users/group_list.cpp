@@ -29,17 +29,33 @@ class GroupListEndpoint final : public ParamEndpoint<kParams> {
 
   int reply() override {
     if (selection_.group == kNoGroup) {
-      pair("groups", static_cast<int>(std::size(kGroups)));
-      pair(kGroups[kAdministrator], kAdminWord);
-      pair(kGroups[kUsers], users());
+      replyGroups();
       return 200;
     }
     const ProductInfo* known = product();
     if (known == nullptr) return 500;
-    pair("user", selection_.group == kAdministrator ? kAdminWord : users());
-    pair("privilege", privileges(*known));
+    list("user", members(selection_.group));
+    list("privilege", privileges(*known));
     return 200;
   }
+
+  void replyGroups() {
+    if (!isJson()) {
+      pair("groups", static_cast<int>(std::size(kGroups)));
+      for (const int group : {kAdministrator, kUsers}) pair(kGroups[group], members(group));
+      return;
+    }
+    JsonArray groups;
+    for (const int group : {kAdministrator, kUsers}) {
+      JsonObject entry;
+      entry.add("name", kGroups[group]);
+      entry.addValue("members", jsonList(members(group)));
+      groups.add(entry.text());
+    }
+    value("groups", groups.text());
+  }
+
+  std::string members(int group) const { return group == kAdministrator ? kAdminWord : users(); }
 
   std::string users() const {
     std::string names;

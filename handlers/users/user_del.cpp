@@ -11,7 +11,8 @@ struct Wanted {
 
 constexpr auto kParams =
     paramRows<Wanted>(textParam<&Wanted::names>("name", 1, INT32_MAX, "", kAnyBytes)
-                          .saying("names of ordinary accounts, each once, separated by commas"))
+                          .saying("names of ordinary accounts, each once, separated by commas")
+                          .listedBy(','))
         .ignoringUnknown(1);
 
 void empty(AccountSettings* account, int slot) {
@@ -39,7 +40,7 @@ class UserDelEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   int apply() override {
     Wanted wanted;
     if (take(&wanted) != 200) return 400;
-    if (account_.user_count == 0) return fail(400, "name: there are no ordinary accounts");
+    if (account_.user_count == 0) return refuse("name", "there are no ordinary accounts");
     names_ = wanted.names;
     AccountSettings changed = account_;
     int deleted = 0;
@@ -58,7 +59,7 @@ class UserDelEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   }
 
   int reply() override {
-    pair("name", names_);
+    list("name", names_);
     return 200;
   }
 

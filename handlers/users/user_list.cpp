@@ -33,16 +33,26 @@ class UserListEndpoint final : public ParamEndpoint<kParams> {
       pair("group", kGroups[group_]);
       return 200;
     }
-    pair("users", account_.user_count + 1);
-    pair(account_.admin_name, kGroups[kAdministrator]);
+    if (!isJson()) pair("users", account_.user_count + 1);
+    replyUser(account_.admin_name, kAdministrator);
     for (int slot = 1; slot <= account_.user_count; ++slot) {
-      if (*account_.user_name[slot] != '\0') pair(account_.user_name[slot], kGroups[kUsers]);
+      if (*account_.user_name[slot] != '\0') replyUser(account_.user_name[slot], kUsers);
     }
+    if (isJson()) value("users", users_.text());
     return 200;
+  }
+
+  void replyUser(std::string_view name, Group group) {
+    if (!isJson()) return pair(name, kGroups[group]);
+    JsonObject user;
+    user.add("name", name);
+    user.add("group", kGroups[group]);
+    users_.add(user.text());
   }
 
   AccountSettings account_;
   Group group_ = kNoGroup;  // of the selected account
+  JsonArray users_;
 };
 
 template void serve<UserListEndpoint>();

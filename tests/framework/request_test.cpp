@@ -32,7 +32,7 @@ TEST(Form, ReadsAsTheUrlStandardDoes) {
 }
 
 TEST(Request, ReadsABodyOnlyWhenItIsAFormOfTheLengthItSays) {
-  constexpr char kForm[] = "body: a POST of type application/x-www-form-urlencoded";
+  constexpr char kForm[] = "body: a POST of type application/x-www-form-urlencoded or application/json";
   constexpr char kLength[] = "body: at most 65536 bytes";
   constexpr char kShort[] = "body: shorter than its Content-Length";
   const std::string longest = "a=" + std::string(64 * 1024 - 2, 'x');
@@ -53,14 +53,22 @@ TEST(Request, ReadsABodyOnlyWhenItIsAFormOfTheLengthItSays) {
       {"a=1", {{"REQUEST_METHOD", "PUT"}}, none, kForm},
       {"a=1", {{"CONTENT_LENGTH", "4"}, {"QUERY_STRING", "b=2"}}, none, kShort},
       {"a=1", {{"CONTENT_LENGTH", "-3"}}, none, kLength},
+      {R"({"a":"1"})",
+       {{"CONTENT_TYPE", "Application/JSON;charset=utf-8"}, {"QUERY_STRING", "a=0&b=2"}},
+       {{"a", "1"}, {"b", "2"}},
+       ""},
+      {"{",
+       {{"CONTENT_TYPE", "application/json"}, {"QUERY_STRING", "b=2"}},
+       none,
+       "body: expected a new name in quotes at byte 2"},
   };
   for (const auto& [body, changes, params, error] : rows) {
     CgiInput input = post(body);
     for (const auto& [name, value] : changes) input.environment[name] = value;
     Request request;
-    capture(input, [&] { request = readRequest(false); });
+    capture(input, [&] { readRequest(cgiVariables(), false, &request); });
     EXPECT_EQ(request.params, params) << testing::PrintToString(changes);
-    EXPECT_EQ(request.error == nullptr ? "" : request.error, error) << testing::PrintToString(changes);
+    EXPECT_EQ(request.error, error) << testing::PrintToString(changes);
   }
 }
 
@@ -74,10 +82,12 @@ TEST(Reply, IsTheseBytes) {
   EXPECT_EQ(capture({}, [&] { reply.send(); }),
             "Status: 200 OK"s + kType + "46\r\n\r\na=x%0D%0Ainjected%7F%01\xC3\xA9\nc%0Ad=%\nn=-2\na line\n");
   reply.header("Pragma: no-cache");
-  EXPECT_EQ(capture({}, [&] { reply.sendFailure(409, "a\nb"); }),
+  EXPECT_EQ(capture({}, [&] { reply.sendFailure(409, "", "a\nb"); }),
             "Pragma: no-cache\r\nStatus: 409 Conflict"s + kType + "24\r\n\r\nerror=409\nmessage=a%0Ab\n");
-  EXPECT_EQ(capture({}, [&] { Reply().sendFailure(307, ""); }),
+  EXPECT_EQ(capture({}, [&] { Reply().sendFailure(307, "", ""); }),
             "Status: 307 Temporary Redirect"s + kType + "10\r\n\r\nerror=307\n");
+  EXPECT_EQ(capture({}, [&] { Reply().sendFailure(400, "p\n", "x"); }),
+            "Status: 400 Bad Request"s + kType + "26\r\n\r\nerror=400\nmessage=p%0A: x\n");
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ struct CgiInput {
 };
 
 inline constexpr const char* kVariables[] = {"REQUEST_METHOD", "QUERY_STRING", "CONTENT_TYPE",
-                                             "CONTENT_LENGTH"};
+                                             "CONTENT_LENGTH", "HTTP_ACCEPT",  "SERVER_PORT"};
 
 // A standard stream, and the file in memory that replaces it during each run.
 class Stream {
@@ -51,6 +51,15 @@ inline CgiInput post(const std::string& form) {
                           {"CONTENT_TYPE", "application/x-www-form-urlencoded"},
                           {"CONTENT_LENGTH", std::to_string(form.size())}},
           .body = form};
+}
+
+// A JSON request, which asks for a JSON reply; without a body, a GET.
+inline CgiInput json(const std::string& body, const std::string& query = "") {
+  CgiInput input = body.empty() ? get(query) : post(body);
+  input.environment["QUERY_STRING"] = query;
+  input.environment["HTTP_ACCEPT"] = "application/json";
+  if (!body.empty()) input.environment["CONTENT_TYPE"] = "application/json; charset=utf-8";
+  return input;
 }
 
 // What the code wrote to standard output. The CGI variables of the input are set while it runs.
