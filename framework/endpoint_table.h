@@ -11,10 +11,15 @@ struct EndpointEntry {
   void (*serve)();  // reads the request, answers it and writes the reply to standard output
 };
 
-// Serves one request with an endpoint of that class. Defined in handlers/endpoint.h and instantiated in the
-// class's own file, so that the table does not include the classes.
+struct Api;
+
+// What the tables know of an endpoint's class. Defined in handlers/endpoint.h and instantiated in the class's own
+// file, so that the tables do not include the classes.
 template <class Class>
-void serve();
+struct EndpointOf {
+  static void serve();      // serves one request with an endpoint of that class
+  static const Api& api();  // its description
+};
 
 std::span<const EndpointEntry> endpointTable();
 

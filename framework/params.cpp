@@ -19,19 +19,6 @@ std::string_view startOf(std::string_view text) {
   return text.substr(0, end);
 }
 
-Bounds boundsOf(const ParamRow& row, const void* state) {
-  if (row.boundsOf != nullptr && state != nullptr) return row.boundsOf(state);
-  return row.recordBounds != nullptr ? row.recordBounds() : row.bounds;
-}
-
-Words wordsOf(const ParamRow& row, const void* state) {
-  return row.wordsOf != nullptr && state != nullptr ? row.wordsOf(state) : row.words;
-}
-
-bool isHandled(const ParamRow& row, const void* state) {
-  return row.kind != ParamKind::kIgnored && (row.isHandled == nullptr || row.isHandled(state));
-}
-
 std::string_view fieldText(const ParamRow& row, const void* field) {
   if (row.fieldKind == FieldKind::kView) return *static_cast<const std::string_view*>(field);
   const auto* text = static_cast<const char*>(field);
@@ -152,6 +139,19 @@ Refusal rejected(const ParamRow& row, std::string_view value, const void* state)
 }
 
 }  // namespace
+
+Bounds boundsOf(const ParamRow& row, const void* state) {
+  if (row.boundsOf != nullptr && state != nullptr) return row.boundsOf(state);
+  return row.recordBounds != nullptr ? row.recordBounds() : row.bounds;
+}
+
+Words wordsOf(const ParamRow& row, const void* state) {
+  return row.wordsOf != nullptr && state != nullptr ? row.wordsOf(state) : row.words;
+}
+
+bool isHandled(const ParamRow& row, const void* state) {
+  return row.kind != ParamKind::kIgnored && (row.isHandled == nullptr || row.isHandled(state));
+}
 
 bool areNumbers(Words words) {
   return std::all_of(words.begin(), words.end(), isJsonInteger);

@@ -53,6 +53,11 @@ struct ParamRow {
   char separator = '\0';           // of a list in one text, which a JSON request may give as an array
 };
 
+// The bounds and the words of a row, with or without a state, and whether it is checked and reported.
+Bounds boundsOf(const ParamRow& row, const void* state);
+Words wordsOf(const ParamRow& row, const void* state);
+bool isHandled(const ParamRow& row, const void* state);
+
 // Describes the accepted values: "1 to 65535", "off or on", "1 to 36 letters, digits, _ - .". Returns the
 // row's accepted text instead if it has one, unless the values depend on the state and there is a state.
 std::string acceptedBy(const ParamRow& row, const void* state);

@@ -10,14 +10,12 @@
 #include "framework/params.h"
 #include "framework/reply.h"
 #include "framework/request.h"
+#include "handlers/api.h"
 #include "handlers/record_params.h"
 #include "platform/product/product_info.h"
 #include "platform/store/settings.h"
 
 namespace camera {
-
-// A field of the product information: whether the camera has the feature.
-using Feature = bool ProductInfo::*;
 
 // Whether two records differ in any byte.
 template <class Record>
@@ -142,9 +140,14 @@ class Endpoint {
 };
 
 template <class Class>
-void serve() {
+void EndpointOf<Class>::serve() {
   Class endpoint;
   endpoint.serve();
+}
+
+template <class Class>
+const Api& EndpointOf<Class>::api() {
+  return kApi<Class>;
 }
 
 // Base of the endpoints that only report. They reject every parameter.

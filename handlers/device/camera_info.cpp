@@ -13,6 +13,13 @@ constexpr auto kParams =
 
 class CameraInfoEndpoint final : public RecordEndpoint<kParams> {};
 
-template void serve<CameraInfoEndpoint>();
+template <>
+const Api kApi<CameraInfoEndpoint> =
+    describes<kParams>({.subsystem = Subsystem::kDevice,
+                        .summary = "The two names that the user gives the camera.",
+                        .records = "`host`",
+                        .params = {{"name", "The camera's name."}, {"location", "Where the camera is."}},
+                        .state = factoryState<HostSettings>});
+template struct EndpointOf<CameraInfoEndpoint>;
 
 }  // namespace camera

@@ -259,6 +259,6 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
   bool isSet_ = false;
 };
 
-template void serve<DatetimeEndpoint>();
+template struct EndpointOf<DatetimeEndpoint>;
 
 }  // namespace camera

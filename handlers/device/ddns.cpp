@@ -24,6 +24,6 @@ class DdnsEndpoint final : public ClientEndpoint<RecordEndpoint<kParams>> {
   }
 };
 
-template void serve<DdnsEndpoint>();
+template struct EndpointOf<DdnsEndpoint>;
 
 }  // namespace camera

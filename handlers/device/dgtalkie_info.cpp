@@ -11,6 +11,6 @@ class DgtalkieInfoEndpoint final : public ReadOnlyEndpoint {
   }
 };
 
-template void serve<DgtalkieInfoEndpoint>();
+template struct EndpointOf<DgtalkieInfoEndpoint>;
 
 }  // namespace camera

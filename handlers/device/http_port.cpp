@@ -33,6 +33,6 @@ class HttpPortEndpoint final : public RecordEndpoint<kParams> {
   }
 };
 
-template void serve<HttpPortEndpoint>();
+template struct EndpointOf<HttpPortEndpoint>;
 
 }  // namespace camera

@@ -73,6 +73,6 @@ class InfoEndpoint final : public ReadOnlyEndpoint {
   std::optional<InterfaceInfo> interface_;
 };
 
-template void serve<InfoEndpoint>();
+template struct EndpointOf<InfoEndpoint>;
 
 }  // namespace camera

@@ -96,6 +96,6 @@ class NetworkEndpoint final : public ClientEndpoint<StateEndpoint<kParams>> {
   }
 };
 
-template void serve<NetworkEndpoint>();
+template struct EndpointOf<NetworkEndpoint>;
 
 }  // namespace camera

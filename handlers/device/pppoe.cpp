@@ -18,6 +18,6 @@ class PppoeEndpoint final : public ClientEndpoint<RecordEndpoint<kParams>> {
   }
 };
 
-template void serve<PppoeEndpoint>();
+template struct EndpointOf<PppoeEndpoint>;
 
 }  // namespace camera

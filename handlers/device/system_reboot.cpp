@@ -11,6 +11,6 @@ constexpr char kCommand[] = "( sleep 5 && /sbin/reboot ) >/dev/null 2>/dev/null 
 
 class SystemRebootEndpoint final : public SystemCommandEndpoint<kParams, kCommand> {};
 
-template void serve<SystemRebootEndpoint>();
+template struct EndpointOf<SystemRebootEndpoint>;
 
 }  // namespace camera

@@ -11,6 +11,6 @@ constexpr char kCommand[] = "( sleep 5 && factoryReset && /sbin/reboot ) >/dev/n
 
 class SystemResetEndpoint final : public SystemCommandEndpoint<kParams, kCommand> {};
 
-template void serve<SystemResetEndpoint>();
+template struct EndpointOf<SystemResetEndpoint>;
 
 }  // namespace camera

@@ -215,6 +215,6 @@ class WirelessEndpoint final : public ParamEndpoint<kParams> {
   std::string_view channels_;
 };
 
-template void serve<WirelessEndpoint>();
+template struct EndpointOf<WirelessEndpoint>;
 
 }  // namespace camera

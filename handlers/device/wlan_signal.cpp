@@ -11,6 +11,6 @@ class WlanSignalEndpoint final : public ReadOnlyEndpoint {
   }
 };
 
-template void serve<WlanSignalEndpoint>();
+template struct EndpointOf<WlanSignalEndpoint>;
 
 }  // namespace camera

@@ -69,6 +69,6 @@ class WlanSurveyEndpoint final : public ReadOnlyEndpoint {
   }
 };
 
-template void serve<WlanSurveyEndpoint>();
+template struct EndpointOf<WlanSurveyEndpoint>;
 
 }  // namespace camera

@@ -63,6 +63,6 @@ class ActionFtpEndpoint final : public StateEndpoint<kParams> {
   bool changesInterval_ = false;
 };
 
-template void serve<ActionFtpEndpoint>();
+template struct EndpointOf<ActionFtpEndpoint>;
 
 }  // namespace camera

@@ -53,6 +53,6 @@ class ActionMailEndpoint final : public StateEndpoint<kParams> {
   }
 };
 
-template void serve<ActionMailEndpoint>();
+template struct EndpointOf<ActionMailEndpoint>;
 
 }  // namespace camera

@@ -15,6 +15,6 @@ constexpr auto kParams = paramRows<AudioDetectionSettings>(
 
 class AudioDetectionEndpoint final : public RecordEndpoint<kParams> {};
 
-template void serve<AudioDetectionEndpoint>();
+template struct EndpointOf<AudioDetectionEndpoint>;
 
 }  // namespace camera

@@ -84,6 +84,6 @@ class DetectionPushEndpoint final : public StateEndpoint<kParams> {
   }
 };
 
-template void serve<DetectionPushEndpoint>();
+template struct EndpointOf<DetectionPushEndpoint>;
 
 }  // namespace camera

@@ -21,6 +21,6 @@ class EnvSoundLevelEndpoint final : public ReadOnlyEndpoint {
   }
 };
 
-template void serve<EnvSoundLevelEndpoint>();
+template struct EndpointOf<EnvSoundLevelEndpoint>;
 
 }  // namespace camera

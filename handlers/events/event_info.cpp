@@ -56,6 +56,6 @@ class EventInfoEndpoint final : public ReadOnlyEndpoint {
   List handlers_;
 };
 
-template void serve<EventInfoEndpoint>();
+template struct EndpointOf<EventInfoEndpoint>;
 
 }  // namespace camera

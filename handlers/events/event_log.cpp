@@ -58,6 +58,6 @@ class EventLogEndpoint final : public Endpoint {
   std::string lines_;
 };
 
-template void serve<EventLogEndpoint>();
+template struct EndpointOf<EventLogEndpoint>;
 
 }  // namespace camera

@@ -89,6 +89,6 @@ class IoEndpoint final : public ParamEndpoint<kParams> {
   int outputs_ = 0;
 };
 
-template void serve<IoEndpoint>();
+template struct EndpointOf<IoEndpoint>;
 
 }  // namespace camera

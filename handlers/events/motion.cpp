@@ -75,6 +75,6 @@ class MotionEndpoint final : public StateEndpoint<kParams> {
   }
 };
 
-template void serve<MotionEndpoint>();
+template struct EndpointOf<MotionEndpoint>;
 
 }  // namespace camera

@@ -147,6 +147,6 @@ class NotifyEndpoint final : public ReadOnlyEndpoint {
   Status status_{};
 };
 
-template void serve<NotifyEndpoint>();
+template struct EndpointOf<NotifyEndpoint>;
 
 }  // namespace camera

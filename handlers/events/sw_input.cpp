@@ -23,6 +23,6 @@ class SwInputEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
   }
 };
 
-template void serve<SwInputEndpoint>();
+template struct EndpointOf<SwInputEndpoint>;
 
 }  // namespace camera

@@ -38,6 +38,6 @@ class AudioEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
   int carryOut(AudioProfile& /*wanted*/) override { return 200; }
 };
 
-template void serve<AudioEndpoint>();
+template struct EndpointOf<AudioEndpoint>;
 
 }  // namespace camera

@@ -21,6 +21,6 @@ class IcrEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_icr> 
   }
 };
 
-template void serve<IcrEndpoint>();
+template struct EndpointOf<IcrEndpoint>;
 
 }  // namespace camera

@@ -17,6 +17,6 @@ class IrLedEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_irl
   }
 };
 
-template void serve<IrLedEndpoint>();
+template struct EndpointOf<IrLedEndpoint>;
 
 }  // namespace camera

@@ -10,6 +10,6 @@ constexpr auto kParams = audioSwitchParams<&AudioSettings::mic_enable, &AudioSet
 
 class MicEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_mic> {};
 
-template void serve<MicEndpoint>();
+template struct EndpointOf<MicEndpoint>;
 
 }  // namespace camera

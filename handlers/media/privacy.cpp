@@ -12,6 +12,6 @@ constexpr auto kParams = paramRows<PrivacySettings>(choiceParam<&PrivacySettings
 
 class PrivacyEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_privacy> {};
 
-template void serve<PrivacyEndpoint>();
+template struct EndpointOf<PrivacyEndpoint>;
 
 }  // namespace camera

@@ -32,6 +32,6 @@ class RtspUrlEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
   RtspServerSettings rtspsvr_;
 };
 
-template void serve<RtspUrlEndpoint>();
+template struct EndpointOf<RtspUrlEndpoint>;
 
 }  // namespace camera

@@ -102,6 +102,6 @@ class SensorEndpoint final : public Endpoint {
   ImageSettings image_;
 };
 
-template void serve<SensorEndpoint>();
+template struct EndpointOf<SensorEndpoint>;
 
 }  // namespace camera

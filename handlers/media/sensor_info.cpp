@@ -85,6 +85,6 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
   std::set<std::pair<std::string_view, std::string>> lines_;
 };
 
-template void serve<SensorInfoEndpoint>();
+template struct EndpointOf<SensorInfoEndpoint>;
 
 }  // namespace camera

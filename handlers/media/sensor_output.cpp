@@ -102,6 +102,6 @@ class SensorOutputEndpoint final : public StateEndpoint<kParams> {
   }
 };
 
-template void serve<SensorOutputEndpoint>();
+template struct EndpointOf<SensorOutputEndpoint>;
 
 }  // namespace camera

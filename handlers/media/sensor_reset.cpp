@@ -41,6 +41,6 @@ class SensorResetEndpoint final : public StateEndpoint<kParams, Takes::kCommand>
   bool isDone_ = false;
 };
 
-template void serve<SensorResetEndpoint>();
+template struct EndpointOf<SensorResetEndpoint>;
 
 }  // namespace camera

@@ -10,6 +10,6 @@ constexpr auto kParams = audioSwitchParams<&AudioSettings::speaker_enable, &Audi
 
 class SpeakerEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_speaker> {};
 
-template void serve<SpeakerEndpoint>();
+template struct EndpointOf<SpeakerEndpoint>;
 
 }  // namespace camera

@@ -20,6 +20,6 @@ class StreamAuthEndpoint final : public RecordEndpoint<kParams> {
   }
 };
 
-template void serve<StreamAuthEndpoint>();
+template struct EndpointOf<StreamAuthEndpoint>;
 
 }  // namespace camera

@@ -156,6 +156,6 @@ class StreamInfoEndpoint final : public ReadOnlyEndpoint {
   const DisplayMode* display_ = nullptr;
 };
 
-template void serve<StreamInfoEndpoint>();
+template struct EndpointOf<StreamInfoEndpoint>;
 
 }  // namespace camera

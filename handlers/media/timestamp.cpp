@@ -14,6 +14,6 @@ constexpr auto kParams =
 
 class TimeStampEndpoint final : public RecordEndpoint<kParams> {};
 
-template void serve<TimeStampEndpoint>();
+template struct EndpointOf<TimeStampEndpoint>;
 
 }  // namespace camera

@@ -193,6 +193,6 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   Video video_{};
 };
 
-template void serve<VideoEndpoint>();
+template struct EndpointOf<VideoEndpoint>;
 
 }  // namespace camera

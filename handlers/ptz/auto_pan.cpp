@@ -8,6 +8,6 @@ class AutoPanEndpoint final : public SweepEndpoint {
   AutoPanEndpoint() : SweepEndpoint(PtzCode::kStartAutoPan) {}
 };
 
-template void serve<AutoPanEndpoint>();
+template struct EndpointOf<AutoPanEndpoint>;
 
 }  // namespace camera

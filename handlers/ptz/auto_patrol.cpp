@@ -35,6 +35,6 @@ class AutoPatrolEndpoint final : public SweepEndpoint {
   }
 };
 
-template void serve<AutoPatrolEndpoint>();
+template struct EndpointOf<AutoPatrolEndpoint>;
 
 }  // namespace camera

@@ -82,6 +82,6 @@ class ConfigAutoPatrolEndpoint final : public PtzEndpoint<StateEndpoint<kParams>
   PtzPresets presets_{};
 };
 
-template void serve<ConfigAutoPatrolEndpoint>();
+template struct EndpointOf<ConfigAutoPatrolEndpoint>;
 
 }  // namespace camera

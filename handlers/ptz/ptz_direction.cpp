@@ -32,6 +32,6 @@ class PtzDirectionEndpoint final : public PtzEndpoint<StateEndpoint<kParams, Tak
   }
 };
 
-template void serve<PtzDirectionEndpoint>();
+template struct EndpointOf<PtzDirectionEndpoint>;
 
 }  // namespace camera

@@ -47,6 +47,6 @@ class PtzHomeEndpoint final : public PtzTargetEndpoint<kParams> {
   }
 };
 
-template void serve<PtzHomeEndpoint>();
+template struct EndpointOf<PtzHomeEndpoint>;
 
 }  // namespace camera

@@ -18,6 +18,6 @@ class PtzInfoEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   PtzLimits limits_{};
 };
 
-template void serve<PtzInfoEndpoint>();
+template struct EndpointOf<PtzInfoEndpoint>;
 
 }  // namespace camera

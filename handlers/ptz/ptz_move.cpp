@@ -25,6 +25,6 @@ class PtzMoveEndpoint final : public PtzTargetEndpoint<kParams> {
   }
 };
 
-template void serve<PtzMoveEndpoint>();
+template struct EndpointOf<PtzMoveEndpoint>;
 
 }  // namespace camera

@@ -22,6 +22,6 @@ class PtzMoveRelEndpoint final : public PtzEndpoint<StateEndpoint<kParams, Takes
   }
 };
 
-template void serve<PtzMoveRelEndpoint>();
+template struct EndpointOf<PtzMoveRelEndpoint>;
 
 }  // namespace camera

@@ -15,6 +15,6 @@ class PtzPosEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   PtzLimits limits_{};
 };
 
-template void serve<PtzPosEndpoint>();
+template struct EndpointOf<PtzPosEndpoint>;
 
 }  // namespace camera

@@ -42,6 +42,6 @@ class PtzPresetEndpoint final : public PtzEndpoint<StateEndpoint<kParams, Takes:
   }
 };
 
-template void serve<PtzPresetEndpoint>();
+template struct EndpointOf<PtzPresetEndpoint>;
 
 }  // namespace camera

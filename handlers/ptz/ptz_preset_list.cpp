@@ -43,6 +43,20 @@ class PtzPresetListEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   PtzLimits limits_{};
 };
 
-template void serve<PtzPresetListEndpoint>();
+constexpr ApiKey kPreset[] = {{"name", ApiType::kText, "The preset's name."},
+                              {"p", ApiType::kNumber, "Its pan."},
+                              {"t", ApiType::kNumber, "Its tilt."}};
+template <>
+const Api kApi<PtzPresetListEndpoint> = {
+    .subsystem = Subsystem::kPanTilt,
+    .summary = "The presets and their positions.",
+    .feature = &ProductInfo::has_pan_tilt,
+    .reply = {{"presets",
+               ApiType::kObjects,
+               "The presets. In text, the names separated by commas, then a line for each with its name as "
+               "key, and pan and tilt separated by a comma.",
+               {},
+               kPreset}}};
+template struct EndpointOf<PtzPresetListEndpoint>;
 
 }  // namespace camera

@@ -15,6 +15,6 @@ class SdcardEndpoint final : public CardEndpoint<ReadOnlyEndpoint> {
   }
 };
 
-template void serve<SdcardEndpoint>();
+template struct EndpointOf<SdcardEndpoint>;
 
 }  // namespace camera

@@ -127,6 +127,6 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
   std::int32_t deleted_ = 0;
 };
 
-template void serve<SdcardDeleteEndpoint>();
+template struct EndpointOf<SdcardDeleteEndpoint>;
 
 }  // namespace camera

@@ -69,6 +69,6 @@ class SdcardDownloadEndpoint final : public CardFilesEndpoint<kParams, Takes::kC
   Wanted wanted_;
 };
 
-template void serve<SdcardDownloadEndpoint>();
+template struct EndpointOf<SdcardDownloadEndpoint>;
 
 }  // namespace camera

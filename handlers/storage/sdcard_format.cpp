@@ -61,6 +61,6 @@ class SdcardFormatEndpoint final : public CardEndpoint<StateEndpoint<kParams, Ta
   }
 };
 
-template void serve<SdcardFormatEndpoint>();
+template struct EndpointOf<SdcardFormatEndpoint>;
 
 }  // namespace camera

@@ -115,6 +115,6 @@ class SdcardListEndpoint final : public CardFilesEndpoint<kParams> {
   std::string items_;
 };
 
-template void serve<SdcardListEndpoint>();
+template struct EndpointOf<SdcardListEndpoint>;
 
 }  // namespace camera

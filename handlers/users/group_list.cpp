@@ -70,6 +70,6 @@ class GroupListEndpoint final : public ParamEndpoint<kParams> {
   Selection selection_{kNoGroup};
 };
 
-template void serve<GroupListEndpoint>();
+template struct EndpointOf<GroupListEndpoint>;
 
 }  // namespace camera

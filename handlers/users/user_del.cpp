@@ -67,6 +67,6 @@ class UserDelEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   std::string_view names_;
 };
 
-template void serve<UserDelEndpoint>();
+template struct EndpointOf<UserDelEndpoint>;
 
 }  // namespace camera

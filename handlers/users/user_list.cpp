@@ -55,6 +55,6 @@ class UserListEndpoint final : public ParamEndpoint<kParams> {
   JsonArray users_;
 };
 
-template void serve<UserListEndpoint>();
+template struct EndpointOf<UserListEndpoint>;
 
 }  // namespace camera

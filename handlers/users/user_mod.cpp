@@ -118,6 +118,6 @@ class UserModEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   int slot_ = 0;  // of an ordinary account; 0 for the administrator
 };
 
-template void serve<UserModEndpoint>();
+template struct EndpointOf<UserModEndpoint>;
 
 }  // namespace camera
