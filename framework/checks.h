@@ -1,10 +1,10 @@
 // Checks on texts, for parameter rows and the rules of endpoints.
 #pragma once
 
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -58,13 +58,22 @@ std::string joined(std::initializer_list<std::string_view> parts);
 // The decimal digits of a number, without allocating memory.
 class Decimal {
  public:
-  explicit Decimal(std::int64_t number)
-      : end_{std::to_chars(digits_, digits_ + sizeof digits_, number).ptr} {}
-  std::string_view text() const { return {digits_, static_cast<std::size_t>(end_ - digits_)}; }
+  explicit Decimal(std::int64_t number) {
+    auto rest = static_cast<std::uint64_t>(number);
+    if (number < 0) rest = 0 - rest;
+    do {
+      *--start_ = static_cast<char>('0' + rest % 10);
+      rest /= 10;
+    } while (rest != 0);
+    if (number < 0) *--start_ = '-';
+  }
+  Decimal(const Decimal&) = delete;
+  Decimal& operator=(const Decimal&) = delete;
+  std::string_view text() const { return {start_, static_cast<std::size_t>(std::end(digits_) - start_)}; }
 
  private:
-  char digits_[24];
-  char* end_;
+  char digits_[20];
+  char* start_ = std::end(digits_);
 };
 
 }  // namespace camera

@@ -22,7 +22,7 @@ local function listed(name)
 end
 
 local function classOf(path)
-  if path:find("^/www/") then return "any" end
+  if path:find("^/www/") or path == "/run/camera/openapi.json" then return "any" end
   local endpoint = path:match("^/cgi%-bin/([^/]+)")
   return endpoint and listed(endpoint) or "administrator"
 end
