@@ -1,6 +1,6 @@
 // camera-api: prints the description of the HTTP interface for a product.
-#include <cstdio>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -11,22 +11,18 @@
 #include "framework/endpoint_list.h"
 #include "framework/endpoint_table.h"
 
-namespace camera {
+namespace camera::api {
+namespace {
 
 struct Entry {
   const char* name;
   const Api& (*api)();
 };
 
-// Each entry also declares the class that it names.
-#define CAMERA_ENTRY(name, Class) {name, EndpointOf<class Class>::api},
-constexpr Entry kEntries[] = {CAMERA_ENDPOINTS(CAMERA_ENTRY)};
-#undef CAMERA_ENTRY
-
-}  // namespace camera
-
-namespace camera::api {
-namespace {
+template <class Class>
+struct ApiOf {
+  static constexpr auto kValue = EndpointOf<Class>::api;
+};
 
 constexpr char kUsage[] =
     "usage: camera-api PRODUCT.CONF ACCESS                   prints an OpenAPI 3.1 description\n"
@@ -36,7 +32,7 @@ constexpr char kUsage[] =
 std::optional<std::string> fileText(const char* path) {
   std::ifstream file{path, std::ios::binary};
   if (!file) {
-    std::fprintf(stderr, "camera-api: %s cannot be read\n", path);
+    std::cerr << "camera-api: " << path << " cannot be read\n";
     return std::nullopt;
   }
   return std::string{std::istreambuf_iterator<char>{file}, {}};
@@ -45,7 +41,7 @@ std::optional<std::string> fileText(const char* path) {
 int run(int count, char** arguments) {
   const bool isMarkdown = count == 5 && std::string_view{arguments[3]} == "--markdown";
   if (count != 3 && !isMarkdown) {
-    std::fputs(kUsage, stderr);
+    std::cerr << kUsage;
     return 2;
   }
   const auto product = fileText(arguments[1]);
@@ -54,12 +50,12 @@ int run(int count, char** arguments) {
   ProductInfo info;
   if (!product || !access || !markdown) return 1;
   if (!info.parse(*product)) {
-    std::fprintf(stderr, "camera-api: %s is no product information\n", arguments[1]);
+    std::cerr << "camera-api: " << arguments[1] << " is no product information\n";
     return 1;
   }
   const auto privileges = parseAccess(*access);
   std::vector<Described> endpoints;
-  for (const Entry& entry : kEntries) {
+  for (const Entry& entry : kEndpoints<Entry, ApiOf>) {
     const auto privilege = privileges.find(entry.name);
     endpoints.push_back({.name = entry.name,
                          .api = &entry.api(),
@@ -67,8 +63,8 @@ int run(int count, char** arguments) {
   }
   const std::string text = isMarkdown ? withGeneratedParts(*markdown, endpoints)
                                       : indented(openApi(endpoints, info, CAMERA_VERSION));
-  std::fputs(text.c_str(), stdout);
-  return 0;
+  std::cout << text << std::flush;
+  return std::cout ? 0 : 1;
 }
 
 }  // namespace

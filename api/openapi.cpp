@@ -223,7 +223,7 @@ class Operation {
     if (property == properties_.end()) return {};
     const ParamRow* row = api().rows.find(name);
     if (row != nullptr && row->separator != '\0') return R"("type":"array","items":{"type":"string"})";
-    const std::string schema = schemaOf(*property);
+    std::string schema = schemaOf(*property);
     if (schema.find("\"enum\":") == schema.npos) return schema.substr(0, schema.find(','));
     return schema;
   }

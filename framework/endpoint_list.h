@@ -1,63 +1,71 @@
 // The endpoints, a line each: the name that the web server calls, and the class.
 #pragma once
 
-#define CAMERA_ENDPOINTS(ENDPOINT)                             \
-  ENDPOINT("action_ftp.cgi", ActionFtpEndpoint)                \
-  ENDPOINT("action_mail.cgi", ActionMailEndpoint)              \
-  ENDPOINT("audio.cgi", AudioEndpoint)                         \
-  ENDPOINT("audio_detection.cgi", AudioDetectionEndpoint)      \
-  ENDPOINT("auto_pan.cgi", AutoPanEndpoint)                    \
-  ENDPOINT("auto_patrol.cgi", AutoPatrolEndpoint)              \
-  ENDPOINT("camera_info.cgi", CameraInfoEndpoint)              \
-  ENDPOINT("config_auto_patrol.cgi", ConfigAutoPatrolEndpoint) \
-  ENDPOINT("datetime.cgi", DatetimeEndpoint)                   \
-  ENDPOINT("ddns.cgi", DdnsEndpoint)                           \
-  ENDPOINT("detection_push.cgi", DetectionPushEndpoint)        \
-  ENDPOINT("dgtalkie_info.cgi", DgtalkieInfoEndpoint)          \
-  ENDPOINT("env_sound_lv.cgi", EnvSoundLevelEndpoint)          \
-  ENDPOINT("event_info.cgi", EventInfoEndpoint)                \
-  ENDPOINT("event_log.cgi", EventLogEndpoint)                  \
-  ENDPOINT("group_list.cgi", GroupListEndpoint)                \
-  ENDPOINT("httpport.cgi", HttpPortEndpoint)                   \
-  ENDPOINT("icr.cgi", IcrEndpoint)                             \
-  ENDPOINT("info.cgi", InfoEndpoint)                           \
-  ENDPOINT("io.cgi", IoEndpoint)                               \
-  ENDPOINT("irled.cgi", IrLedEndpoint)                         \
-  ENDPOINT("mic.cgi", MicEndpoint)                             \
-  ENDPOINT("motion.cgi", MotionEndpoint)                       \
-  ENDPOINT("network.cgi", NetworkEndpoint)                     \
-  ENDPOINT("notify.cgi", NotifyEndpoint)                       \
-  ENDPOINT("pppoe.cgi", PppoeEndpoint)                         \
-  ENDPOINT("privacy.cgi", PrivacyEndpoint)                     \
-  ENDPOINT("ptz_direction.cgi", PtzDirectionEndpoint)          \
-  ENDPOINT("ptz_home.cgi", PtzHomeEndpoint)                    \
-  ENDPOINT("ptz_info.cgi", PtzInfoEndpoint)                    \
-  ENDPOINT("ptz_move.cgi", PtzMoveEndpoint)                    \
-  ENDPOINT("ptz_move_rel.cgi", PtzMoveRelEndpoint)             \
-  ENDPOINT("ptz_pos.cgi", PtzPosEndpoint)                      \
-  ENDPOINT("ptz_preset.cgi", PtzPresetEndpoint)                \
-  ENDPOINT("ptz_preset_list.cgi", PtzPresetListEndpoint)       \
-  ENDPOINT("rtspurl.cgi", RtspUrlEndpoint)                     \
-  ENDPOINT("sdcard.cgi", SdcardEndpoint)                       \
-  ENDPOINT("sdcard_delete.cgi", SdcardDeleteEndpoint)          \
-  ENDPOINT("sdcard_download.cgi", SdcardDownloadEndpoint)      \
-  ENDPOINT("sdcard_format.cgi", SdcardFormatEndpoint)          \
-  ENDPOINT("sdcard_list.cgi", SdcardListEndpoint)              \
-  ENDPOINT("sensor.cgi", SensorEndpoint)                       \
-  ENDPOINT("sensor_info.cgi", SensorInfoEndpoint)              \
-  ENDPOINT("sensor_output.cgi", SensorOutputEndpoint)          \
-  ENDPOINT("sensor_reset.cgi", SensorResetEndpoint)            \
-  ENDPOINT("speaker.cgi", SpeakerEndpoint)                     \
-  ENDPOINT("stream_auth.cgi", StreamAuthEndpoint)              \
-  ENDPOINT("stream_info.cgi", StreamInfoEndpoint)              \
-  ENDPOINT("sw_input.cgi", SwInputEndpoint)                    \
-  ENDPOINT("system_reboot.cgi", SystemRebootEndpoint)          \
-  ENDPOINT("system_reset.cgi", SystemResetEndpoint)            \
-  ENDPOINT("timestamp.cgi", TimeStampEndpoint)                 \
-  ENDPOINT("user_del.cgi", UserDelEndpoint)                    \
-  ENDPOINT("user_list.cgi", UserListEndpoint)                  \
-  ENDPOINT("user_mod.cgi", UserModEndpoint)                    \
-  ENDPOINT("video.cgi", VideoEndpoint)                         \
-  ENDPOINT("wireless.cgi", WirelessEndpoint)                   \
-  ENDPOINT("wlansignal.cgi", WlanSignalEndpoint)               \
-  ENDPOINT("wlansurvey.cgi", WlanSurveyEndpoint)
+namespace camera {
+
+// Of<Class>::kValue is what an entry holds of an endpoint's class. Each line also declares the class that it
+// names.
+template <class Entry, template <class> class Of>
+inline constexpr Entry kEndpoints[] = {
+    {"action_ftp.cgi", Of<class ActionFtpEndpoint>::kValue},
+    {"action_mail.cgi", Of<class ActionMailEndpoint>::kValue},
+    {"audio.cgi", Of<class AudioEndpoint>::kValue},
+    {"audio_detection.cgi", Of<class AudioDetectionEndpoint>::kValue},
+    {"auto_pan.cgi", Of<class AutoPanEndpoint>::kValue},
+    {"auto_patrol.cgi", Of<class AutoPatrolEndpoint>::kValue},
+    {"camera_info.cgi", Of<class CameraInfoEndpoint>::kValue},
+    {"config_auto_patrol.cgi", Of<class ConfigAutoPatrolEndpoint>::kValue},
+    {"datetime.cgi", Of<class DatetimeEndpoint>::kValue},
+    {"ddns.cgi", Of<class DdnsEndpoint>::kValue},
+    {"detection_push.cgi", Of<class DetectionPushEndpoint>::kValue},
+    {"dgtalkie_info.cgi", Of<class DgtalkieInfoEndpoint>::kValue},
+    {"env_sound_lv.cgi", Of<class EnvSoundLevelEndpoint>::kValue},
+    {"event_info.cgi", Of<class EventInfoEndpoint>::kValue},
+    {"event_log.cgi", Of<class EventLogEndpoint>::kValue},
+    {"group_list.cgi", Of<class GroupListEndpoint>::kValue},
+    {"httpport.cgi", Of<class HttpPortEndpoint>::kValue},
+    {"icr.cgi", Of<class IcrEndpoint>::kValue},
+    {"info.cgi", Of<class InfoEndpoint>::kValue},
+    {"io.cgi", Of<class IoEndpoint>::kValue},
+    {"irled.cgi", Of<class IrLedEndpoint>::kValue},
+    {"mic.cgi", Of<class MicEndpoint>::kValue},
+    {"motion.cgi", Of<class MotionEndpoint>::kValue},
+    {"network.cgi", Of<class NetworkEndpoint>::kValue},
+    {"notify.cgi", Of<class NotifyEndpoint>::kValue},
+    {"pppoe.cgi", Of<class PppoeEndpoint>::kValue},
+    {"privacy.cgi", Of<class PrivacyEndpoint>::kValue},
+    {"ptz_direction.cgi", Of<class PtzDirectionEndpoint>::kValue},
+    {"ptz_home.cgi", Of<class PtzHomeEndpoint>::kValue},
+    {"ptz_info.cgi", Of<class PtzInfoEndpoint>::kValue},
+    {"ptz_move.cgi", Of<class PtzMoveEndpoint>::kValue},
+    {"ptz_move_rel.cgi", Of<class PtzMoveRelEndpoint>::kValue},
+    {"ptz_pos.cgi", Of<class PtzPosEndpoint>::kValue},
+    {"ptz_preset.cgi", Of<class PtzPresetEndpoint>::kValue},
+    {"ptz_preset_list.cgi", Of<class PtzPresetListEndpoint>::kValue},
+    {"rtspurl.cgi", Of<class RtspUrlEndpoint>::kValue},
+    {"sdcard.cgi", Of<class SdcardEndpoint>::kValue},
+    {"sdcard_delete.cgi", Of<class SdcardDeleteEndpoint>::kValue},
+    {"sdcard_download.cgi", Of<class SdcardDownloadEndpoint>::kValue},
+    {"sdcard_format.cgi", Of<class SdcardFormatEndpoint>::kValue},
+    {"sdcard_list.cgi", Of<class SdcardListEndpoint>::kValue},
+    {"sensor.cgi", Of<class SensorEndpoint>::kValue},
+    {"sensor_info.cgi", Of<class SensorInfoEndpoint>::kValue},
+    {"sensor_output.cgi", Of<class SensorOutputEndpoint>::kValue},
+    {"sensor_reset.cgi", Of<class SensorResetEndpoint>::kValue},
+    {"speaker.cgi", Of<class SpeakerEndpoint>::kValue},
+    {"stream_auth.cgi", Of<class StreamAuthEndpoint>::kValue},
+    {"stream_info.cgi", Of<class StreamInfoEndpoint>::kValue},
+    {"sw_input.cgi", Of<class SwInputEndpoint>::kValue},
+    {"system_reboot.cgi", Of<class SystemRebootEndpoint>::kValue},
+    {"system_reset.cgi", Of<class SystemResetEndpoint>::kValue},
+    {"timestamp.cgi", Of<class TimeStampEndpoint>::kValue},
+    {"user_del.cgi", Of<class UserDelEndpoint>::kValue},
+    {"user_list.cgi", Of<class UserListEndpoint>::kValue},
+    {"user_mod.cgi", Of<class UserModEndpoint>::kValue},
+    {"video.cgi", Of<class VideoEndpoint>::kValue},
+    {"wireless.cgi", Of<class WirelessEndpoint>::kValue},
+    {"wlansignal.cgi", Of<class WlanSignalEndpoint>::kValue},
+    {"wlansurvey.cgi", Of<class WlanSurveyEndpoint>::kValue},
+};
+
+}  // namespace camera

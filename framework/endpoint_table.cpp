@@ -4,11 +4,16 @@
 #include "framework/endpoint_list.h"
 
 namespace camera {
+namespace {
 
-// Each entry also declares the class that it names.
-#define CAMERA_ENTRY(name, Class) {name, EndpointOf<class Class>::serve},
-constexpr EndpointEntry kTable[] = {CAMERA_ENDPOINTS(CAMERA_ENTRY)};
-#undef CAMERA_ENTRY
+template <class Class>
+struct ServeOf {
+  static constexpr auto kValue = EndpointOf<Class>::serve;
+};
+
+constexpr const auto& kTable = kEndpoints<EndpointEntry, ServeOf>;
+
+}  // namespace
 
 std::span<const EndpointEntry> endpointTable() {
   return kTable;
