@@ -35,6 +35,14 @@ class AutoPatrolEndpoint final : public SweepEndpoint {
   }
 };
 
+template <>
+const Api kApi<AutoPatrolEndpoint> = describes<kSweepParams>(
+    {.subsystem = Subsystem::kPanTilt,
+     .summary =
+         "Makes the pan/tilt head visit the presets of the route of config_auto_patrol.cgi again and again.",
+     .feature = &ProductInfo::has_pan_tilt,
+     .params = {{"act", "`go` starts the patrol; `stop` stops any movement."}},
+     .codes = {{500, "The head may also refuse a patrol without a route; the message says so."}}});
 template struct EndpointOf<AutoPatrolEndpoint>;
 
 }  // namespace camera

@@ -82,6 +82,18 @@ class ConfigAutoPatrolEndpoint final : public PtzEndpoint<StateEndpoint<kParams>
   PtzPresets presets_{};
 };
 
+template <>
+const Api kApi<ConfigAutoPatrolEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kPanTilt,
+     .summary = "The route of the patrol: presets in the order in which the head visits them.",
+     .records = "`route`",
+     .feature = &ProductInfo::has_pan_tilt,
+     .params =
+         {{.name = "presets",
+           .meaning =
+               "The names of presets separated by commas, of which the first 20 count; empty for no route.",
+           .values = "names of ptz_preset_list.cgi, at most 479 characters, or empty"}},
+     .state = factoryState<Patrol>});
 template struct EndpointOf<ConfigAutoPatrolEndpoint>;
 
 }  // namespace camera

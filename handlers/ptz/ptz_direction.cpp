@@ -32,6 +32,13 @@ class PtzDirectionEndpoint final : public PtzEndpoint<StateEndpoint<kParams, Tak
   }
 };
 
+template <>
+const Api kApi<PtzDirectionEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kPanTilt,
+     .summary = "Moves the pan/tilt head one step in a direction, or stops it.",
+     .feature = &ProductInfo::has_pan_tilt,
+     .params = {{"direction", "The direction; `stop` stops any movement."},
+                {"speed", "The size of the step in units of each axis, also required to stop."}}});
 template struct EndpointOf<PtzDirectionEndpoint>;
 
 }  // namespace camera

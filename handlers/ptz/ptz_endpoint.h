@@ -6,6 +6,12 @@
 
 namespace camera {
 
+// For descriptions of replies that end with replyZoom().
+inline constexpr ApiKey kZoomKey{.name = "z",
+                                 .type = ApiType::kNumber,
+                                 .meaning = "Always 0; only if the head zooms.",
+                                 .isOptional = true};
+
 // Base is one of the classes of handlers/endpoint.h.
 template <class Base>
 class PtzEndpoint : public Base {

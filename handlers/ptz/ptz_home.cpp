@@ -47,6 +47,30 @@ class PtzHomeEndpoint final : public PtzTargetEndpoint<kParams> {
   }
 };
 
+template <>
+const Api kApi<PtzHomeEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kPanTilt,
+     .summary = "The home position of the pan/tilt head.",
+     .feature = &ProductInfo::has_pan_tilt,
+     .params =
+         {{"act",
+           "`get` does nothing; `set` moves the head to `p` and `t` and makes the head's position the home "
+           "position; `go` moves the head home; `reset` restores the default home position."},
+          {.name = "p",
+           .meaning =
+               "With `set`, the pan, within the limits that ptz_info.cgi reports, or the head's current "
+               "one if missing; otherwise ignored.",
+           .values = "with `set`, `pmin` to `pmax` of ptz_info.cgi; otherwise anything"},
+          {.name = "t",
+           .meaning =
+               "With `set`, the tilt, within the limits that ptz_info.cgi reports, or the head's current "
+               "one if missing; otherwise ignored.",
+           .values = "with `set`, `tmin` to `tmax` of ptz_info.cgi; otherwise anything"}},
+     .reply = {{"p", ApiType::kNumber, "The pan of the current home position."},
+               {"t", ApiType::kNumber, "The tilt of the current home position."},
+               kZoomKey},
+     .codes = {{500, "The head may have moved, and the home position may have changed."}},
+     .schema = targetSchema});
 template struct EndpointOf<PtzHomeEndpoint>;
 
 }  // namespace camera

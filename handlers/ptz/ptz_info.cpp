@@ -18,6 +18,17 @@ class PtzInfoEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   PtzLimits limits_{};
 };
 
+constexpr const char* kYes[] = {"yes"};
+template <>
+const Api kApi<PtzInfoEndpoint> = {
+    .subsystem = Subsystem::kPanTilt,
+    .summary = "The limits of the pan/tilt head.",
+    .feature = &ProductInfo::has_pan_tilt,
+    .reply = {{"pmax", ApiType::kNumber, "The highest pan, furthest to the right."},
+              {"pmin", ApiType::kNumber, "The lowest pan, furthest to the left."},
+              {"tmax", ApiType::kNumber, "The highest tilt, furthest up."},
+              {"tmin", ApiType::kNumber, "The lowest tilt, furthest down."},
+              {"customizedhome", ApiType::kText, "Whether the home position can be set.", kYes}}};
 template struct EndpointOf<PtzInfoEndpoint>;
 
 }  // namespace camera

@@ -25,6 +25,17 @@ class PtzMoveEndpoint final : public PtzTargetEndpoint<kParams> {
   }
 };
 
+template <>
+const Api kApi<PtzMoveEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kPanTilt,
+     .summary = "Moves the pan/tilt head to a position.",
+     .feature = &ProductInfo::has_pan_tilt,
+     .params = {{"p", "The pan, within the limits that ptz_info.cgi reports; the current one if missing."},
+                {"t", "The tilt, within the limits that ptz_info.cgi reports; the current one if missing."}},
+     .reply = {{"p", ApiType::kNumber, "The pan of the target; without parameters, the current one."},
+               {"t", ApiType::kNumber, "The tilt of the target; without parameters, the current one."},
+               kZoomKey},
+     .schema = targetSchema});
 template struct EndpointOf<PtzMoveEndpoint>;
 
 }  // namespace camera

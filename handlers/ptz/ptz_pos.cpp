@@ -15,6 +15,14 @@ class PtzPosEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
   PtzLimits limits_{};
 };
 
+template <>
+const Api kApi<PtzPosEndpoint> = {
+    .subsystem = Subsystem::kPanTilt,
+    .summary = "The position of the pan/tilt head, also while it moves.",
+    .feature = &ProductInfo::has_pan_tilt,
+    .reply = {{"p", ApiType::kNumber, "The pan, within the limits that ptz_info.cgi reports."},
+              {"t", ApiType::kNumber, "The tilt, within the limits that ptz_info.cgi reports."},
+              kZoomKey}};
 template struct EndpointOf<PtzPosEndpoint>;
 
 }  // namespace camera

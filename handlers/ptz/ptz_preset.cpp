@@ -42,6 +42,17 @@ class PtzPresetEndpoint final : public PtzEndpoint<StateEndpoint<kParams, Takes:
   }
 };
 
+template <>
+const Api kApi<PtzPresetEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kPanTilt,
+     .summary = "Stores the position of the pan/tilt head under a name, moves the head to it, or deletes it.",
+     .feature = &ProductInfo::has_pan_tilt,
+     .params =
+         {{"name", "The preset.", nullptr, "door"},
+          {"act",
+           "`add` stores the current position, also under an existing name; `go` moves the head there; `del` "
+           "deletes the preset."}},
+     .codes = {{400, "The preset of `go` or `del` does not exist, or `add` needs an eleventh preset."}}});
 template struct EndpointOf<PtzPresetEndpoint>;
 
 }  // namespace camera

@@ -1,6 +1,9 @@
 // Base of ptz_move.cgi and ptz_home.cgi: a target within the limits. A request may give one axis or both.
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "handlers/ptz/ptz_endpoint.h"
 
 namespace camera {
@@ -23,6 +26,11 @@ inline constexpr auto kPanParam =
     integerParam<&PtzTarget::pan>("p", 0, 0).within<panBounds>("pmin to pmax of ptz_info.cgi");
 inline constexpr auto kTiltParam =
     integerParam<&PtzTarget::tilt>("t", 0, 0).within<tiltBounds>("tmin to tmax of ptz_info.cgi");
+
+// Only the head knows the limits.
+inline std::string targetSchema(std::string_view param, const ProductInfo& /*product*/) {
+  return param == "act" ? "" : R"("type":"integer")";
+}
 
 template <const auto& kParams>
 class PtzTargetEndpoint : public PtzEndpoint<StateEndpoint<kParams>> {
