@@ -70,6 +70,35 @@ class GroupListEndpoint final : public ParamEndpoint<kParams> {
   Selection selection_{kNoGroup};
 };
 
+constexpr ApiKey kGroupKeys[] = {
+    {"name", ApiType::kText, "The group's name.", kGroups},
+    {"members", ApiType::kTexts,
+     "Its members; the administrator is always `admin`, whatever the account's name is."}};
+template <>
+const Api kApi<GroupListEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kUsers,
+     .summary =
+         "The two groups: `Administrator`, which holds only the administrator, and `Users`, which holds all "
+         "other accounts.",
+     .records = "none; reads `account`",
+     .params = {{"name", "Selects a group, whose members and privileges the reply then has."}},
+     .reply = {
+         {.name = "groups",
+          .type = ApiType::kObjects,
+          .meaning = "The groups; only without `name`. In text, their number, then a line for each with its "
+                     "name as key and its members separated by commas.",
+          .members = kGroupKeys,
+          .isOptional = true},
+         {.name = "user",
+          .type = ApiType::kTexts,
+          .meaning = "The members of the group, as in `members`; only with `name`.",
+          .isOptional = true},
+         {.name = "privilege",
+          .type = ApiType::kTexts,
+          .meaning = "What ordinary accounts may do on this product, the same for both groups; only with "
+                     "`name`: `ptz` or `pt`, `outputs`, `speaker`, `mic` if it has such parts, then always "
+                     "`video`, `notify`.",
+          .isOptional = true}}});
 template struct EndpointOf<GroupListEndpoint>;
 
 }  // namespace camera

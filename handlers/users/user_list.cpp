@@ -55,6 +55,26 @@ class UserListEndpoint final : public ParamEndpoint<kParams> {
   JsonArray users_;
 };
 
+constexpr ApiKey kUserKeys[] = {{"name", ApiType::kText, "The account's name."},
+                                {"group", ApiType::kText, "Its group.", kGroups}};
+template <>
+const Api kApi<UserListEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kUsers,
+     .summary = "The accounts and their groups.",
+     .records = "none; reads `account`",
+     .params = {{"name", "Selects an account; `admin` always means the administrator, whatever its name is.",
+                 nullptr, kAdminWord}},
+     .reply = {{.name = "users",
+                .type = ApiType::kObjects,
+                .meaning = "The accounts; only without `name`. In text, the number of accounts including the "
+                           "administrator, then a line for each with its name as key and its group as value.",
+                .members = kUserKeys,
+                .isOptional = true},
+               {.name = "group",
+                .type = ApiType::kText,
+                .meaning = "The group of the selected account; only with `name`.",
+                .words = kGroups,
+                .isOptional = true}}});
 template struct EndpointOf<UserListEndpoint>;
 
 }  // namespace camera

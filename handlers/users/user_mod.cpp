@@ -118,6 +118,33 @@ class UserModEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   int slot_ = 0;  // of an ordinary account; 0 for the administrator
 };
 
+template <>
+const Api kApi<UserModEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kUsers,
+     .summary = "Creates an ordinary account, renames an account, or changes a password.",
+     .records = "`account`; reads `system`",
+     .params =
+         {{"name", "The account, the administrator by its current name; it is created if it does not exist.",
+           nullptr, "ann"},
+          {"newname",
+           "The new name of an existing account, which no other account may have; not on cameras of the "
+           "brand Velkor.",
+           nullptr, "bob"},
+          {"password",
+           "The new password, empty for none; white space in the base64 text is ignored, and cameras of the "
+           "brand Larkmoor accept fewer passwords.",
+           nullptr, "c2VjcmV0"},
+          {"group", "Must be the account's own: only the administrator is in `Administrator`.", nullptr,
+           kGroups[kUsers]}},
+     .reply = {{"name", ApiType::kText, "The account's name, the new one if it was renamed."},
+               {"password", ApiType::kText, "Its password in base64."},
+               {"group", ApiType::kText, "Its group.", kGroups}},
+     .codes = {{400, "There is no room for another account."}},
+     .schema = [](std::string_view param, const ProductInfo& /*product*/) -> std::string {
+       return param == "password"
+                  ? R"("type":"string","maxLength":64,"pattern":"^[A-Za-z0-9+/= \\t\\r\\n]*$")"
+                  : "";
+     }});
 template struct EndpointOf<UserModEndpoint>;
 
 }  // namespace camera
