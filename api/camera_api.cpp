@@ -16,12 +16,15 @@ namespace {
 
 struct Entry {
   const char* name;
-  const Api& (*api)();
+  struct Functions {
+    const Api& (*api)();
+    bool (*needsParams)();
+  } of;
 };
 
 template <class Class>
 struct ApiOf {
-  static constexpr auto kValue = EndpointOf<Class>::api;
+  static constexpr Entry::Functions kValue{EndpointOf<Class>::api, EndpointOf<Class>::needsParams};
 };
 
 constexpr char kUsage[] =
@@ -58,7 +61,8 @@ int run(int count, char** arguments) {
   for (const Entry& entry : kEndpoints<Entry, ApiOf>) {
     const auto privilege = privileges.find(entry.name);
     endpoints.push_back({.name = entry.name,
-                         .api = &entry.api(),
+                         .api = &entry.of.api(),
+                         .needsParams = entry.of.needsParams(),
                          .privilege = privilege == privileges.end() ? "administrator" : privilege->second});
   }
   const std::string text = isMarkdown ? withGeneratedParts(*markdown, endpoints)

@@ -44,22 +44,24 @@ std::string listed(Words words) {
   return text;
 }
 
-std::string valuesOf(const ApiParam& param, const ParamRow* row) {
+std::string valuesOf(const ApiParam& param, const ParamRow* row, bool needsParams) {
   std::string text = param.values != nullptr                                      ? param.values
                      : row == nullptr                                             ? ""
                      : row->kind == ParamKind::kChoice && row->wordsOf == nullptr ? listed(row->words)
                                                                                   : acceptedBy(*row, nullptr);
   if (param.unit != nullptr) text += joined({" (", param.unit, ")"});
-  if (row != nullptr && row->isRequired) text += "; required";
+  if (row != nullptr && row->isRequired && needsParams) text += "; required";
   return text;
 }
 
-std::string paramTable(const Api& api) {
+std::string paramTable(const Described& described) {
+  const Api& api = *described.api;
   if (api.params.empty()) return "\nWithout parameters.\n";
   std::string table = "\n| parameter | values | effect |\n|---|---|---|\n";
   for (const ApiParam& param : api.params)
-    table += joined({"| `", param.name, "` | ", cell(valuesOf(param, api.rows.find(param.name))), " | ",
-                     cell(param.meaning), " |\n"});
+    table += joined({"| `", param.name, "` | ",
+                     cell(valuesOf(param, api.rows.find(param.name), described.needsParams)), " | ",
+                     cell(meaningOf(param, described)), " |\n"});
   return table;
 }
 
@@ -100,9 +102,10 @@ std::string replyTable(const Api& api) {
   return table;
 }
 
-std::string partOf(const Api& api) {
-  std::string part =
-      joined({"Records: ", api.records, ".\n\n", wrapped(api.summary), paramTable(api), replyTable(api)});
+std::string partOf(const Described& described) {
+  const Api& api = *described.api;
+  std::string part = joined(
+      {"Records: ", api.records, ".\n\n", wrapped(api.summary), paramTable(described), replyTable(api)});
   for (const ApiCode& code : api.codes)
     part += joined({"\n", wrapped(joined({Decimal(code.code).text(), ": ", code.when}))});
   return part;
@@ -126,7 +129,7 @@ std::string withGeneratedParts(std::string_view text, std::span<const Described>
     if (line == kEnd) isSkipped = false;
     if (!isSkipped) result.append(line) += '\n';
     if (line != kStart || current == nullptr) continue;
-    result += partOf(*current->api);
+    result += partOf(*current);
     isSkipped = true;
   }
   return result;

@@ -138,7 +138,8 @@ class Operation {
     const std::string example = param.example == nullptr            ? ""
                                 : schema.starts_with(kNumberSchema) ? param.example
                                                                     : jsonString(param.example);
-    properties_.push_back({param.name, members, param.meaning, example, row != nullptr && row->isRequired});
+    const bool isRequired = described_.needsParams && row != nullptr && row->isRequired;
+    properties_.push_back({param.name, members, meaningOf(param, described_), example, isRequired});
   }
 
   std::string operation(bool isPost) const {
@@ -247,7 +248,7 @@ class Operation {
     }
   }
 
-  std::string meaningOf(const ApiKey& key) const {
+  std::string meaningOfKey(const ApiKey& key) const {
     if (key.meaning != nullptr) return key.meaning;
     for (const Property& property : properties_) {
       if (property.name == key.name) return property.meaning;
@@ -262,7 +263,7 @@ class Operation {
     for (const ApiKey& key : keys) {
       std::string members = keySchema(key);
       if (members.empty() && key.type != ApiType::kAny) continue;  // of a parameter that this camera lacks
-      members += joined({members.empty() ? "" : ",", "\"description\":", jsonString(meaningOf(key))});
+      members += joined({members.empty() ? "" : ",", "\"description\":", jsonString(meaningOfKey(key))});
       std::string name = key.name;
       const std::size_t number = name.find('#');
       if (number != name.npos) {
@@ -272,7 +273,7 @@ class Operation {
       properties.addValue(name, braced(members));
       if (!key.isOptional) required.add(jsonString(name));
     }
-    if (isReply) {
+    if (isReply && !properties_.empty()) {
       properties.addValue(
           "ignored",
           R"({"type":"array","items":{"type":"string"},"description":"The parameters that had no effect."})");
@@ -326,7 +327,8 @@ class Operation {
       std::string_view when;
     } all[] = {
         {307, ""},
-        {400, "A parameter is unknown, missing or not accepted."},
+        {400,
+         properties_.empty() ? "A parameter is given." : "A parameter is unknown, missing or not accepted."},
         {401, "The name and password of an account are missing or wrong."},
         {403, "The account may not make this request."},
         {404, api().feature == nullptr ? "" : "The camera does not have the feature."},
@@ -367,6 +369,13 @@ std::map<std::string, std::string, std::less<>> parseAccess(std::string_view tex
     if (name.ends_with(".cgi") && start != line.npos) privileges.emplace(name, line.substr(start));
   }
   return privileges;
+}
+
+std::string meaningOf(const ApiParam& param, const Described& described) {
+  const ParamRow* row = described.api->rows.find(param.name);
+  const bool isOnly = described.api->params.count == 1;
+  const bool isNeeded = row != nullptr && row->isRequired && !described.needsParams && !isOnly;
+  return joined({param.meaning, isNeeded ? " Required if another parameter is given." : ""});
 }
 
 std::string schemaOf(const ApiParam& param, const Api& api, const ProductInfo& product) {

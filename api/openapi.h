@@ -13,11 +13,15 @@ namespace camera::api {
 struct Described {
   std::string_view name;  // "network.cgi"
   const Api* api;
+  bool needsParams;       // it rejects a request without parameters
   std::string privilege;  // "any", "administrator" or the privilege that an ordinary account needs
 };
 
 // Whom the web server lets call an endpoint, by its name. The text is that of virtual-camera/access.
 std::map<std::string, std::string, std::less<>> parseAccess(std::string_view text);
+
+// The parameter's meaning, and when a request needs it.
+std::string meaningOf(const ApiParam& param, const Described& described);
 
 // The members of a parameter's JSON schema on this camera, without braces; empty if the camera has no such
 // parameter.

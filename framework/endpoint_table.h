@@ -13,12 +13,13 @@ struct EndpointEntry {
 
 struct Api;
 
-// What the tables know of an endpoint's class. Defined in handlers/endpoint.h and instantiated in the class's own
-// file, so that the tables do not include the classes.
+// What the tables know of an endpoint's class. Defined in handlers/endpoint.h and instantiated in the class's
+// own file, so that the tables do not include the classes.
 template <class Class>
 struct EndpointOf {
-  static void serve();      // serves one request with an endpoint of that class
-  static const Api& api();  // its description
+  static void serve();        // serves one request with an endpoint of that class
+  static const Api& api();    // its description
+  static bool needsParams();  // whether it rejects a request without parameters
 };
 
 std::span<const EndpointEntry> endpointTable();

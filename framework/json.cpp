@@ -241,6 +241,7 @@ std::string jsonList(std::string_view items, ListOf kind) {
   JsonArray array;
   while (!items.empty()) {
     const std::string_view item = takeUntil(',', &items);
+    if (item.empty()) continue;
     array.add(kind == ListOf::kNumbers ? std::string{item} : jsonString(item));
   }
   return array.text();

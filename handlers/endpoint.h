@@ -38,6 +38,8 @@ class Endpoint {
   Endpoint(const Endpoint&) = delete;
   Endpoint& operator=(const Endpoint&) = delete;
 
+  static constexpr bool kNeedsParams = false;
+
   // Reads the request, answers it and writes the reply.
   void serve();
 
@@ -146,6 +148,11 @@ void EndpointOf<Class>::serve() {
 }
 
 template <class Class>
+bool EndpointOf<Class>::needsParams() {
+  return Class::kNeedsParams;
+}
+
+template <class Class>
 const Api& EndpointOf<Class>::api() {
   return kApi<Class>;
 }
@@ -162,6 +169,9 @@ class ReadOnlyEndpoint : public Endpoint {
 // An endpoint with the parameters of a table.
 template <const auto& kParams, Takes kTakes = Takes::kChanges>
 class ParamEndpoint : public Endpoint {
+ public:
+  static constexpr bool kNeedsParams = kTakes == Takes::kCommand;
+
  protected:
   using State = typename std::remove_cvref_t<decltype(kParams)>::State;
   using Param = ParamOf<kParams>;

@@ -65,7 +65,7 @@ TEST(Json, RepliesAreValidWhateverTheyHold) {
   for (const char* value : {"1", "2", "3"}) reply.pair("r", value);
   const std::string body = R"({"a\"":"\\ / \n\u0001\u007f )"
                            "\xC3\xA9 \xEF\xBF\xBD"
-                           R"(","n":-5,"l":["x","","y"],"m":[1,20],"e":[],"r":["1","2","3"]})"
+                           R"(","n":-5,"l":["x","y"],"m":[1,20],"e":[],"r":["1","2","3"]})"
                            "\n";
   EXPECT_EQ(capture({}, [&] { reply.send(); }),
             "Status: 200 OK\r\nContent-Type: application/json; charset=utf-8\r\nContent-Length: " +
