@@ -148,6 +148,40 @@ std::string threeNumbers(const char* format, int first, int second, int third) {
   return std::snprintf(text, sizeof text, format, first, second, third) < 0 ? "" : text;
 }
 
+// Parts of the regular expressions in JSON schemas. Only leap years have a 29th of February.
+constexpr std::string_view kAnyDate =
+    "(19(69|[7-9][0-9])|20([0-2][0-9]|3[0-7]))-((0?[1-9]|1[0-2])-(0?[1-9]|1[0-9]|2[0-8])|"
+    "(0?[13-9]|1[0-2])-(29|30)|(0?[13578]|1[02])-31)";
+constexpr std::string_view kLeapDay = "(19(7[26]|8[048]|9[26])|20([02][048]|[13][26]))-0?2-29";
+constexpr std::string_view kHours = "([01]?[0-9]|2[0-3])";
+constexpr std::string_view kSixtieth = ":[0-5]?[0-9]";
+constexpr std::string_view kRuleDate = "0*([1-9]|1[0-2])[.]0*[1-5][.]0*[0-6]";
+
+std::string textSchema(std::initializer_list<std::string_view> pattern) {
+  return joined({R"("type":"string","pattern":"^()", joined(pattern), R"()$")"});
+}
+
+std::string withDefault(const std::string& schema, std::string_view factory) {
+  return joined({schema, ",\"default\":", jsonString(factory)});
+}
+
+std::string ruleSchema(std::string_view stored) {
+  std::string factory;
+  formatRule(stored, &factory);
+  return withDefault(textSchema({kRuleDate, "/", kHours, "(", kSixtieth, "){1,2}"}) + ",\"maxLength\":30",
+                     factory);
+}
+
+std::string schemaOf(std::string_view param, const ProductInfo& /*product*/) {
+  const TimeZoneSettings factory{};
+  if (param == "date") return textSchema({kAnyDate, "|", kLeapDay});
+  if (param == "time") return textSchema({kHours, kSixtieth, kSixtieth});
+  if (param == "offset")
+    return withDefault(textSchema({"[-+]?(0[-+:]30|1[-+:](00|30)|2[-+:]00)"}), factory.offset);
+  if (param == "starttime") return ruleSchema(factory.starttime);
+  return param == "stoptime" ? ruleSchema(factory.stoptime) : "";
+}
+
 }  // namespace
 
 class DatetimeEndpoint final : public ParamEndpoint<kParams> {
@@ -259,6 +293,60 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
   bool isSet_ = false;
 };
 
+template <>
+const Api kApi<DatetimeEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kDevice,
+     .summary = "The clock: date and time, time zone and daylight saving time, and whether the clock is set "
+                "by hand or by an NTP server.",
+     .records = "`tzone`, `curtime`, `ntp`",
+     .params =
+         {{"date", "The local date; takes effect only with `method=2`.", nullptr, "2024-07-04",
+           "`YYYY-MM-DD`, a date of the years 1969 to 2037; leading zeros may be left out (`2024-7-4`)"},
+          {"dstauto",
+           "Daylight saving time follows the rules of the region (`yes`), or `offset`, `starttime` and "
+           "`stoptime` (`no`)."},
+          {"dstenable", "Whether daylight saving time is observed."},
+          {"method",
+           "`0`: the clock is set by hand; `1`: the NTP server `timeserver` sets it; `2`: sets the clock now "
+           "to `date` and `time`, both required, and is stored as `0`."},
+          {"offset", "How far daylight saving time is ahead; a sign before it is ignored.", nullptr, "1:00",
+           "`0:30`, `1:00`, `1:30`, `2:00`"},
+          {"starttime",
+           "Start of daylight saving time in local time: month 1 to 12, week of the month 1 to 5 (5 is the "
+           "last), day of the week 0 to 6 (0 is Sunday).",
+           nullptr, "3.5.0/02:00", "`M.W.D/HH:MM` or `M.W.D/HH:MM:SS`"},
+          {"stoptime", "End of daylight saving time, written as `starttime`.", nullptr, "10.5.0/03:00",
+           "`M.W.D/HH:MM` or `M.W.D/HH:MM:SS`"},
+          {"time", "The local time; takes effect only with `method=2`.", nullptr, "09:30:00",
+           "`HH:MM:SS`, `00:00:00` to `23:59:59`; leading zeros may be left out"},
+          {"timeserver", "The name or address of the NTP server; must not be empty while `method` is `1`.",
+           nullptr, "time.example.net"},
+          {"timezone", "The number of the time zone.", nullptr, "35"}},
+     .reply = {{"method"},
+               {"timeserver"},
+               {"timezone"},
+               {"utcdate", ApiType::kText, "The UTC date, `YYYY-MM-DD`."},
+               {"utctime", ApiType::kText, "The UTC time, `HH:MM:SS`."},
+               {"date", ApiType::kText, "The same date in local time."},
+               {"time", ApiType::kText, "The same time in local time."},
+               {"dstenable"},
+               {"dstauto"},
+               {"offset"},
+               {"starttime"},
+               {"stoptime"}},
+     .codes = {{400,
+                "Also if a change that does not set the clock is stored and in effect, but the time for the "
+                "reply cannot be read (`settings: curtime cannot be read`)."},
+               {500,
+                "Also if the stored `offset`, `starttime` or `stoptime` is malformed. Every request then "
+                "fails, unless it replaces the malformed values. A request with valid parameters fails too, "
+                "but its change is made."}},
+     .state = [](const ProductInfo&) -> const void* {
+       static Wanted state;
+       state.method = state.ntp.method;
+       return &state;
+     },
+     .schema = schemaOf});
 template struct EndpointOf<DatetimeEndpoint>;
 
 }  // namespace camera

@@ -24,6 +24,20 @@ class DdnsEndpoint final : public ClientEndpoint<RecordEndpoint<kParams>> {
   }
 };
 
+template <>
+const Api kApi<DdnsEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kNetwork,
+     .summary = "The dynamic DNS client, which keeps the camera's host name registered with a provider.",
+     .records = "`ddns`",
+     .params = {{"ddns", "Switches the client; `on` needs all four of the others, given or stored."},
+                {"provider", "The provider."},
+                {"host", "The host name to register; must not be empty while the client is on.", nullptr,
+                 "hall.example.net"},
+                {"user", "The account at the provider; must not be empty while the client is on.", nullptr,
+                 "me"},
+                {"pass", "The account's password; must not be empty while the client is on.", nullptr,
+                 "secret"}},
+     .state = factoryState<DdnsSettings>});
 template struct EndpointOf<DdnsEndpoint>;
 
 }  // namespace camera

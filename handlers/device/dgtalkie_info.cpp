@@ -11,6 +11,13 @@ class DgtalkieInfoEndpoint final : public ReadOnlyEndpoint {
   }
 };
 
+template <>
+const Api kApi<DgtalkieInfoEndpoint> = {
+    .subsystem = Subsystem::kDevice,
+    .summary = "States that the camera supports dgtalkie, and which of its codes; the same on every camera.",
+    .reply = {
+        {"dgtalkie", ApiType::kText, "The camera supports dgtalkie.", Words{kNoYes}.last(1)},
+        {"supports", ApiType::kTexts, "The supported codes, hexadecimal; in text, separated by commas."}}};
 template struct EndpointOf<DgtalkieInfoEndpoint>;
 
 }  // namespace camera

@@ -33,6 +33,20 @@ class HttpPortEndpoint final : public RecordEndpoint<kParams> {
   }
 };
 
+template <>
+const Api kApi<HttpPortEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kNetwork,
+     .summary = "The TCP port of the camera's web server.",
+     .records = "`httpsvr`; reads `rtspsvr`",
+     .params = {{"httpport", "Moves the server within two seconds; the reply still comes over the old port.",
+                 nullptr, "8081",
+                 "1 to 65535, but not the RTSP server's port or the web server's second port (443 on a new "
+                 "camera; no endpoint changes it)"}},
+     .reply = {{"httpport"}},
+     .schema = [](std::string_view, const ProductInfo&) -> std::string {
+       const Decimal factory(HttpServerSettings{}.http_port);
+       return joined({R"("type":"integer","minimum":1,"maximum":65535,"default":)", factory.text()});
+     }});
 template struct EndpointOf<HttpPortEndpoint>;
 
 }  // namespace camera

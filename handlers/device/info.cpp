@@ -73,6 +73,39 @@ class InfoEndpoint final : public ReadOnlyEndpoint {
   std::optional<InterfaceInfo> interface_;
 };
 
+template <>
+const Api kApi<InfoEndpoint> = {
+    .subsystem = Subsystem::kDevice,
+    .summary = "What the camera is, how it is reached and which features it has.",
+    .records = "none; reads `gpio`, `host`, `system`",
+    .reply = {{"model", ApiType::kText, "The model's name."},
+              {"product", ApiType::kText, "The product's description."},
+              {"brand", ApiType::kText, "The brand's name."},
+              {"version", ApiType::kText, "The version of the firmware."},
+              {"build", ApiType::kText, "The build of the firmware."},
+              {"brixa", ApiType::kText, "The version of this interface."},
+              {"name", ApiType::kText, "The camera's name, as camera_info.cgi sets it."},
+              {"location", ApiType::kText, "Where the camera is, as camera_info.cgi sets it."},
+              {"macaddr", ApiType::kText, "The MAC address of the wired interface."},
+              {"ipaddr", ApiType::kText, "The IPv4 address of the interface in use."},
+              {"netmask", ApiType::kText, "The netmask of the interface in use."},
+              {"gateway", ApiType::kText,
+               "The default gateway of the interface in use; `0.0.0.0` without a default route."},
+              {"wireless", ApiType::kText, "Whether the camera has a wireless interface.", kNoYes},
+              {.name = "ptz",
+               .type = ApiType::kTexts,
+               .meaning = "The movements of the pan/tilt head: `P` and `T`, and `Z` if it also zooms; "
+                          "missing without a head. In text, separated by commas.",
+               .isOptional = true},
+              {"inputs", ApiType::kNumber, "The number of digital inputs."},
+              {"outputs", ApiType::kNumber, "The number of digital outputs."},
+              {"speaker", ApiType::kText, "Whether the camera has a speaker.", kNoYes},
+              {"videoout", ApiType::kText, "Whether the camera has an analogue video output.", kNoYes},
+              {"pir", ApiType::kText, "Whether the camera has a passive infrared sensor.", kNoYes},
+              {"icr", ApiType::kText, "Whether the camera has a day/night switch.", kNoYes},
+              {"ir", ApiType::kText, "Whether the camera has infrared LEDs.", kNoYes},
+              {"mic", ApiType::kText, "Whether the camera has a microphone.", kNoYes}},
+    .codes = {{500, "Also if none of the network interfaces is up and running and has an IPv4 address."}}};
 template struct EndpointOf<InfoEndpoint>;
 
 }  // namespace camera

@@ -52,6 +52,26 @@ constexpr auto kParams =
                        integerParam<&Network::rtspsvr, &RtspServerSettings::rtsp_port>("rtspport"),
                        integerParam<&Network::upnp, &UpnpSettings::rtsp_external_port>("rtspexternalport"));
 
+// JSON schemas of addresses and netmasks. In a netmask, 255 alone stands above another byte, 0 alone below.
+constexpr std::string_view kByte = "(25[0-5]|2[0-4][0-9]|1[0-9]{2}|[1-9]?[0-9])";
+constexpr std::string_view kTopBits = "(128|192|224|240|248|252|254|255)";
+
+std::string addressSchema(const char* last) {
+  return joined({R"("type":"string","pattern":"^()", kByte, "([.]", kByte, "){3})", last,
+                 R"($","not":{"const":"255.255.255.255"})"});
+}
+
+std::string netmaskSchema() {
+  return joined({R"("type":"string","pattern":"^()", kTopBits, "[.]0[.]0[.]0|255[.]((0|", kTopBits,
+                 ")[.]0[.]0|255[.]((0|", kTopBits, ")[.]0|255[.](0|", kTopBits, R"())))$")"});
+}
+
+std::string schemaOf(std::string_view param, const ProductInfo& /*product*/) {
+  if (param == "ip" || param == "gateway") return addressSchema("");
+  if (param == "dns1" || param == "dns2") return addressSchema("?");
+  return param == "netmask" ? netmaskSchema() : "";
+}
+
 }  // namespace
 
 class NetworkEndpoint final : public ClientEndpoint<StateEndpoint<kParams>> {
@@ -96,6 +116,41 @@ class NetworkEndpoint final : public ClientEndpoint<StateEndpoint<kParams>> {
   }
 };
 
+template <>
+const Api kApi<NetworkEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kNetwork,
+     .summary = "All settings of the wired network: addresses, PPPoE and dynamic DNS clients, server ports "
+                "and UPnP port mapping.",
+     .records = "`lan`, `pppoe`, `ddns`, `upnp`, `httpsvr`, `rtspsvr`",
+     .params =
+         {{"dhcp",
+           "With `on`, the camera gets its address by DHCP; the static one is kept and can still be "
+           "changed."},
+          {"ip", "The static address; `0.0.0.0` means none.", nullptr, "192.168.0.60"},
+          {"netmask", "The netmask of the static address.", nullptr, "255.255.255.0"},
+          {"gateway", "The default gateway; `0.0.0.0` means none.", nullptr, "192.168.0.1"},
+          {"dns1", "The first DNS server; empty or `0.0.0.0` means none.", nullptr, "192.168.0.1"},
+          {"dns2", "The second DNS server; empty or `0.0.0.0` means none.", nullptr, "192.168.0.2"},
+          {"pppoe", "Switches the PPPoE client; `on` needs `pppoeuser`, given or stored."},
+          {"pppoeuser", "The PPPoE account's name; must not be empty while `pppoe` is `on`.", nullptr,
+           "line7"},
+          {"pppoepass", "The PPPoE account's password.", nullptr, "secret"},
+          {"ddns", "Switches the dynamic DNS client; `on` needs the four values after it, given or stored."},
+          {"ddnsprovider", "The provider of the dynamic DNS service."},
+          {"ddnshost", "The host name to register; must not be empty while `ddns` is `on`.", nullptr,
+           "hall.example.net"},
+          {"ddnsuser", "The account at the provider; must not be empty while `ddns` is `on`.", nullptr, "me"},
+          {"ddnspass", "That account's password; must not be empty while `ddns` is `on`.", nullptr, "secret"},
+          {"upnp", "Switches UPnP port mapping."},
+          {"httpport", "The port of the web server, which moves as with httpport.cgi; not the RTSP server's.",
+           nullptr, "8081"},
+          {"httpexternalport", "The router's port that leads to the web server; not `rtspexternalport`.",
+           nullptr, "8081"},
+          {"rtspport", "The port of the RTSP server; not the web server's.", nullptr, "8554"},
+          {"rtspexternalport", "The router's port that leads to the RTSP server; not `httpexternalport`.",
+           nullptr, "8554"}},
+     .state = factoryState<Network>,
+     .schema = schemaOf});
 template struct EndpointOf<NetworkEndpoint>;
 
 }  // namespace camera

@@ -18,6 +18,15 @@ class PppoeEndpoint final : public ClientEndpoint<RecordEndpoint<kParams>> {
   }
 };
 
+template <>
+const Api kApi<PppoeEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kNetwork,
+     .summary = "The PPPoE client.",
+     .records = "`pppoe`",
+     .params = {{"pppoe", "Switches the client; `on` needs `user`, given or stored."},
+                {"user", "The account's name; must not be empty while the client is on.", nullptr, "line7"},
+                {"pass", "The account's password.", nullptr, "secret"}},
+     .state = factoryState<PppoeSettings>});
 template struct EndpointOf<PppoeEndpoint>;
 
 }  // namespace camera

@@ -11,6 +11,15 @@ constexpr char kCommand[] = "( sleep 5 && factoryReset && /sbin/reboot ) >/dev/n
 
 class SystemResetEndpoint final : public SystemCommandEndpoint<kParams, kCommand> {};
 
+template <>
+const Api kApi<SystemResetEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kDevice,
+     .summary = "Restores the factory settings, including addresses and accounts, and restarts the camera.",
+     .records = "all",
+     .params = {{"reset", "Confirms the reset, which begins five seconds after the reply."}},
+     .reply = {{"reset", ApiType::kText,
+                "The camera took the request; a reset that fails later is not reported.",
+                Words{kNoYes}.last(1)}}});
 template struct EndpointOf<SystemResetEndpoint>;
 
 }  // namespace camera

@@ -119,6 +119,24 @@ constexpr auto kParams = paramRows<Wanted>(
     ignoredParam("chpatterns"), ignoredParam("format"), ignoredParam("keylength"), ignoredParam("key2"),
     ignoredParam("key3"), ignoredParam("key4"));
 
+// The enumeration of the channels that the region allows; in an unknown region, no channel is accepted.
+std::string channelSchema(const ProductInfo& product) {
+  const std::string_view pattern = channelPattern(product.region);
+  JsonArray channels;
+  for (std::size_t i = 0; i < pattern.size(); ++i) {
+    if (pattern[i] == '1') channels.add(Decimal(static_cast<std::int64_t>(i) + 1).text());
+  }
+  return channels.empty() ? R"("type":"integer","not":{})"
+                          : joined({R"("type":"integer","enum":)", channels.text()});
+}
+
+std::string schemaOf(std::string_view param, const ProductInfo& product) {
+  if (param == "channel") return channelSchema(product);
+  if (param == "key1")
+    return R"("type":"string","pattern":"^([ -~]{5}|[ -~]{13}|[0-9A-Fa-f]{10}|[0-9A-Fa-f]{26})?$")";
+  return param == "passphrase" ? R"("type":"string","pattern":"^([ -~]{8,63}|[0-9A-Fa-f]{64})?$")" : "";
+}
+
 }  // namespace
 
 class WirelessEndpoint final : public ParamEndpoint<kParams> {
@@ -215,6 +233,62 @@ class WirelessEndpoint final : public ParamEndpoint<kParams> {
   std::string_view channels_;
 };
 
+constexpr const char* kFormatWords[] = {"hex", "ASCII"};
+template <>
+const Api kApi<WirelessEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kNetwork,
+     .summary = "The wireless LAN client: whether it is on, and which network it joins.",
+     .records = "`wireless`",
+     .params = {{"enable", "Switches the client."},
+                {"mode", "Joins an access point, or other stations directly."},
+                {"essid", "The network's name.", nullptr, "Camera Net"},
+                {"channel", "Stored if the mode is or becomes `ad-hoc`; otherwise only checked.", nullptr,
+                 nullptr, "a channel whose digit in `chpatterns` is 1"},
+                {"auth", "The authentication; it must fit the mode, the encryption and the key."},
+                {"encryption", "The encryption; it must fit the mode, the authentication and the key."},
+                {"activekey", "Has no effect: the camera has one WEP key."},
+                {"key1", "The WEP key; stored if the encryption is `none` or `WEP`.", nullptr, "wired",
+                 "empty; 5 or 13 printable ASCII characters; 10 or 26 hexadecimal digits"},
+                {"passphrase", "The WPA key; stored if the encryption is `none`, `TKIP` or `AES`.", nullptr,
+                 "correct horse", "empty; 8 to 63 printable ASCII characters; 64 hexadecimal digits"}},
+     .reply = {{"enable"},
+               {"mode"},
+               {"essid"},
+               {"chpatterns", ApiType::kText,
+                "The channels of the camera's region: digit i is 1 if channel i is allowed; empty if the "
+                "region is unknown."},
+               {"channel", ApiType::kNumber, "The channel, which the client uses in `ad-hoc` mode."},
+               {"auth"},
+               {"encryption"},
+               {.name = "format",
+                .type = ApiType::kText,
+                .meaning = "How the WEP key is written; missing without `WEP`, and if the key has none of "
+                           "the four lengths.",
+                .words = kFormatWords,
+                .isOptional = true},
+               {.name = "keylength",
+                .type = ApiType::kNumber,
+                .meaning = "The length of the WEP key in bits, 64 or 128; missing if `format` is.",
+                .isOptional = true},
+               {.name = "activekey",
+                .type = ApiType::kNumber,
+                .meaning = "The number of the WEP key in use, always 1; missing without `WEP`.",
+                .isOptional = true},
+               {.name = "key1",
+                .type = ApiType::kText,
+                .meaning = "The WEP key; missing without `WEP`.",
+                .isOptional = true},
+               {.name = "passphrase",
+                .type = ApiType::kText,
+                .meaning = "The WPA key; missing without `WPA-PSK` or `WPA2-PSK`.",
+                .isOptional = true}},
+     .state = [](const ProductInfo&) -> const void* {
+       static Wanted state;
+       state.channel = state.record.channel;
+       state.auth = state.record.auth;
+       return &state;
+     },
+     .schema = schemaOf});
 template struct EndpointOf<WirelessEndpoint>;
 
 }  // namespace camera

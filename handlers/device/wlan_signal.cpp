@@ -11,6 +11,13 @@ class WlanSignalEndpoint final : public ReadOnlyEndpoint {
   }
 };
 
+template <>
+const Api kApi<WlanSignalEndpoint> = {
+    .subsystem = Subsystem::kNetwork,
+    .summary = "The signal of the wireless network that the camera is connected to.",
+    .reply = {{"signal", ApiType::kNumber,
+               "In the unit of the wireless driver, usually dBm; 0 without a connection or a wireless "
+               "interface. Unlike `signal` of wlansurvey.cgi it is not a percentage."}}};
 template struct EndpointOf<WlanSignalEndpoint>;
 
 }  // namespace camera

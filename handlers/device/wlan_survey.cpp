@@ -69,6 +69,26 @@ class WlanSurveyEndpoint final : public ReadOnlyEndpoint {
   }
 };
 
+constexpr const char* kModeWords[] = {"infrastructure", "Ad-hoc"};
+constexpr const char* kShownAuths[] = {"open", "shared", "WPA-PSK", "WPA2-PSK"};
+constexpr ApiKey kNetwork[] = {
+    {"ssid", ApiType::kText, "The network's name; several networks may have the same."},
+    {"signal", ApiType::kNumber, "Its quality in percent: 100 from -50 dBm up, 0 at -90 dBm and below."},
+    {"mode", ApiType::kText, "An access point, or other stations directly.", kModeWords},
+    {"channel", ApiType::kNumber, "The number of its channel."},
+    {"auth", ApiType::kText, "Its authentication, as wireless.cgi accepts it.", kShownAuths},
+    {"encryption", ApiType::kText, "Its encryption, as wireless.cgi accepts it.", kEncryptionWords}};
+template <>
+const Api kApi<WlanSurveyEndpoint> = {
+    .subsystem = Subsystem::kNetwork,
+    .summary = "The wireless networks that the camera receives and can join.",
+    .feature = &ProductInfo::wireless,
+    .reply = {{"networks",
+               ApiType::kObjects,
+               "The networks, in the order of the survey. Text has no such line, but the six lines of each "
+               "network.",
+               {},
+               kNetwork}}};
 template struct EndpointOf<WlanSurveyEndpoint>;
 
 }  // namespace camera
