@@ -63,6 +63,34 @@ class ActionFtpEndpoint final : public StateEndpoint<kParams> {
   bool changesInterval_ = false;
 };
 
+template <>
+const Api kApi<ActionFtpEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kEvents,
+     .summary =
+         "The FTP server to which the camera uploads snapshots when an event rule with `ftp_shot` fires.",
+     .records = "`ftp`, `snapshot`",
+     .params = {{"enable", "Switches the upload."},
+                {"host", "The name or address of the server.", nullptr, "ftp.example.net"},
+                {"port", "The port of the server.", nullptr, "21"},
+                {"path", "The folder on the server.", nullptr, "/door",
+                 "0 to 30 letters, digits, punctuation except `\"*:<>?` and the vertical bar"},
+                {"prefix", "The start of the names of the uploaded files.", nullptr, "door-",
+                 "as `path`, but without slash and backslash"},
+                {"user", "The name of the account on the server.", nullptr, "door"},
+                {"pass", "The password of the account.", nullptr, "c2VjcmV0"},
+                {"passive", "Selects passive mode, or else active mode."},
+                {"interval", "The time between two uploads.", "s"}},
+     .state = [](const ProductInfo& /*product*/) -> const void* {
+       static Ftp state;
+       state = Ftp{};
+       state.seconds = state.server.interval / kMillisecondsPerSecond;
+       return &state;
+     },
+     .schema = [](std::string_view param, const ProductInfo& /*product*/) -> std::string {
+       if (param != "pass") return {};
+       return R"("type":"string","maxLength":40,"contentEncoding":"base64",)"
+              R"("pattern":"^([A-Za-z0-9+/]{4})*([A-Za-z0-9+/]{2}==|[A-Za-z0-9+/]{3}=)?$")";
+     }});
 template struct EndpointOf<ActionFtpEndpoint>;
 
 }  // namespace camera

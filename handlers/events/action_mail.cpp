@@ -53,6 +53,28 @@ class ActionMailEndpoint final : public StateEndpoint<kParams> {
   }
 };
 
+template <>
+const Api kApi<ActionMailEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kEvents,
+     .summary = "The mail account through which the camera sends snapshots when an event rule with "
+                "`mail_shot` fires.",
+     .records = "`smtp`",
+     .params = {{"enable", "Switches the mailing."},
+                {"sender", "The address of the sender.", nullptr, "door@example.net"},
+                {"to", "The address of the recipient, or several separated by commas.", nullptr,
+                 "me@example.net,you@example.net"},
+                {"host", "The name or address of the mail server.", nullptr, "mail.example.net"},
+                {"port", "The port of the mail server.", nullptr, "25"},
+                {"user", "The name of the account on the server.", nullptr, "door"},
+                {"pass", "The password of the account.", nullptr, "c2VjcmV0"}},
+     .state = factoryState<Mail>,
+     .schema = [](std::string_view param, const ProductInfo& /*product*/) -> std::string {
+       if (param == "sender" || param == "to")
+         return R"("type":"string","maxLength":60,"pattern":"^[!-~]*@[!-~]*\\.[!-~]*$")";
+       if (param != "pass") return {};
+       return R"("type":"string","maxLength":40,"contentEncoding":"base64",)"
+              R"("pattern":"^([A-Za-z0-9+/]{4})*([A-Za-z0-9+/]{2}==|[A-Za-z0-9+/]{3}=)?$")";
+     }});
 template struct EndpointOf<ActionMailEndpoint>;
 
 }  // namespace camera

@@ -15,6 +15,14 @@ constexpr auto kParams = paramRows<AudioDetectionSettings>(
 
 class AudioDetectionEndpoint final : public RecordEndpoint<kParams> {};
 
+template <>
+const Api kApi<AudioDetectionEndpoint> =
+    describes<kParams>({.subsystem = Subsystem::kEvents,
+                        .summary = "Sound detection.",
+                        .records = "`audiodetection`",
+                        .params = {{"enable", "Switches the detection of sounds."},
+                                   {"sensitivity", "The sensitivity to sounds."}},
+                        .state = factoryState<AudioDetectionSettings>});
 template struct EndpointOf<AudioDetectionEndpoint>;
 
 }  // namespace camera

@@ -84,6 +84,38 @@ class DetectionPushEndpoint final : public StateEndpoint<kParams> {
   }
 };
 
+template <>
+const Api kApi<DetectionPushEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kEvents,
+     .summary = "Sound detection, motion detection and the infrared sensor in one request, and which of them "
+                "is pushed to clients.",
+     .records = "`audiodetection`, `motiond`, `gpio`; reads `system`",
+     .params = {{"sound_enable", "Switches the detection of sounds."},
+                {"sound_sensitivity", "The sensitivity to sounds."},
+                {"sound_push", "Switches the push of a detected sound to clients."},
+                {"motion_enable",
+                 "Switches motion detection in the picture; `yes` sets the mask to the whole picture."},
+                {"motion_sensitivity", "The sensitivity to motion in the picture."},
+                {"motion_push", "Switches the push of detected motion to clients."},
+                {"pir_enable",
+                 "Switches detection by the infrared sensor; without one, any value is ignored and the reply "
+                 "leaves it out."},
+                {"pir_sensitivity",
+                 "The sensitivity of the infrared sensor; without one, any value is ignored and the reply "
+                 "leaves it out."}},
+     .state = [](const ProductInfo& product) -> const void* {
+       static Detections state;
+       state = Detections{};
+       state.hasPir = product.has_pir;
+       return &state;
+     },
+     .schema = [](std::string_view param, const ProductInfo& product) -> std::string {
+       if (param == "sound_sensitivity")
+         return R"("type":"integer","minimum":50,"maximum":90,"multipleOf":5)";
+       if (param == "motion_sensitivity") return R"("type":"integer","minimum":0,"maximum":100)";
+       if (param != "pir_sensitivity") return {};
+       return product.has_pir ? R"("type":"integer","minimum":0,"maximum":100,"multipleOf":50)" : "-";
+     }});
 template struct EndpointOf<DetectionPushEndpoint>;
 
 }  // namespace camera

@@ -21,6 +21,12 @@ class EnvSoundLevelEndpoint final : public ReadOnlyEndpoint {
   }
 };
 
+template <>
+const Api kApi<EnvSoundLevelEndpoint> = {
+    .subsystem = Subsystem::kEvents,
+    .summary = "The sound level at the camera.",
+    .reply = {{"audio_detect_val", ApiType::kNumber,
+               "The next reported level, 0 to 255; 0 if none is reported within two seconds."}}};
 template struct EndpointOf<EnvSoundLevelEndpoint>;
 
 }  // namespace camera

@@ -56,6 +56,22 @@ class EventInfoEndpoint final : public ReadOnlyEndpoint {
   List handlers_;
 };
 
+template <>
+const Api kApi<EventInfoEndpoint> = {
+    .subsystem = Subsystem::kEvents,
+    .summary =
+        "The event rules that the camera supports: every trigger combined with every action (handler).",
+    .reply = {
+        {"num", ApiType::kNumber, "The number of rules in `name`."},
+        {"name", ApiType::kTexts,
+         "The rules, in text separated by commas: `schedule-HANDLER`, and `TRIGGER-HANDLER-event` for "
+         "every other trigger."},
+        {"events", ApiType::kTexts,
+         "The triggers: `schedule`, `md1` (motion), and `input1`, `input2` ... for the digital inputs."},
+        {"handlers", ApiType::kTexts,
+         "The actions: `cifs_rec` (record to a network share), `sd1_rec` (record to the SD card, if there is "
+         "a slot), `mail_shot`, `ftp_shot` (send a picture), and `output1`, `output2` ... for the digital "
+         "outputs, which are not combined with `schedule`."}}};
 template struct EndpointOf<EventInfoEndpoint>;
 
 }  // namespace camera

@@ -58,6 +58,14 @@ class EventLogEndpoint final : public Endpoint {
   std::string lines_;
 };
 
+template <>
+const Api kApi<EventLogEndpoint> = {
+    .subsystem = Subsystem::kEvents,
+    .summary = "The lines of the camera's log that report a detection, oldest first.",
+    .reply = {{"lines", ApiType::kTexts,
+               "Each line of the log, with a mark and a space before it: `md` motion, `sd` sound, `th` heat, "
+               "`tc` cold, `di` digital input. In text the lines have no key."}},
+    .rows = {.rows = {}, .unknown = UnknownNames::kIgnore}};
 template struct EndpointOf<EventLogEndpoint>;
 
 }  // namespace camera

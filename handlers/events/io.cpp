@@ -89,6 +89,28 @@ class IoEndpoint final : public ParamEndpoint<kParams> {
   int outputs_ = 0;
 };
 
+template <>
+const Api kApi<IoEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kEvents,
+     .summary = "The current states of the digital inputs and outputs, and the switches of the outputs.",
+     .params = {{"out1", "Switches the first output; unknown on a camera without it."},
+                {"out2", "Switches the second output; unknown on a camera without it."},
+                {"out3", "Switches the third output; unknown on a camera without it."},
+                {"out4", "Switches the fourth output; unknown on a camera without it."}},
+     .reply = {{.name = "in#",
+                .type = ApiType::kText,
+                .meaning = "Whether the input is on, for each of the first four inputs, before the output of "
+                           "that number; missing in the reply to a request with parameters.",
+                .words = kOffOn,
+                .isOptional = true},
+               {"out1"},
+               {"out2"},
+               {"out3"},
+               {"out4"}},
+     .codes = {{404, "The camera has no digital inputs and outputs."}},
+     .schema = [](std::string_view param, const ProductInfo& product) -> std::string {
+       return param.back() - '0' > handledLines(product.output_count) ? "-" : "";
+     }});
 template struct EndpointOf<IoEndpoint>;
 
 }  // namespace camera

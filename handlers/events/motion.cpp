@@ -75,6 +75,37 @@ class MotionEndpoint final : public StateEndpoint<kParams> {
   }
 };
 
+template <>
+const Api kApi<MotionEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kEvents,
+     .summary = "Motion detection, in the picture and by the infrared sensor.",
+     .records = "`motiond`, `gpio`; reads `profile`",
+     .params = {{"enable",
+                 "Switches motion detection in the picture, which needs a mask that is not all `0`."},
+                {"mbmask", "The watched blocks of the picture: a digit for four blocks, a bit for each.",
+                 nullptr,
+                 "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF"
+                 "FFFFFFFFF"
+                 "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF"
+                 "FFFFFFFFF"
+                 "FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF"
+                 "FFFFFFFFF",
+                 "as many hexadecimal digits as the stored mask has (300 in the factory settings)"},
+                {"sensitivity", "The sensitivity to motion in the picture."},
+                {"pir",
+                 "Switches detection by the infrared sensor; without one, any value is ignored and the reply "
+                 "leaves it out."},
+                {"pir_sensitivity", "The sensitivity of the infrared sensor."}},
+     .state = [](const ProductInfo& product) -> const void* {
+       static Motion state;
+       state = Motion{};
+       state.hasPir = product.has_pir;
+       return &state;
+     },
+     .schema = [](std::string_view param, const ProductInfo& /*product*/) -> std::string {
+       return param == "pir_sensitivity" ? R"("type":"integer","minimum":0,"maximum":100,"multipleOf":50)"
+                                         : "";
+     }});
 template struct EndpointOf<MotionEndpoint>;
 
 }  // namespace camera

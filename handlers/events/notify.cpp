@@ -15,6 +15,9 @@ constexpr std::chrono::seconds kAskingTime{25};  // after listening; a request t
 constexpr std::uint32_t kEvents = kMotionEvent | kFlagsEvent | kRecordingEvent | 0xF * kInputEvent |
                                   kSoundEvent | kSpeakerOccupiedEvent | kMicMutedEvent | kSoundLevelEvent;
 
+constexpr const char* kStateWords[] = {"off", "on", "fail"};
+constexpr const char* kOn[] = {"on"};
+
 // The state that the packages report: 0 off, 1 on; an output can also be 2, failed, or another number.
 struct Status {
   std::uint8_t motion;
@@ -139,14 +142,68 @@ class NotifyEndpoint final : public ReadOnlyEndpoint {
 
   // Adds no line for a number without a word.
   void state(std::string_view key, int value) {
-    static constexpr const char* kWords[] = {"off", "on", "fail"};
     const auto index = static_cast<std::size_t>(value);
-    if (index < std::size(kWords)) pair(std::string{key}, kWords[index]);
+    if (index < std::size(kStateWords)) pair(std::string{key}, kStateWords[index]);
   }
 
   Status status_{};
 };
 
+template <>
+const Api kApi<NotifyEndpoint> = {
+    .subsystem = Subsystem::kEvents,
+    .summary = "What happens at the camera now.",
+    .records = "none; reads `audio`, `host`, `ir`",
+    .reply = {{"md1", ApiType::kText, "Whether there was motion in the picture.", kOffOn},
+              {"mdv1", ApiType::kNumber, "How much motion there was."},
+              {"pir", ApiType::kText, "Whether the infrared sensor detected something.", kOffOn},
+              {.name = "storagefull",
+               .type = ApiType::kText,
+               .meaning = "The storage is full; missing while it is not.",
+               .words = kOn,
+               .isOptional = true},
+              {.name = "storagefail",
+               .type = ApiType::kText,
+               .meaning = "The storage does not work; missing while it does.",
+               .words = kOn,
+               .isOptional = true},
+              {"recording", ApiType::kText, "Whether a recording runs.", kOffOn},
+              {"input#", ApiType::kText, "Whether the input was triggered, for each digital input.", kOffOn},
+              {.name = "output#",
+               .type = ApiType::kText,
+               .meaning = "The state of the output, for each digital output; `off` also if the I/O daemon "
+                          "does not answer, and from the fifth output on; missing in any other state.",
+               .words = kStateWords,
+               .isOptional = true},
+              {"vsignal", ApiType::kText, "Whether there is a video signal; always `on`.", kOn},
+              {.name = "speaker",
+               .type = ApiType::kText,
+               .meaning = "Whether the speaker is switched on; only if the camera has one.",
+               .words = kOffOn,
+               .isOptional = true},
+              {.name = "mic",
+               .type = ApiType::kText,
+               .meaning = "Whether the microphone is switched on; only if the camera has one.",
+               .words = kOffOn,
+               .isOptional = true},
+              {.name = "irled",
+               .type = ApiType::kText,
+               .meaning = "Whether the infrared LEDs are switched on; only if the camera has them.",
+               .words = kOffOn,
+               .isOptional = true},
+              {"audio_detected", ApiType::kText, "Whether there was a sound.", kOffOn},
+              {"audio_detect_val", ApiType::kNumber,
+               "The last reported sound level, 0 to 255; 0 if none was reported."},
+              {.name = "speaker_occupied",
+               .type = ApiType::kText,
+               .meaning = "Whether somebody speaks through the speaker; only if the camera has one.",
+               .words = kOffOn,
+               .isOptional = true},
+              {"mic_muted", ApiType::kText, "Whether the microphone is muted.", kOffOn},
+              {.name = "cameraname",
+               .type = ApiType::kText,
+               .meaning = "The camera's name; missing if it cannot be read.",
+               .isOptional = true}}};
 template struct EndpointOf<NotifyEndpoint>;
 
 }  // namespace camera

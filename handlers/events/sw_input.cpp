@@ -23,6 +23,11 @@ class SwInputEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
   }
 };
 
+template <>
+const Api kApi<SwInputEndpoint> =
+    describes<kParams>({.subsystem = Subsystem::kEvents,
+                        .summary = "The software input: a trigger of event rules without a wire.",
+                        .params = {{"trigger", "`on` fires it, `off` releases it."}}});
 template struct EndpointOf<SwInputEndpoint>;
 
 }  // namespace camera
