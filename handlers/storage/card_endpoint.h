@@ -50,4 +50,13 @@ class CardEndpoint : public Base {
   CardSettings card;
 };
 
+// The keys of replyCard.
+inline constexpr std::initializer_list<ApiKey> kCardReply = {
+    {"status", ApiType::kText,
+     "`ready`, `recording` (ready, and recording is on), `full`, `protected`, `invalid`, `over_capacity`, "
+     "`need_reinitialize` or `formatting`; empty without a card."},
+    {"total", ApiType::kNumber, "The whole space in KiB."},
+    {"used", ApiType::kNumber, "The used space in KiB."},
+    {"free", ApiType::kNumber, "The free space in KiB."}};
+
 }  // namespace camera

@@ -77,4 +77,12 @@ class CardFilesEndpoint : public CardEndpoint<ParamEndpoint<kParams, kTakes>> {
   SystemSettings system_;
 };
 
+// The schema of a client's path.
+inline constexpr char kCardPathSchema[] = R"("type":"string","not":{"pattern":"\\.\\./"})";
+
+inline constexpr ApiKey kCardStatusKey{"sd_status", ApiType::kText,
+                                       "The state of the card, as `status` of sdcard.cgi."};
+inline constexpr ApiKey kCardPathKey{"path", ApiType::kText,
+                                     "The path as given; in text with each `'` as `'\\''`."};
+
 }  // namespace camera

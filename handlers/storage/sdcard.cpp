@@ -15,6 +15,12 @@ class SdcardEndpoint final : public CardEndpoint<ReadOnlyEndpoint> {
   }
 };
 
+template <>
+const Api kApi<SdcardEndpoint> = {.subsystem = Subsystem::kCard,
+                                  .summary = "The state of the SD card, and its space.",
+                                  .records = "none; reads `sd`, `record`",
+                                  .feature = &ProductInfo::has_sdcard,
+                                  .reply = kCardReply};
 template struct EndpointOf<SdcardEndpoint>;
 
 }  // namespace camera

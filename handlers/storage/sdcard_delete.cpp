@@ -127,6 +127,40 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
   std::int32_t deleted_ = 0;
 };
 
+constexpr const char* kResultTypes[] = {"folder", "file", "none"};
+constexpr ApiKey kResult[] = {
+    {"name", ApiType::kText, "The entry's name as given."},
+    {"type", ApiType::kText, "What the entry is; `none` if it does not exist or may not be deleted.",
+     kResultTypes},
+    {"result", ApiType::kNumber, "0 deleted, 1 not found, 2 not deleted."}};
+template <>
+const Api kApi<SdcardDeleteEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kCard,
+     .summary = "Deletes files and folders of the SD card, folders with their contents.",
+     .records = "none; reads `sd`, `record`, `system`",
+     .feature = &ProductInfo::has_sdcard,
+     .params = {{"name", "What to delete; a name may include folders (`20140102/clip.mp4`).", nullptr,
+                 "clip.mp4",
+                 "names, or items of sdcard_list.cgi, separated by colons; in each, what follows the first "
+                 "vertical bar is ignored"},
+                {"path", "The folder of these entries, as `path` of sdcard_list.cgi.", nullptr, "/",
+                 "a path without `../`"}},
+     .reply =
+         {kCardStatusKey,
+          {"num", ApiType::kNumber, "The number of deleted entries."},
+          kCardPathKey,
+          {"items",
+           ApiType::kObjects,
+           "The results; in text separated by colons, each `NAME|TYPE|RESULT` with the type `d`, `f` or `n`.",
+           {},
+           kResult}},
+     .codes = {{400, "Also for a folder that does not exist or may not be read."},
+               {500,
+                "Also if an item of `name` has more than 333 bytes, its name more than 255 or its whole path "
+                "more than 319."}},
+     .schema = [](std::string_view param, const ProductInfo& /*product*/) -> std::string {
+       return param == "path" ? kCardPathSchema : "";
+     }});
 template struct EndpointOf<SdcardDeleteEndpoint>;
 
 }  // namespace camera

@@ -69,6 +69,27 @@ class SdcardDownloadEndpoint final : public CardFilesEndpoint<kParams, Takes::kC
   Wanted wanted_;
 };
 
+template <>
+const Api kApi<SdcardDownloadEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kCard,
+     .summary = "Redirects the client to a file of the SD card.",
+     .records = "none; reads `sd`, `record`, `system`",
+     .feature = &ProductInfo::has_sdcard,
+     .params = {{"file", "The file; its name may include folders.", nullptr, "clip.mp4",
+                 "a name without `../`, not empty"},
+                {"path", "The folder of the file, as `path` of sdcard_list.cgi.", nullptr, "/",
+                 "a path without `../`"}},
+     .reply = {kCardPathKey,
+               {"file", ApiType::kText, "The file as given; in text with each `'` as `'\\''`."},
+               {"result", ApiType::kNumber,
+                "1 if there is no such folder or file, or the card is not `ready`, `full` or `recording`; 2 "
+                "if `file` is missing, is not a file, or cannot be read."}},
+     .codes = {{200, "Only in text, if there is nothing to send."},
+               {307, "The `Location` is the file under `/volumes/local/`."},
+               {404, "In JSON, if there is nothing to send; the message says why."}},
+     .schema = [](std::string_view param, const ProductInfo& /*product*/) -> std::string {
+       return joined({kCardPathSchema, param == "file" ? R"(,"minLength":1)" : ""});
+     }});
 template struct EndpointOf<SdcardDownloadEndpoint>;
 
 }  // namespace camera

@@ -61,6 +61,18 @@ class SdcardFormatEndpoint final : public CardEndpoint<StateEndpoint<kParams, Ta
   }
 };
 
+template <>
+const Api kApi<SdcardFormatEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kCard,
+     .summary = "Formats the SD card, which takes a second or more, and creates the product's folder on it.",
+     .records = "none; reads `sd`, `record`, `system`",
+     .feature = &ProductInfo::has_sdcard,
+     .params = {{"format", "Confirms that everything on the card is to be lost."}},
+     .reply = kCardReply,
+     .codes = {
+         {409,
+          "While the card is write-protected, is being formatted or is recorded to; the message says which."},
+         {500, "Can also come after the card was formatted."}}});
 template struct EndpointOf<SdcardFormatEndpoint>;
 
 }  // namespace camera

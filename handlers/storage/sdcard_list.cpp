@@ -9,6 +9,7 @@ namespace camera {
 namespace {
 
 constexpr const char* kTypes[] = {"video", "picture"};
+constexpr const char* kItemTypes[] = {"folder", "file"};
 constexpr const char* kPageSizes[] = {"5", "10", "15", "20", "50", "100"};
 
 constexpr std::size_t kMostItemBytes = 271;   // of an item with its separator
@@ -90,7 +91,7 @@ class SdcardListEndpoint final : public CardFilesEndpoint<kParams> {
     if (!isJson()) return addItem(items, joined({name, isFolder ? "|d|n|" : "|f|n|", shown.text()}), {});
     JsonObject entry;
     entry.add("name", name);
-    entry.add("type", isFolder ? "folder" : "file");
+    entry.add("type", kItemTypes[isFolder ? 0 : 1]);
     entry.addValue(isFolder ? "entries" : "kib", shown.text());
     addItem(items, {}, entry);
   }
@@ -115,6 +116,48 @@ class SdcardListEndpoint final : public CardFilesEndpoint<kParams> {
   std::string items_;
 };
 
+constexpr ApiKey kItem[] = {{"name", ApiType::kText, "The entry's name."},
+                            {"type", ApiType::kText, "What it is.", kItemTypes},
+                            {.name = "entries",
+                             .type = ApiType::kNumber,
+                             .meaning = "Of a folder: the number of its entries.",
+                             .isOptional = true},
+                            {.name = "kib",
+                             .type = ApiType::kNumber,
+                             .meaning = "Of a file: its size in KiB, rounded up.",
+                             .isOptional = true}};
+template <>
+const Api kApi<SdcardListEndpoint> =
+    describes<kParams>({.subsystem = Subsystem::kCard,
+                        .summary = "One page of a folder of the SD card.",
+                        .records = "none; reads `sd`, `record`, `system`",
+                        .feature = &ProductInfo::has_sdcard,
+                        .params = {{"page", "The page; 1 if missing."},
+                                   {"pagesize", "The number of entries on a page; 5 if missing."},
+                                   {"path",
+                                    "The folder, relative to the product's folder or as a whole path "
+                                    "(`/mnt/usb/MODEL/...`); if missing or `/`, the product's folder.",
+                                    nullptr, "/", "a path without `../`"},
+                                   {"type", "Has no effect; returned in the reply."}},
+                        .reply = {kCardStatusKey,
+                                  {.name = "type", .isOptional = true},
+                                  kCardPathKey,
+                                  {"page"},
+                                  {"pagesize"},
+                                  {"total_file", ApiType::kNumber, "The number of entries in the folder."},
+                                  {"total_page", ApiType::kNumber, "The number of pages."},
+                                  {"num", ApiType::kNumber, "The number of entries on this page."},
+                                  {"items",
+                                   ApiType::kObjects,
+                                   "The entries of this page; in text separated by colons: "
+                                   "`NAME|d|n|ENTRIES` for a folder, `NAME|f|n|KIB` for a file.",
+                                   {},
+                                   kItem}},
+                        .codes = {{400, "Also for a folder that does not exist or may not be read."},
+                                  {500, "Also for an entry whose whole path has more than 575 bytes."}},
+                        .schema = [](std::string_view param, const ProductInfo& /*product*/) -> std::string {
+                          return param == "path" ? kCardPathSchema : "";
+                        }});
 template struct EndpointOf<SdcardListEndpoint>;
 
 }  // namespace camera
