@@ -39,7 +39,7 @@ struct ApiParam {
   const char* values = nullptr;   // for readers, where the row's own text says too little
 };
 
-enum class ApiType : std::uint8_t { kLikeParameter, kNumber, kText, kNumbers, kTexts, kObjects, kAny };
+enum class ApiType : std::size_t { kLikeParameter, kNumber, kText, kNumbers, kTexts, kObjects, kAny };
 
 // A key of the reply. "#" in a name stands for a number: "input#" for "input1", "input2" and so on.
 struct ApiKey {
