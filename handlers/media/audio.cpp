@@ -38,6 +38,15 @@ class AudioEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
   int carryOut(AudioProfile& /*wanted*/) override { return 200; }
 };
 
+template <>
+const Api kApi<AudioEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kPicture,
+     .summary = "The three audio profiles of the camera's streams, which cannot be changed.",
+     .params = {{"profileid", "The audio profile."},
+                {"codec", "The expected codec; profiles 1, 2 and 3 have PCM, ADPCM and AAC."},
+                {"samplerate", "The expected sample rate.", "kHz"},
+                {"channel", "The expected number of channels."},
+                {"bitrate", "The expected bit rate; profiles 1, 2 and 3 have 128, 32 and 16.", "kbit/s"}}});
 template struct EndpointOf<AudioEndpoint>;
 
 }  // namespace camera

@@ -21,6 +21,16 @@ class IcrEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_icr> 
   }
 };
 
+template <>
+const Api kApi<IcrEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kPicture,
+     .summary = "The day/night switch, which removes the infrared filter at night.",
+     .records = "`ir`",
+     .feature = &ProductInfo::has_icr,
+     .params = {{"mode",
+                 "Sets the switch; a change to `day` turns the infrared LEDs off, a change to "
+                 "`night` turns them on."}},
+     .state = factoryState<IrSettings>});
 template struct EndpointOf<IcrEndpoint>;
 
 }  // namespace camera

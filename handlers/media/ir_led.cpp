@@ -17,6 +17,14 @@ class IrLedEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_irl
   }
 };
 
+template <>
+const Api kApi<IrLedEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kPicture,
+     .summary = "The infrared LEDs.",
+     .records = "`ir`",
+     .feature = &ProductInfo::has_irled,
+     .params = {{"mode", "Switches the LEDs; accepted only while `mode` of icr.cgi is `manual`."}},
+     .state = factoryState<IrSettings>});
 template struct EndpointOf<IrLedEndpoint>;
 
 }  // namespace camera

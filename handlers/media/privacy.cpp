@@ -12,6 +12,15 @@ constexpr auto kParams = paramRows<PrivacySettings>(choiceParam<&PrivacySettings
 
 class PrivacyEndpoint final : public RecordEndpoint<kParams, &ProductInfo::has_privacy> {};
 
+template <>
+const Api kApi<PrivacyEndpoint> =
+    describes<kParams>({.subsystem = Subsystem::kPicture,
+                        .summary = "The privacy mode.",
+                        .records = "`privacy`",
+                        .feature = &ProductInfo::has_privacy,
+                        .params = {{"enable", "Whether the privacy mode is enabled."},
+                                   {"manual", "Switches the privacy mode by hand."}},
+                        .state = factoryState<PrivacySettings>});
 template struct EndpointOf<PrivacyEndpoint>;
 
 }  // namespace camera

@@ -32,6 +32,13 @@ class RtspUrlEndpoint final : public StateEndpoint<kParams, Takes::kCommand> {
   RtspServerSettings rtspsvr_;
 };
 
+template <>
+const Api kApi<RtspUrlEndpoint> =
+    describes<kParams>({.subsystem = Subsystem::kPicture,
+                        .summary = "The path under which the RTSP server offers a video profile.",
+                        .records = "`rtspsvr`",
+                        .params = {{"profileid", "The video profile."},
+                                   {"urlentry", "The path, without a slash.", nullptr, "live1"}}});
 template struct EndpointOf<RtspUrlEndpoint>;
 
 }  // namespace camera

@@ -85,6 +85,39 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
   std::set<std::pair<std::string_view, std::string>> lines_;
 };
 
+constexpr char kRange[] = "The values; in JSON a list of numbers, or `min` and `max` of a range.";
+constexpr char kWords[] = "The values.";
+template <>
+const Api kApi<SensorInfoEndpoint> = {
+    .subsystem = Subsystem::kPicture,
+    .summary = "Which settings sensor.cgi has on this camera, and which values to offer for each.",
+    .records = "none; reads `image`, `profile`",
+    .reply = {{.name = "brightness", .type = ApiType::kAny, .meaning = kRange, .isOptional = true},
+              {.name = "contrast", .type = ApiType::kAny, .meaning = kRange, .isOptional = true},
+              {.name = "saturation", .type = ApiType::kAny, .meaning = kRange, .isOptional = true},
+              {.name = "hue", .type = ApiType::kAny, .meaning = kRange, .isOptional = true},
+              {.name = "whitebalance", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
+              {.name = "flicker", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
+              {.name = "autoexposure", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
+              {.name = "maxexposuretime", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
+              {.name = "backlightcomp",
+               .type = ApiType::kAny,
+               .meaning =
+                   "The values; in JSON a list, or `min` and `max` of a range. With both kinds of back-light "
+                   "compensation, a list of the two.",
+               .isOptional = true},
+              {.name = "noisereduction", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
+              {.name = "mirror", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
+              {.name = "flip", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
+              {.name = "autogainctrl", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
+              {.name = "color", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
+              {"inputsize", ApiType::kText, "The largest picture of the current display system."},
+              {.name = "videooutformat",
+               .type = ApiType::kText,
+               .meaning = "The current `videoinformat` of sensor.cgi.",
+               .words = kVideoInFormats,
+               .isOptional = true},
+              {.name = "sharpness", .type = ApiType::kNumbers, .meaning = kWords, .isOptional = true}}};
 template struct EndpointOf<SensorInfoEndpoint>;
 
 }  // namespace camera

@@ -8,7 +8,6 @@
 #include "platform/store/records/image.h"
 #include "platform/store/records/motiond.h"
 #include "platform/store/records/profile.h"
-#include "platform/text.h"
 
 namespace camera {
 namespace {
@@ -17,12 +16,6 @@ struct Output {
   std::string supports;  // the names, separated by commas
   int current = 0;
 };
-
-bool isOneOf(std::string_view name, std::string_view list) {
-  while (!list.empty())
-    if (takeUntil(',', &list) == name) return !name.empty();
-  return false;
-}
 
 bool takeCurrent(std::string_view value, Output& output) {
   const int found = indexOf(value, kDisplaySystems);
@@ -102,6 +95,18 @@ class SensorOutputEndpoint final : public StateEndpoint<kParams> {
   }
 };
 
+template <>
+const Api kApi<SensorOutputEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kPicture,
+     .summary = "The display system, which is the size and standard of the sensor's picture.",
+     .records = "`motiond`, `image`, `profile`",
+     .params = {{"current", "Switches to the display system; the current one changes nothing.", nullptr,
+                 nullptr, "one of the names in `supports`"}},
+     .reply = {{"supports", ApiType::kTexts, "The display systems of the camera, at most three."},
+               {"current"}},
+     .schema = [](std::string_view /*param*/, const ProductInfo& product) {
+       return choiceSchema(displaySystemsOf(product), ListOf::kTexts);
+     }});
 template struct EndpointOf<SensorOutputEndpoint>;
 
 }  // namespace camera

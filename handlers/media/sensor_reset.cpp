@@ -41,6 +41,16 @@ class SensorResetEndpoint final : public StateEndpoint<kParams, Takes::kCommand>
   bool isDone_ = false;
 };
 
+constexpr const char* kResults[] = {"yes", "fail"};
+template <>
+const Api kApi<SensorResetEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kPicture,
+     .summary = "Resets the settings of sensor.cgi to the factory settings.",
+     .records = "`image`",
+     .params = {{"reset", "Confirms the request."}},
+     .reply = {{"reset", ApiType::kText,
+                "`fail` if the settings cannot be stored or the product information cannot be read.",
+                kResults}}});
 template struct EndpointOf<SensorResetEndpoint>;
 
 }  // namespace camera

@@ -7,6 +7,7 @@
 
 #include "platform/product/display_system.h"
 #include "platform/store/records/image.h"
+#include "platform/store/records/profile.h"
 #include "platform/text.h"
 
 namespace camera {
@@ -288,6 +289,8 @@ const Row* findModel(std::span<const Row> rows, std::string_view model) {
   return nullptr;
 }
 
+constexpr std::size_t kMostDisplaySystems = 3;  // of a product; more are not reported to clients
+
 constexpr int kLargestStep = 100;  // of the numbers that are listed in steps
 
 int numberIn(const Range& range, std::string_view value, int /*stored*/) {
@@ -311,6 +314,11 @@ int numberIn(const Levels& levels, std::string_view value, int stored) {
   const auto level = static_cast<std::size_t>(stored);
   const bool hasName = level < levels.names.all.size() && value == levels.names.all[level];
   return hasName ? stored : first;
+}
+
+std::string rangeSchema(const Range& range) {
+  return joined({R"("type":"integer","minimum":)", Decimal(range.min).text(),
+                 ",\"maximum\":", Decimal(range.max).text()});
 }
 
 }  // namespace
@@ -362,6 +370,17 @@ std::string acceptedBy(const ValueSet& values) {
   if (range == nullptr || range->max < range->min) return words.empty() ? "nothing on this camera" : words;
   return joined(
       {words, words.empty() ? "" : ", or ", Decimal(range->min).text(), " to ", Decimal(range->max).text()});
+}
+
+std::string schemaOf(const ValueSet& values) {
+  if (const auto* range = std::get_if<Range>(&values)) return rangeSchema(*range);
+  if (const auto* steps = std::get_if<Steps>(&values))
+    return joined({rangeSchema({0, kLargestStep}), ",\"multipleOf\":", Decimal(steps->step).text()});
+  const ListOf kind = areNumbers(values) ? ListOf::kNumbers : ListOf::kTexts;
+  const std::string words = choiceSchema(listed(namesOf(values)->accepted), kind);
+  const auto* levels = std::get_if<Levels>(&values);
+  if (levels == nullptr || levels->numbers.max < levels->numbers.min) return words;
+  return joined({"\"anyOf\":[{", words, "},{", rangeSchema(levels->numbers), "}]"});
 }
 
 int nearestTo(int number, const ValueSet& values) {
@@ -417,6 +436,28 @@ bool DisplayMode::mayHaveLargest(int profile, const VideoSensor& sensor) const {
 const DisplayMode* displayMode(int number) {
   const auto index = static_cast<std::size_t>(number);
   return index < std::size(kDisplayModes) ? &kDisplayModes[index] : nullptr;
+}
+
+std::string displaySystemsOf(const ProductInfo& product) {
+  std::string names = product.display_systems.spaced(kMostDisplaySystems);
+  std::replace(names.begin(), names.end(), ' ', ',');
+  return names.empty() ? kDisplaySystems[ProfileSettings{}.display_system] : names;
+}
+
+std::string choiceSchema(std::string_view words, ListOf kind) {
+  return joined({"\"type\":", kind == ListOf::kNumbers ? "\"integer\"" : "\"string\"",
+                 ",\"enum\":", jsonList(words, kind)});
+}
+
+void addNew(std::string_view word, std::string* list) {
+  if (word.empty() || isOneOf(word, *list)) return;
+  *list += joined({list->empty() ? "" : ",", word});
+}
+
+bool isOneOf(std::string_view word, std::string_view list) {
+  while (!list.empty())
+    if (takeUntil(',', &list) == word) return !word.empty();
+  return false;
 }
 
 }  // namespace camera

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <variant>
 
+#include "framework/json.h"
 #include "framework/params.h"
 #include "framework/value_tables.h"
 #include "platform/product/product_info.h"
@@ -63,6 +64,7 @@ std::string valueOf(const ValueSet& values, int stored);
 std::string offeredBy(const ValueSet& values);   // "off,low,high", "0...100", "0,50,100"
 bool areNumbers(const ValueSet& values);         // all values are integers
 std::string acceptedBy(const ValueSet& values);  // in words, for a refusal
+std::string schemaOf(const ValueSet& values);    // in members of a JSON schema, without braces
 // Of Steps, the accepted value nearest to the number; of two equally near ones, the larger. Of any other set,
 // the number itself.
 int nearestTo(int number, const ValueSet& values);
@@ -187,5 +189,15 @@ struct DisplayMode {
 };
 // Null for an unknown number.
 const DisplayMode* displayMode(int number);
+
+// For descriptions of the interface. The lists have commas between their items.
+
+// The display systems of the product. If it lists none, that of a new camera.
+std::string displaySystemsOf(const ProductInfo& product);
+// The members of a JSON schema for a choice among the words.
+std::string choiceSchema(std::string_view words, ListOf kind);
+// Appends the word, unless it is empty or the list has it.
+void addNew(std::string_view word, std::string* list);
+bool isOneOf(std::string_view word, std::string_view list);
 
 }  // namespace camera

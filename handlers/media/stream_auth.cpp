@@ -20,6 +20,15 @@ class StreamAuthEndpoint final : public RecordEndpoint<kParams> {
   }
 };
 
+template <>
+const Api kApi<StreamAuthEndpoint> =
+    describes<kParams>({.subsystem = Subsystem::kPicture,
+                        .summary = "Whether live video and the snapshot URL require an account.",
+                        .records = "`httpsvr`",
+                        .params = {{"livevideo", "Whether live video requires an account."},
+                                   {"snapshoturl", "Whether the snapshot URL requires an account."}},
+                        .codes = {{400, "A request has at most two parameters, unknown ones included."}},
+                        .state = factoryState<HttpServerSettings>});
 template struct EndpointOf<StreamAuthEndpoint>;
 
 }  // namespace camera

@@ -156,6 +156,57 @@ class StreamInfoEndpoint final : public ReadOnlyEndpoint {
   const DisplayMode* display_ = nullptr;
 };
 
+constexpr ApiKey kBan[] = {
+    {.name = "profile", .type = ApiType::kNumber, .meaning = "The video profile.", .isOptional = true},
+    {.name = "codec", .type = ApiType::kText, .meaning = "Its codec.", .words = kCodecs, .isOptional = true},
+    {.name = "resolution", .type = ApiType::kText, .meaning = "Its resolution.", .isOptional = true},
+    {.name = "framerates", .type = ApiType::kNumbers, .meaning = "Its frame rates.", .isOptional = true}};
+constexpr char kSecondPath[] = "A second path, if the module `myvelkor` is installed.";
+template <>
+const Api kApi<StreamInfoEndpoint> = {
+    .subsystem = Subsystem::kPicture,
+    .summary = "What a client needs in order to offer the camera's streams.",
+    .records = "none; reads `audio`, `profile`",
+    .reply = {{"videos", ApiType::kTexts, "The video codecs of the camera."},
+              {"codeclist#", ApiType::kTexts, "The codecs to offer for each video profile."},
+              {"audios", ApiType::kTexts, "The audio codecs."},
+              {"resolutions", ApiType::kTexts, "The resolutions of the camera."},
+              {"resolutionlist#", ApiType::kTexts, "The resolutions to offer for each video profile."},
+              {"framerates", ApiType::kNumbers, "The frame rates of the camera, in frames per second."},
+              {"frameratelist#", ApiType::kNumbers, "The frame rates to offer for each video profile."},
+              {"qualitymodes", ApiType::kTexts,
+               "`CBR` and `Fixquality` if a client may choose, else `CBR` alone."},
+              {"vbitrates", ApiType::kNumbers, "The video bit rates of the camera, in kbit/s."},
+              {"vbitratelist#", ApiType::kNumbers,
+               "The bit rates to offer for each video profile; none for profile 3."},
+              {"qualities", ApiType::kNumbers, "The qualities, as video.cgi shows them."},
+              {"qualitylist#", ApiType::kNumbers, "The qualities to offer for each video profile."},
+              {"asamplerates", ApiType::kNumbers, "The audio sample rates, in kHz."},
+              {"abitrates", ApiType::kNumbers, "The audio bit rates, in kbit/s."},
+              {"micvol", ApiType::kNumbers, "The volumes of the microphone."},
+              {"cur_micvol", ApiType::kNumber,
+               "The position of its current volume in the list, counted from 0."},
+              {"speakervol", ApiType::kNumbers, "The volumes of the speaker."},
+              {"cur_speakervol", ApiType::kNumber,
+               "The position of its current volume in the list, counted from 0."},
+              {"vprofileformat", ApiType::kText, "Always `0.9`."},
+              {"vprofilenum", ApiType::kNumber, "The number of video profiles."},
+              {"vprofile#", ApiType::kText, "The codec of each video profile.", kCodecs},
+              {"vprofileurl#", ApiType::kText, "Its path."},
+              {.name = "vDprofileurl#", .type = ApiType::kText, .meaning = kSecondPath, .isOptional = true},
+              {"vprofileres#", ApiType::kText, "Its resolution."},
+              {"aprofilenum", ApiType::kNumber, "The number of audio profiles."},
+              {"aprofile#", ApiType::kText, "The codec of each audio profile."},
+              {"aprofileurl#", ApiType::kText, "Its path."},
+              {.name = "aDprofileurl#", .type = ApiType::kText, .meaning = kSecondPath, .isOptional = true},
+              {"vban",
+               ApiType::kObjects,
+               "Some combinations that video.cgi does not accept; a member that is missing can have any "
+               "value. In "
+               "text, `profile|codec|resolution|frame rates|-|-`, separated by `:`, with `-` for any value.",
+               {},
+               kBan}},
+    .codes = {{500, "The sensor is not ov7740, ov9710, ip2986, hm1375 or a variant of one of them."}}};
 template struct EndpointOf<StreamInfoEndpoint>;
 
 }  // namespace camera

@@ -14,6 +14,16 @@ constexpr auto kParams =
 
 class TimeStampEndpoint final : public RecordEndpoint<kParams> {};
 
+template <>
+const Api kApi<TimeStampEndpoint> =
+    describes<kParams>({.subsystem = Subsystem::kPicture,
+                        .summary = "The on-screen display.",
+                        .records = "`osd`",
+                        .params = {{"enable", "Whether the picture has the display."},
+                                   {"showtime", "Whether the display shows the time."},
+                                   {"label", "The text of the display; may be empty.", nullptr, "Gate 2",
+                                    "0 to 30 bytes of text"}},
+                        .state = factoryState<OsdSettings>});
 template struct EndpointOf<TimeStampEndpoint>;
 
 }  // namespace camera

@@ -193,6 +193,78 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   Video video_{};
 };
 
+namespace {
+
+// All words that a parameter can have with the product's display systems, in any profile.
+template <Words (*kWords)(const Video&)>
+std::string anyProfile(Video video, const ProductInfo& product, ListOf kind = ListOf::kTexts) {
+  std::string all;
+  const std::string systems = displaySystemsOf(product);
+  for (std::string_view rest = systems; !rest.empty();) {
+    video.display = displayMode(indexOf(takeUntil(',', &rest), kDisplaySystems));
+    for (video.id = 1; video.id <= kProfiles; ++video.id) {
+      for (const char* word : kWords(video)) addNew(word, &all);
+    }
+  }
+  return choiceSchema(all, kind);
+}
+
+std::string videoSchema(std::string_view param, const ProductInfo& product) {
+  Video video;
+  video.sensor = videoSensor(product.sensor);
+  video.hasH264 = product.has_h264;
+  if (param == "profileid") return {};
+  if (video.sensor == nullptr || (param == "qualitymode" && !hasQualityModes(video))) return "-";
+  if (param == "codec") return anyProfile<codecs>(video, product);
+  if (param == "resolution") return anyProfile<resolutions>(video, product);
+  if (param == "framerate") return anyProfile<frameRates>(video, product, ListOf::kNumbers);
+  if (param == "bitrate") return anyProfile<bitRates>(video, product, ListOf::kNumbers);
+  return {};
+}
+
+}  // namespace
+
+template <>
+const Api kApi<VideoEndpoint> = describes<kParams>(
+    {.subsystem = Subsystem::kPicture,
+     .summary = "One of the four video profiles.",
+     .records = "`profile`",
+     .params =
+         {{"profileid", "The video profile."},
+          {"codec", "The codec; the profile and the sensor decide which there are.", nullptr, nullptr,
+           "`MJPEG`, `MPEG4`, and `H264` if the camera has it"},
+          {"resolution", "The size of the picture; the largest is not for every profile.", nullptr, nullptr,
+           "one of the display system's (see sensor_output.cgi); the smallest only on ov9710 and hm1375"},
+          {"framerate", "The frame rate.", "frames/s", nullptr,
+           "one of the display system's; on mt9v136 at least `5` in profile 1"},
+          {"qualitymode",
+           "Chooses a constant bit rate or a fixed quality; only on ov7740, ov9710 and hm1375, on others any "
+           "value is ignored."},
+          {"quality", "The quality; stored for later while the profile has a bit rate.", "%"},
+          {"bitrate", "The bit rate; stored for later while the profile has a quality.", "kbit/s", nullptr,
+           "`64`, `128`, `256`, `384`, `512`, `768`, `1024`, `1536`, `2048`; on ov9710 and hm1375, and in "
+           "profile 1 of ip2986, also `3072` and `4096`"}},
+     .reply = {{"vprofileformat", ApiType::kText, "Always `0.9`."},
+               {"profileid"},
+               {"codec"},
+               {"resolution"},
+               {"framerate", ApiType::kNumber,
+                "The frame rate, which need not be one that the current display system accepts."},
+               {.name = "qualitymode",
+                .type = ApiType::kText,
+                .meaning =
+                    "`bitrate` follows, or `quality`; missing for MJPEG on a sensor without the parameter.",
+                .words = kQualityModes,
+                .isOptional = true},
+               {.name = "quality",
+                .type = ApiType::kNumber,
+                .meaning = "The quality's level, `55`, `65`, `75`, `85` or `95`; with `Fixquality` or MJPEG.",
+                .isOptional = true},
+               {.name = "bitrate", .isOptional = true}},
+     .codes = {{500,
+                "The sensor is not ov7740, ov9710, mt9v136, mdin220, ip2986, hm1375 or a variant of one of "
+                "them."}},
+     .schema = videoSchema});
 template struct EndpointOf<VideoEndpoint>;
 
 }  // namespace camera
