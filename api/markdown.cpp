@@ -75,6 +75,8 @@ const char* jsonOf(ApiType type) {
       return "list of entries";
     case ApiType::kNumber:
       return "number";
+    case ApiType::kAny:
+      return "list or range";
     default:
       return "text";
   }
@@ -84,13 +86,12 @@ std::string replyTable(const Api& api) {
   const bool hasOwn = std::any_of(api.reply.begin(), api.reply.end(),
                                   [](const ApiKey& key) { return key.meaning != nullptr; });
   if (!hasOwn) return {};
-  std::string table = "\n| key of the reply | kind | value |\n|---|---|---|\n";
+  std::string names;
+  for (const ApiKey& key : api.reply) names += joined({names.empty() ? "" : ", ", "`", key.name, "`"});
+  std::string table = "\n" + wrapped("The keys of the reply, in this order: " + names + ".");
+  table += "\n| key | kind | value |\n|---|---|---|\n";
   for (const ApiKey& key : api.reply) {
-    if (key.meaning == nullptr) {
-      table += joined({"| `", key.name, "` | as the parameter | its value",
-                       key.isOptional ? "; missing in some replies" : "", " |\n"});
-      continue;
-    }
+    if (key.meaning == nullptr) continue;
     const std::string words = listed(key.words);
     table += joined({"| `", key.name, "` | ", words.empty() ? jsonOf(key.type) : words, " | ",
                      cell(key.meaning), " |\n"});

@@ -125,13 +125,14 @@ class Operation {
   };
 
   const Api& api() const { return *described_.api; }
+  bool takesParams() const { return !properties_.empty() || api().rows.unknown == UnknownNames::kIgnore; }
 
   void addParam(const ApiParam& param, const std::string& schema) {
     const void* state = stateOf(api(), product_);
     const ParamRow* row = api().rows.find(param.name);
     std::string members = schema;
     if (const std::string value = row == nullptr ? "" : valueOf(*row, state); !value.empty())
-      members += ",\"default\":" + value;
+      members += ",\"x-factory\":" + value;
     if (param.unit != nullptr) members += ",\"x-unit\":" + jsonString(param.unit);
     if (row != nullptr && row->accepted != nullptr)
       members += ",\"x-accepted\":" + jsonString(acceptedBy(*row, state));
@@ -193,7 +194,7 @@ class Operation {
     JsonArray required;
     for (const Property& property : properties_) {
       const ParamRow* row = api().rows.find(property.name);
-      const bool isList = isJson && row != nullptr && row->separator != '\0';
+      const bool isList = isJson && row != nullptr && *row->separators != '\0';
       const std::string other = isSwitch(schemaOf(property)) && isJson ? R"({"type":"boolean"})"
                                 : isList ? R"({"type":"array","items":{"type":"string"}})"
                                          : "";
@@ -211,7 +212,7 @@ class Operation {
   }
 
   std::string schemaOf(const Property& property) const {
-    return property.schema.substr(0, property.schema.find(",\"default\""));
+    return property.schema.substr(0, property.schema.find(",\"x-factory\""));
   }
   static std::string schemaOf(const ApiParam& param, const Api& api, const ProductInfo& product) {
     return api::schemaOf(param, api, product);
@@ -223,7 +224,7 @@ class Operation {
                                        [name](const Property& p) { return p.name == name; });
     if (property == properties_.end()) return {};
     const ParamRow* row = api().rows.find(name);
-    if (row != nullptr && row->separator != '\0') return R"("type":"array","items":{"type":"string"})";
+    if (row != nullptr && *row->separators != '\0') return R"("type":"array","items":{"type":"string"})";
     std::string schema = schemaOf(*property);
     if (schema.find("\"enum\":") == schema.npos) return schema.substr(0, schema.find(','));
     return schema;
@@ -262,7 +263,8 @@ class Operation {
     JsonArray required;
     for (const ApiKey& key : keys) {
       std::string members = keySchema(key);
-      if (members.empty() && key.type != ApiType::kAny) continue;  // of a parameter that this camera lacks
+      const bool isLacking = members.empty() && (key.type != ApiType::kAny || meaningOfKey(key).empty());
+      if (isLacking) continue;  // a parameter that this camera does not have
       members += joined({members.empty() ? "" : ",", "\"description\":", jsonString(meaningOfKey(key))});
       std::string name = key.name;
       const std::size_t number = name.find('#');
@@ -273,7 +275,7 @@ class Operation {
       properties.addValue(name, braced(members));
       if (!key.isOptional) required.add(jsonString(name));
     }
-    if (isReply && !properties_.empty()) {
+    if (isReply && takesParams()) {
       properties.addValue(
           "ignored",
           R"({"type":"array","items":{"type":"string"},"description":"The parameters that had no effect."})");
@@ -387,6 +389,11 @@ std::string schemaOf(const ApiParam& param, const Api& api, const ProductInfo& p
   return rowSchema(*row, state);
 }
 
+bool isOffered(const Api& api, const ProductInfo& product) {
+  if (api.feature != nullptr && !(product.*api.feature)) return false;
+  return api.isOffered == nullptr || api.isOffered(product);
+}
+
 std::string openApi(std::span<const Described> endpoints, const ProductInfo& product,
                     std::string_view version) {
   JsonObject info;
@@ -403,8 +410,7 @@ std::string openApi(std::span<const Described> endpoints, const ProductInfo& pro
   }
   JsonObject paths;
   for (const Described& described : endpoints) {
-    const Feature feature = described.api->feature;
-    if (feature != nullptr && !(product.*feature)) continue;
+    if (!isOffered(*described.api, product)) continue;
     paths.addValue(joined({"/cgi-bin/", described.name}), Operation(described, product).path());
   }
   JsonObject document;

@@ -20,6 +20,9 @@ struct Described {
 // Whom the web server lets call an endpoint, by its name. The text is that of virtual-camera/access.
 std::map<std::string, std::string, std::less<>> parseAccess(std::string_view text);
 
+// Whether the product has the endpoint.
+bool isOffered(const Api& api, const ProductInfo& product);
+
 // The parameter's meaning, and when a request needs it.
 std::string meaningOf(const ApiParam& param, const Described& described);
 

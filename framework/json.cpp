@@ -78,7 +78,7 @@ class Parser {
       return true;
     }
     if (takeMark('[')) return parseArray(member);
-    return parseScalar(member) || fail("a text, a number, true, false or an array of texts");
+    return parseScalar(member) || fail("a text, an integer, true, false or an array of texts");
   }
 
   bool parseArray(JsonMember* member) {
@@ -86,7 +86,7 @@ class Parser {
     if (!takeMark(']')) {
       do {
         skipSpace();
-        if (!parseScalar(&item)) return fail("a text or a number");
+        if (!parseScalar(&item)) return fail("a text or an integer");
       } while (takeMark(','));
       if (!takeMark(']')) return fail("a comma or the end of the array");
     }
@@ -105,29 +105,16 @@ class Parser {
     return true;
   }
 
-  std::size_t digits() {
-    const std::size_t start = at_;
-    at_ = std::min(text_.find_first_not_of("0123456789", at_), text_.size());
-    return at_ - start;
-  }
-
+  // Every number of the interface is an integer.
   bool parseNumber(std::string* number) {
-    const std::size_t start = at_;
-    take("-");
-    const bool startsWithZero = text_.substr(at_).starts_with('0');
-    const std::size_t whole = digits();
-    bool isNumber = whole == 1 || (whole > 1 && !startsWithZero);
-    if (isNumber && take(".")) isNumber = digits() > 0;
-    if (isNumber && (take("e") || take("E"))) {
-      if (!take("+")) take("-");
-      isNumber = digits() > 0;
-    }
-    if (isNumber) {
-      *number = text_.substr(start, at_ - start);
-    } else {
-      at_ = start;
-    }
-    return isNumber;
+    const std::size_t end = std::min(text_.find_first_not_of("-0123456789", at_), text_.size());
+    const std::string_view digits = text_.substr(at_, end - at_);
+    const bool isInteger = isJsonInteger(digits) &&
+                           (end == text_.size() || std::string_view{".eE"}.find(text_[end]) == text_.npos);
+    if (!isInteger) return false;
+    *number = digits;
+    at_ = end;
+    return true;
   }
 
   bool parseString(std::string* decoded) {

@@ -50,7 +50,9 @@ struct ParamRow {
   const char* (*fault)(std::string_view value) = nullptr;       // of a rejected value; empty: none to name
   bool (*take)(std::string_view value, void* state) = nullptr;  // of kOwn; false: rejected
   const char* accepted = nullptr;  // describes the accepted values, in place of acceptedBy's own text
-  char separator = '\0';           // of a list in one text, which a JSON request may give as an array
+  // Of a list in one text, which a JSON request may give as an array: the separator of the items, and further
+  // characters that an item cannot hold.
+  const char* separators = "";
 };
 
 // The bounds and the words of a row, with or without a state, and whether it is checked and reported.
@@ -229,10 +231,10 @@ struct TypedRow : ParamRow {
     row.fault = fault;
     return row;
   }
-  // The value is a list with that separator between its texts.
-  constexpr TypedRow listedBy(char separator) const {
+  // The value is a list with the first of these characters between its items, which hold none of them.
+  constexpr TypedRow listedBy(const char* separators) const {
     TypedRow row = *this;
-    row.separator = separator;
+    row.separators = separators;
     return row;
   }
   // kBounds: Bounds (const State&). The text describes them if there is no state.

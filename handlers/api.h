@@ -68,6 +68,7 @@ struct Api {
   ApiList<ApiKey, 48> reply{};  // empty: the rows that have a field
   ApiList<ApiCode, 4> codes{};  // besides 200, and 400 for what a parameter does not accept
   ParamList rows{};             // filled by describes()
+  bool (*isOffered)(const ProductInfo& product) = nullptr;  // for what no single feature decides
   // A state with the factory settings of such a camera; null: the rows need none. The rows take bounds and
   // words of it, and the description shows its values.
   const void* (*state)(const ProductInfo& product) = nullptr;

@@ -118,12 +118,13 @@ int Endpoint::takeMember(const JsonMember& member) {
     if (text.empty()) return refuse(member.name, "true and false are only for off and on, or no and yes");
   }
   if (member.kind == JsonMember::kArray) {
-    if (row != nullptr && row->separator == '\0') return refuse(member.name, "an array is only for a list");
-    const char separator = row == nullptr ? ',' : row->separator;
+    const std::string_view separators = row == nullptr ? "," : row->separators;
+    if (separators.empty()) return refuse(member.name, "an array is only for a list");
     for (const std::string& item : member.texts) {
-      if (item.find(separator) != item.npos)
-        return refuse(member.name, joined({"no item may hold ", {&separator, 1}}));
-      text.append(text.empty() ? "" : std::string{separator}).append(item);
+      const std::size_t found = item.find_first_of(separators);
+      if (found != item.npos)
+        return refuse(member.name, joined({"no item may hold ", item.substr(found, 1)}));
+      text.append(text.empty() ? "" : separators.substr(0, 1)).append(item);
     }
   }
   request_.params.insert_or_assign(member.name, text);

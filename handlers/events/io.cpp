@@ -108,6 +108,7 @@ const Api kApi<IoEndpoint> = describes<kParams>(
                {"out3"},
                {"out4"}},
      .codes = {{404, "The camera has no digital inputs and outputs."}},
+     .isOffered = [](const ProductInfo& product) { return product.input_count + product.output_count > 0; },
      .schema = [](std::string_view param, const ProductInfo& product) -> std::string {
        return param.back() - '0' > handledLines(product.output_count) ? "-" : "";
      }});

@@ -116,14 +116,14 @@ std::string exposureSchema(const ProductInfo& product) {
   if (names.empty()) return {};
   const ListOf kind = areAllNumbers ? ListOf::kNumbers : ListOf::kTexts;
   const std::string first = names.substr(0, names.find(','));
-  return joined({choiceSchema(names, kind), ",\"default\":", areAllNumbers ? first : jsonString(first)});
+  return joined({choiceSchema(names, kind), ",\"x-factory\":", areAllNumbers ? first : jsonString(first)});
 }
 
 // The default of a new camera is the accepted value that is nearest to the record's.
 std::string defaultOf(const Capability& capability, const ValueSet& values) {
   static constexpr ImageSettings kFactory{};
   const std::string value = valueOf(values, nearestTo(kFactory.*capability.field, values));
-  return joined({",\"default\":", areNumbers(values) ? value : jsonString(value)});
+  return joined({",\"x-factory\":", areNumbers(values) ? value : jsonString(value)});
 }
 
 std::string sensorSchema(std::string_view param, const ProductInfo& product) {

@@ -70,7 +70,9 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
     std::string times;
     if (!listExposureTimes(exposureTimes(), &times))
       return fail(500, "product information: too long a list of exposure times");
-    list(capability.parameter, times);
+    const std::string digits = "0123456789,";
+    list(capability.parameter, times,
+         times.find_first_not_of(digits) == times.npos ? ListOf::kNumbers : ListOf::kTexts);
     return 200;
   }
 
@@ -99,7 +101,7 @@ const Api kApi<SensorInfoEndpoint> = {
               {.name = "whitebalance", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
               {.name = "flicker", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
               {.name = "autoexposure", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
-              {.name = "maxexposuretime", .type = ApiType::kTexts, .meaning = kWords, .isOptional = true},
+              {.name = "maxexposuretime", .type = ApiType::kAny, .meaning = kWords, .isOptional = true},
               {.name = "backlightcomp",
                .type = ApiType::kAny,
                .meaning =

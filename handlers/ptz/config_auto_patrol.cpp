@@ -17,7 +17,7 @@ struct Patrol {
 };
 
 constexpr auto kParams =
-    paramRows<Patrol>(textParam<&Patrol::presets>("presets", 0, 479, "_-.,").required().listedBy(','));
+    paramRows<Patrol>(textParam<&Patrol::presets>("presets", 0, 479, "_-.,").required().listedBy(","));
 
 // The first slot of that name, counted from 1; 0 if there is none.
 int stopAt(const PtzPresets& presets, std::string_view name) {

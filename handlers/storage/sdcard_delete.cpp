@@ -13,9 +13,9 @@ struct Wanted {
   std::string_view path;
 };
 
-constexpr auto kParams = paramRows<Wanted>(
-    textParam<&Wanted::entries>("name", 0, INT32_MAX, "", kAnyBytes).listedBy(kItemSeparator),
-    cardPathParam<&Wanted::path>("path", 0), ignoredParam("type"));
+constexpr auto kParams =
+    paramRows<Wanted>(textParam<&Wanted::entries>("name", 0, INT32_MAX, "", kAnyBytes).listedBy(":|"),
+                      cardPathParam<&Wanted::path>("path", 0), ignoredParam("type"));
 
 // Limits in bytes.
 constexpr std::size_t kMostOfEntry = 333;

@@ -12,7 +12,7 @@ struct Wanted {
 constexpr auto kParams =
     paramRows<Wanted>(textParam<&Wanted::names>("name", 1, INT32_MAX, "", kAnyBytes)
                           .saying("names of ordinary accounts, each once, separated by commas")
-                          .listedBy(','))
+                          .listedBy(","))
         .ignoringUnknown(1);
 
 void empty(AccountSettings* account, int slot) {

@@ -48,7 +48,7 @@ TEST(JsonReply, HasNamedPartsWhereTextHasLists) {
       {"sensor_info.cgi", kSensor, "", "", 200, R"({"brightness":[0,5,10*)"},
       {"mic.cgi", "", "", R"({"enable":true,"volume":40})", 200, R"({"enable":"yes","volume":40})"},
       {"mic.cgi", "", "", R"({"enable":[true]})", 400,
-       R"({"error":400,"message":"body: expected a text or a number at byte 12"})"},
+       R"({"error":400,"message":"body: expected a text or an integer at byte 12"})"},
       {"mic.cgi", "", "", R"({"volume":true})", 400,
        R"({"error":400,"parameter":"volume","message":"true and false*)"},
       {"mic.cgi", "", "", R"({"enable":["yes"]})", 400,
