@@ -23,7 +23,6 @@ constexpr const char* kSubsystemSentences[] = {
     "The SD card and the recordings on it.",
 };
 
-constexpr char kRefusal[] = R"({"$ref":"#/components/schemas/Refusal"})";
 constexpr char kAnySchema[] = "{}";
 constexpr char kTextSchema[] = R"("type":"string")";
 constexpr char kNumberSchema[] = R"("type":"integer")";
@@ -89,6 +88,49 @@ std::string valueOf(const ParamRow& row, const void* state) {
   return start == json.npos ? "" : json.substr(start + 1, json.size() - start - 2);
 }
 
+std::string response(std::string_view when, std::string_view schema) {
+  JsonObject json;
+  json.addValue("schema", schema);
+  JsonObject text;
+  text.addValue("schema", braced(kTextSchema));
+  JsonObject types;
+  if (!schema.empty()) types.addValue("application/json", json.text());
+  types.addValue("text/plain", text.text());
+  JsonObject response;
+  response.add("description", when);
+  response.addValue("content", types.text());
+  return response.text();
+}
+
+std::string referenceTo(std::string_view kind, std::string_view name) {
+  return joined({R"({"$ref":"#/components/)", kind, "/", name, "\"}"});
+}
+
+// The codes that are described once for all endpoints.
+struct Failure {
+  int code;
+  const char* when;
+  bool isText = false;  // the web server answers
+};
+constexpr Failure kFailures[] = {
+    {307, "The file is at the Location header."},
+    {400, "A parameter is unknown, missing or not accepted."},
+    {401, "The name and password of an account are missing or wrong.", true},
+    {403, "The account may not make this request.", true},
+    {404, "The camera does not have the feature."},
+    {409, "The state of the camera does not allow the request now."},
+    {500, "Settings cannot be read or stored, or a part of the camera does not answer."},
+};
+
+constexpr char kRefusalSchema[] =
+    R"({"type":"object","description":"Why the request was rejected.","properties":{)"
+    R"("error":{"type":"integer","description":"The status code."},)"
+    R"("parameter":{"type":"string","description":"The parameter at fault, if one is."},)"
+    R"("message":{"type":"string","description":"What is accepted, or why the request is not, for people."}},)"
+    R"("required":["error"],"additionalProperties":false})";
+constexpr char kLogin[] =
+    R"({"login":{"type":"http","scheme":"digest","description":"Needed once the administrator has a password."}})";
+
 const void* stateOf(const Api& api, const ProductInfo& product) {
   return api.state == nullptr ? nullptr : api.state(product);
 }
@@ -106,6 +148,17 @@ class Operation {
       const std::string schema = schemaOf(param, api(), product_);
       if (!schema.empty()) addParam(param, schema);
     }
+  }
+
+  std::string id() const { return std::string{described_.name.substr(0, described_.name.find('.'))}; }
+
+  std::string replySchema() const {
+    if (!api().reply.empty()) return objectSchema({api().reply.begin(), api().reply.end()}, true);
+    std::vector<ApiKey> keys;
+    for (const ParamRow& row : api().rows.rows) {
+      if (row.field != nullptr) keys.push_back({.name = row.name});
+    }
+    return objectSchema(keys, true);
   }
 
   std::string path() const {
@@ -145,8 +198,7 @@ class Operation {
 
   std::string operation(bool isPost) const {
     JsonObject operation;
-    std::string id{described_.name.substr(0, described_.name.find('.'))};
-    operation.add("operationId", (isPost ? "post_" : "get_") + id);
+    operation.add("operationId", (isPost ? "post_" : "get_") + id());
     operation.add("summary", api().summary);
     JsonArray tags;
     tags.add(jsonString(nameOf(api().subsystem)));
@@ -292,61 +344,32 @@ class Operation {
     return schema.text();
   }
 
-  std::string replySchema() const {
-    if (!api().reply.empty()) return objectSchema({api().reply.begin(), api().reply.end()}, true);
-    std::vector<ApiKey> keys;
-    for (const ParamRow& row : api().rows.rows) {
-      if (row.field != nullptr) keys.push_back({.name = row.name});
-    }
-    return objectSchema(keys, true);
-  }
-
-  static std::string response(std::string_view when, std::string_view schema) {
-    JsonObject json;
-    json.addValue("schema", schema);
-    JsonObject text;
-    text.addValue("schema", braced(kTextSchema));
-    JsonObject types;
-    types.addValue("application/json", json.text());
-    types.addValue("text/plain", text.text());
-    JsonObject response;
-    response.add("description", when);
-    response.addValue("content", types.text());
-    return response.text();
-  }
-
-  std::string whenOf(int code, std::string_view usual) const {
-    std::string when{usual};
+  // What the endpoint's own constants say of a code.
+  std::string ownReason(int code) const {
     for (const ApiCode& own : api().codes) {
-      if (own.code == code) when += joined({when.empty() ? "" : " ", own.when});
+      if (own.code == code) return own.when;
     }
-    return when;
+    return {};
+  }
+
+  bool canAnswer(const Failure& failure) const {
+    if (failure.code == 404) return api().feature != nullptr;
+    return failure.code != 307 && failure.code != 409;
   }
 
   std::string responses() const {
-    const struct {
-      int code;
-      std::string_view when;
-    } all[] = {
-        {307, ""},
-        {400,
-         properties_.empty() ? "A parameter is given." : "A parameter is unknown, missing or not accepted."},
-        {401, "The name and password of an account are missing or wrong."},
-        {403, "The account may not make this request."},
-        {404, api().feature == nullptr ? "" : "The camera does not have the feature."},
-        {409, ""},
-        {500, "Settings cannot be read or stored, or a part of the camera does not answer."},
-    };
     JsonObject responses;
-    responses.addValue("200", response(whenOf(200, "Done: the state after the request."), replySchema()));
-    for (const auto& [code, usual] : all) {
-      const std::string when = whenOf(code, usual);
-      if (when.empty()) continue;
-      const bool isText = code == 401 || code == 403;
-      responses.addValue(Decimal(code).text(),
-                         isText ? joined({R"({"description":)", jsonString(when),
-                                          R"(,"content":{"text/plain":{"schema":{"type":"string"}}}})"})
-                                : response(when, kRefusal));
+    const std::string done = joined({"Done: the state after the request. ", ownReason(200)});
+    responses.addValue("200", response(done, referenceTo("schemas", id())));
+    for (const Failure& failure : kFailures) {
+      const std::string reason = ownReason(failure.code);
+      const Decimal code(failure.code);
+      if (!reason.empty()) {
+        responses.addValue(code.text(),
+                           response(joined({failure.when, " ", reason}), referenceTo("schemas", "Refusal")));
+      } else if (canAnswer(failure)) {
+        responses.addValue(code.text(), referenceTo("responses", code.text()));
+      }
     }
     return responses.text();
   }
@@ -400,7 +423,7 @@ std::string openApi(std::span<const Described> endpoints, const ProductInfo& pro
   info.add("title", "camera-cgi");
   info.add("version", version);
   info.add("description", "The HTTP interface of a network camera, for the product that is on.");
-  info.addValue("license", R"({"name":"See the project","url":"https://example.com/license"})");
+  info.addValue("license", R"({"name":"The license of the project","identifier":"LicenseRef-camera-cgi"})");
   JsonArray tags;
   for (std::size_t i = 0; i < std::size(kSubsystems); ++i) {
     JsonObject tag;
@@ -409,10 +432,24 @@ std::string openApi(std::span<const Described> endpoints, const ProductInfo& pro
     tags.add(tag.text());
   }
   JsonObject paths;
+  JsonObject schemas;
+  schemas.addValue("Refusal", kRefusalSchema);
   for (const Described& described : endpoints) {
     if (!isOffered(*described.api, product)) continue;
-    paths.addValue(joined({"/cgi-bin/", described.name}), Operation(described, product).path());
+    const Operation operation(described, product);
+    paths.addValue(joined({"/cgi-bin/", described.name}), operation.path());
+    schemas.addValue(operation.id(), operation.replySchema());
   }
+  JsonObject responses;
+  for (const Failure& failure : kFailures) {
+    if (failure.code == 307 || failure.code == 409) continue;  // always described with their own reason
+    const std::string schema = failure.isText ? "" : referenceTo("schemas", "Refusal");
+    responses.addValue(Decimal(failure.code).text(), response(failure.when, schema));
+  }
+  JsonObject components;
+  components.addValue("securitySchemes", kLogin);
+  components.addValue("schemas", schemas.text());
+  components.addValue("responses", responses.text());
   JsonObject document;
   document.add("openapi", "3.1.0");
   document.addValue("info", info.text());
@@ -420,14 +457,7 @@ std::string openApi(std::span<const Described> endpoints, const ProductInfo& pro
   document.addValue("security", R"([{"login":[]},{}])");
   document.addValue("tags", tags.text());
   document.addValue("paths", paths.text());
-  document.addValue(
-      "components",
-      R"({"securitySchemes":{"login":{"type":"http","scheme":"digest","description":"Needed once the administrator has a password."}},)"
-      R"("schemas":{"Refusal":{"type":"object","description":"Why the request was rejected.","properties":{)"
-      R"("error":{"type":"integer","description":"The status code."},)"
-      R"("parameter":{"type":"string","description":"The parameter at fault, if one is."},)"
-      R"("message":{"type":"string","description":"What is accepted, or why the request is not, for people."}},)"
-      R"("required":["error"],"additionalProperties":false}}})");
+  document.addValue("components", components.text());
   return document.text();
 }
 
@@ -435,11 +465,12 @@ std::string indented(std::string_view json) {
   std::string text;
   std::size_t depth = 0;
   bool isInString = false;
+  bool isEscaped = false;
   const auto breakLine = [&] { text.append("\n").append(depth, ' '); };
   for (std::size_t i = 0; i < json.size(); ++i) {
     const char c = json[i];
-    if (c == '"' && (i == 0 || json[i - 1] != '\\' || (i > 1 && json[i - 2] == '\\')))
-      isInString = !isInString;
+    if (c == '"' && !isEscaped) isInString = !isInString;
+    isEscaped = c == '\\' && !isEscaped;
     const bool closes = !isInString && (c == '}' || c == ']');
     const bool opens = !isInString && (c == '{' || c == '[');
     const bool isEmpty = closes && (json[i - 1] == '{' || json[i - 1] == '[');
