@@ -155,6 +155,13 @@ TEST(Pages, OnlyThoseThatTheUserNamesAreServedOrMaySendRequests) {
   }
 }
 
+TEST_F(Http, TheDescriptionIsThatOfTheProduct) {
+  const auto description = camera_->get("/openapi.json");
+  EXPECT_EQ(description.status, 200);
+  EXPECT_NE(description.head.find("\r\nContent-Type: application/json; charset=utf-8\r\n"), std::string::npos);
+  EXPECT_NE(description.body.find("\"/cgi-bin/ptz_move.cgi\""), std::string::npos);
+}
+
 TEST_F(Http, OnlyTheEndpointsAndTheCardAreServed) {
   const std::filesystem::path card = camera_->state() / "sdcard" / "IPCAM";
   for (const char* name : {"clip.cgi", "clip_.cgi", "clip\n.cgi"})
