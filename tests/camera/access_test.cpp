@@ -73,7 +73,7 @@ TEST(Access, TheListNamesEveryEndpointOnce) {
   const Output output = Camera().run(
       {"bash", "-c",
        "cd '" CAMERA_SOURCE_DIR
-       "'; sed -n 's/.*{\"\\([a-z0-9_]*\\.cgi\\)\".*/\\1/p' framework/endpoint_table.cpp | sort |"
+       "'; sed -n 's/.*{\"\\([a-z0-9_]*\\.cgi\\)\".*/\\1/p' framework/endpoint_list.h | sort |"
        " diff - <(grep -E '^[a-z0-9_.]+ +(administrator|any|ptz|outputs|speaker|mic|video|notify)$'"
        " virtual-camera/access | cut -d ' ' -f 1)"});
   EXPECT_EQ(output.out + output.err, "");
