@@ -120,7 +120,7 @@ constexpr std::string_view kLive =
 // The replies of all other endpoints, without the time of day.
 std::map<std::string, std::string> settings(Device& device) {
   std::map<std::string, std::string> shown;
-  const std::string table = readFile(CAMERA_SOURCE_DIR "/framework/endpoint_table.cpp");
+  const std::string table = readFile(CAMERA_SOURCE_DIR "/framework/endpoint_list.h");
   for (std::size_t end = 0; (end = table.find(".cgi\"", end)) != table.npos; ++end) {
     const std::size_t begin = table.rfind('"', end) + 1;
     const std::string cgi = table.substr(begin, end - begin) + ".cgi";
