@@ -158,7 +158,8 @@ TEST(Pages, OnlyThoseThatTheUserNamesAreServedOrMaySendRequests) {
 TEST_F(Http, TheDescriptionIsThatOfTheProduct) {
   const auto description = camera_->get("/openapi.json");
   EXPECT_EQ(description.status, 200);
-  EXPECT_NE(description.head.find("\r\nContent-Type: application/json; charset=utf-8\r\n"), std::string::npos);
+  EXPECT_NE(description.head.find("\r\nContent-Type: application/json; charset=utf-8\r\n"),
+            std::string::npos);
   EXPECT_NE(description.body.find("\"/cgi-bin/ptz_move.cgi\""), std::string::npos);
 }
 
