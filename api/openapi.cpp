@@ -34,8 +34,9 @@ std::string braced(std::string_view members) {
 std::string enumOf(Words words) {
   const bool numbers = areNumbers(words);
   JsonArray values;
-  for (const char* word : words) {
-    if (*word != '\0') values.add(numbers ? word : jsonString(word));
+  for (const char* const& word : words) {
+    const bool isGap = *word == '\0' && &word != words.data();
+    if (!isGap) values.add(numbers ? word : jsonString(word));
   }
   return joined({numbers ? kNumberSchema : kTextSchema, ",\"enum\":", values.text()});
 }
@@ -52,6 +53,13 @@ std::string patternOf(const ParamRow& row) {
     set += c;
   }
   return "^[" + set + "]*$";
+}
+
+bool hasWord(std::string_view words, std::string_view word) {
+  while (!words.empty()) {
+    if (takeUntil(' ', &words) == word) return true;
+  }
+  return false;
 }
 
 std::string rowSchema(const ParamRow& row, const void* state) {
@@ -189,6 +197,8 @@ class Operation {
     if (param.unit != nullptr) members += ",\"x-unit\":" + jsonString(param.unit);
     if (row != nullptr && row->accepted != nullptr)
       members += ",\"x-accepted\":" + jsonString(acceptedBy(*row, state));
+    if (hasWord(api().dependent, param.name)) members += ",\"x-depends\":true";
+    if (hasWord(api().lenient, param.name)) members += ",\"x-lenient\":true";
     const std::string example = param.example == nullptr            ? ""
                                 : schema.starts_with(kNumberSchema) ? param.example
                                                                     : jsonString(param.example);

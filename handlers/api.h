@@ -64,6 +64,10 @@ struct Api {
   const char* records =
       "none";  // the settings records that a change writes, then what else it reads, as api.md has it
   Feature feature = nullptr;  // a camera without it answers 404
+  // Names of parameters, separated by spaces: those that other settings or the camera's state can make it
+  // reject, and those that accept more than their schema says.
+  std::string_view dependent{};
+  std::string_view lenient{};
   ApiList<ApiParam, 24> params{};
   ApiList<ApiKey, 48> reply{};  // empty: the rows that have a field
   ApiList<ApiCode, 4> codes{};  // besides 200, and 400 for what a parameter does not accept

@@ -299,6 +299,7 @@ const Api kApi<DatetimeEndpoint> = describes<kParams>(
      .summary = "The clock: date and time, time zone and daylight saving time, and whether the clock is set "
                 "by hand or by an NTP server.",
      .records = "`tzone`, `curtime`, `ntp`",
+     .dependent = "method",
      .params =
          {{"date", "The local date; takes effect only with `method=2`.", nullptr, "2024-07-04",
            "`YYYY-MM-DD`, a date of the years 1969 to 2037; leading zeros may be left out (`2024-7-4`)"},

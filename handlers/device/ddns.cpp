@@ -29,6 +29,7 @@ const Api kApi<DdnsEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kNetwork,
      .summary = "The dynamic DNS client, which keeps the camera's host name registered with a provider.",
      .records = "`ddns`",
+     .dependent = "ddns",
      .params = {{"ddns", "Switches the client; `on` needs all four of the others, given or stored."},
                 {"provider", "The provider."},
                 {"host", "The host name to register; must not be empty while the client is on.", nullptr,

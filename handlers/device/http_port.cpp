@@ -38,6 +38,8 @@ const Api kApi<HttpPortEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kNetwork,
      .summary = "The TCP port of the camera's web server.",
      .records = "`httpsvr`; reads `rtspsvr`",
+     .dependent = "httpport",
+     .lenient = "httpport",
      .params = {{"httpport", "Moves the server within two seconds; the reply still comes over the old port.",
                  nullptr, "8081",
                  "1 to 65535, but not the RTSP server's port or the web server's second port (443 on a new "

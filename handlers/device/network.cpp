@@ -122,6 +122,7 @@ const Api kApi<NetworkEndpoint> = describes<kParams>(
      .summary = "All settings of the wired network: addresses, PPPoE and dynamic DNS clients, server ports "
                 "and UPnP port mapping.",
      .records = "`lan`, `pppoe`, `ddns`, `upnp`, `httpsvr`, `rtspsvr`",
+     .dependent = "pppoe ddns httpport httpexternalport rtspport rtspexternalport",
      .params =
          {{"dhcp",
            "With `on`, the camera gets its address by DHCP; the static one is kept and can still be "

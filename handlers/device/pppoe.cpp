@@ -23,6 +23,7 @@ const Api kApi<PppoeEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kNetwork,
      .summary = "The PPPoE client.",
      .records = "`pppoe`",
+     .dependent = "pppoe",
      .params = {{"pppoe", "Switches the client; `on` needs `user`, given or stored."},
                 {"user", "The account's name; must not be empty while the client is on.", nullptr, "line7"},
                 {"pass", "The account's password.", nullptr, "secret"}},

@@ -239,6 +239,7 @@ const Api kApi<WirelessEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kNetwork,
      .summary = "The wireless LAN client: whether it is on, and which network it joins.",
      .records = "`wireless`",
+     .dependent = "mode auth encryption key1 passphrase",
      .params = {{"enable", "Switches the client."},
                 {"mode", "Joins an access point, or other stations directly."},
                 {"essid", "The network's name.", nullptr, "Camera Net"},

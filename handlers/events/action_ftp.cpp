@@ -69,6 +69,7 @@ const Api kApi<ActionFtpEndpoint> = describes<kParams>(
      .summary =
          "The FTP server to which the camera uploads snapshots when an event rule with `ftp_shot` fires.",
      .records = "`ftp`, `snapshot`",
+     .dependent = "pass",
      .params = {{"enable", "Switches the upload."},
                 {"host", "The name or address of the server.", nullptr, "ftp.example.net"},
                 {"port", "The port of the server.", nullptr, "21"},

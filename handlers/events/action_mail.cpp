@@ -59,6 +59,7 @@ const Api kApi<ActionMailEndpoint> = describes<kParams>(
      .summary = "The mail account through which the camera sends snapshots when an event rule with "
                 "`mail_shot` fires.",
      .records = "`smtp`",
+     .dependent = "pass",
      .params = {{"enable", "Switches the mailing."},
                 {"sender", "The address of the sender.", nullptr, "door@example.net"},
                 {"to", "The address of the recipient, or several separated by commas.", nullptr,

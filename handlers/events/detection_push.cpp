@@ -90,6 +90,7 @@ const Api kApi<DetectionPushEndpoint> = describes<kParams>(
      .summary = "Sound detection, motion detection and the infrared sensor in one request, and which of them "
                 "is pushed to clients.",
      .records = "`audiodetection`, `motiond`, `gpio`; reads `system`",
+     .lenient = "sound_sensitivity motion_sensitivity pir_sensitivity",
      .params = {{"sound_enable", "Switches the detection of sounds."},
                 {"sound_sensitivity", "The sensitivity to sounds."},
                 {"sound_push", "Switches the push of a detected sound to clients."},

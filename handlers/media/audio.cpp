@@ -42,6 +42,7 @@ template <>
 const Api kApi<AudioEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kPicture,
      .summary = "The three audio profiles of the camera's streams, which cannot be changed.",
+     .dependent = "codec bitrate",
      .params = {{"profileid", "The audio profile."},
                 {"codec", "The expected codec; profiles 1, 2 and 3 have PCM, ADPCM and AAC."},
                 {"samplerate", "The expected sample rate.", "kHz"},

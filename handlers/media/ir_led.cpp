@@ -23,6 +23,7 @@ const Api kApi<IrLedEndpoint> = describes<kParams>(
      .summary = "The infrared LEDs.",
      .records = "`ir`",
      .feature = &ProductInfo::has_irled,
+     .dependent = "mode",
      .params = {{"mode", "Switches the LEDs; accepted only while `mode` of icr.cgi is `manual`."}},
      .state = factoryState<IrSettings>});
 template struct EndpointOf<IrLedEndpoint>;

@@ -41,6 +41,7 @@ const Api kApi<AutoPatrolEndpoint> = describes<kSweepParams>(
      .summary =
          "Makes the pan/tilt head visit the presets of the route of config_auto_patrol.cgi again and again.",
      .feature = &ProductInfo::has_pan_tilt,
+     .dependent = "act",
      .params = {{"act", "`go` starts the patrol; `stop` stops any movement."}},
      .codes = {{500, "The head may also refuse a patrol without a route; the message says so."}}});
 template struct EndpointOf<AutoPatrolEndpoint>;

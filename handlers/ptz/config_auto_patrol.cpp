@@ -88,6 +88,7 @@ const Api kApi<ConfigAutoPatrolEndpoint> = describes<kParams>(
      .summary = "The route of the patrol: presets in the order in which the head visits them.",
      .records = "`route`",
      .feature = &ProductInfo::has_pan_tilt,
+     .dependent = "presets",
      .params =
          {{.name = "presets",
            .meaning =

@@ -52,6 +52,7 @@ const Api kApi<PtzHomeEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kPanTilt,
      .summary = "The home position of the pan/tilt head.",
      .feature = &ProductInfo::has_pan_tilt,
+     .dependent = "act p t",
      .params =
          {{"act",
            "`get` does nothing; `set` moves the head to `p` and `t` and makes the head's position the home "

@@ -30,6 +30,7 @@ const Api kApi<PtzMoveEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kPanTilt,
      .summary = "Moves the pan/tilt head to a position.",
      .feature = &ProductInfo::has_pan_tilt,
+     .dependent = "p t",
      .params = {{"p", "The pan, within the limits that ptz_info.cgi reports; the current one if missing."},
                 {"t", "The tilt, within the limits that ptz_info.cgi reports; the current one if missing."}},
      .reply = {{"p", ApiType::kNumber, "The pan of the target; without parameters, the current one."},

@@ -47,6 +47,7 @@ const Api kApi<PtzPresetEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kPanTilt,
      .summary = "Stores the position of the pan/tilt head under a name, moves the head to it, or deletes it.",
      .feature = &ProductInfo::has_pan_tilt,
+     .dependent = "name act",
      .params =
          {{"name", "The preset.", nullptr, "door"},
           {"act",

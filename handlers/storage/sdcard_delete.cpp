@@ -139,6 +139,7 @@ const Api kApi<SdcardDeleteEndpoint> = describes<kParams>(
      .summary = "Deletes files and folders of the SD card, folders with their contents.",
      .records = "none; reads `sd`, `record`, `system`",
      .feature = &ProductInfo::has_sdcard,
+     .dependent = "name path",
      .params = {{"name", "What to delete; a name may include folders (`20140102/clip.mp4`).", nullptr,
                  "clip.mp4",
                  "names, or items of sdcard_list.cgi, separated by colons; in each, what follows the first "

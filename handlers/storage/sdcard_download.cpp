@@ -75,6 +75,7 @@ const Api kApi<SdcardDownloadEndpoint> = describes<kParams>(
      .summary = "Redirects the client to a file of the SD card.",
      .records = "none; reads `sd`, `record`, `system`",
      .feature = &ProductInfo::has_sdcard,
+     .dependent = "file path",
      .params = {{"file", "The file; its name may include folders.", nullptr, "clip.mp4",
                  "a name without `../`, not empty"},
                 {"path", "The folder of the file, as `path` of sdcard_list.cgi.", nullptr, "/",

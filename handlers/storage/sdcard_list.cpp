@@ -132,6 +132,7 @@ const Api kApi<SdcardListEndpoint> =
                         .summary = "One page of a folder of the SD card.",
                         .records = "none; reads `sd`, `record`, `system`",
                         .feature = &ProductInfo::has_sdcard,
+                        .dependent = "path",
                         .params = {{"page", "The page; 1 if missing."},
                                    {"pagesize", "The number of entries on a page; 5 if missing."},
                                    {"path",

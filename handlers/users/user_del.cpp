@@ -72,6 +72,7 @@ const Api kApi<UserDelEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kUsers,
      .summary = "Deletes ordinary accounts.",
      .records = "`account`",
+     .dependent = "name",
      .params = {{"name", "The accounts; if one of them is not accepted, none is deleted.", nullptr, "ann"}},
      .codes = {{400, "The camera has no ordinary account, or the request has more than one parameter."}}});
 template struct EndpointOf<UserDelEndpoint>;

@@ -62,6 +62,7 @@ const Api kApi<UserListEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kUsers,
      .summary = "The accounts and their groups.",
      .records = "none; reads `account`",
+     .dependent = "name",
      .params = {{"name", "Selects an account; `admin` always means the administrator, whatever its name is.",
                  nullptr, kAdminWord}},
      .reply = {{.name = "users",

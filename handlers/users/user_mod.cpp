@@ -123,6 +123,7 @@ const Api kApi<UserModEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kUsers,
      .summary = "Creates an ordinary account, renames an account, or changes a password.",
      .records = "`account`; reads `system`",
+     .dependent = "name newname password group",
      .params =
          {{"name", "The account, the administrator by its current name; it is created if it does not exist.",
            nullptr, "ann"},
