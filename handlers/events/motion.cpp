@@ -80,6 +80,7 @@ const Api kApi<MotionEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kEvents,
      .summary = "Motion detection, in the picture and by the infrared sensor.",
      .records = "`motiond`, `gpio`; reads `profile`",
+     .dependent = "enable mbmask",
      .params = {{"enable",
                  "Switches motion detection in the picture, which needs a mask that is not all `0`."},
                 {"mbmask", "The watched blocks of the picture: a digit for four blocks, a bit for each.",
