@@ -229,7 +229,7 @@ const Api kApi<VideoEndpoint> = describes<kParams>(
     {.subsystem = Subsystem::kPicture,
      .summary = "One of the four video profiles.",
      .records = "`profile`",
-     .dependent = "codec resolution framerate bitrate",
+     .dependent = "codec resolution framerate qualitymode bitrate",
      .params =
          {{"profileid", "The video profile."},
           {"codec", "The codec; the profile and the sensor decide which there are.", nullptr, nullptr,
