@@ -206,7 +206,8 @@ const Api kApi<StreamInfoEndpoint> = {
                "text, `profile|codec|resolution|frame rates|-|-`, separated by `:`, with `-` for any value.",
                {},
                kBan}},
-    .codes = {{500, "The sensor is not ov7740, ov9710, ip2986, hm1375 or a variant of one of them."}}};
+    .codes = {{500, "The sensor is not ov7740, ov9710, ip2986, hm1375 or a variant of one of them."}},
+    .isOffered = [](const ProductInfo& product) { return streamSensor(product.sensor) != nullptr; }};
 template struct EndpointOf<StreamInfoEndpoint>;
 
 }  // namespace camera

@@ -265,6 +265,7 @@ const Api kApi<VideoEndpoint> = describes<kParams>(
      .codes = {{500,
                 "The sensor is not ov7740, ov9710, mt9v136, mdin220, ip2986, hm1375 or a variant of one of "
                 "them."}},
+     .isOffered = [](const ProductInfo& product) { return videoSensor(product.sensor) != nullptr; },
      .schema = videoSchema});
 template struct EndpointOf<VideoEndpoint>;
 
