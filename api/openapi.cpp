@@ -117,17 +117,17 @@ std::string referenceTo(std::string_view kind, std::string_view name) {
 // The codes that are described once for all endpoints.
 struct Failure {
   int code;
+  bool isText;  // the web server answers
   const char* when;
-  bool isText = false;  // the web server answers
 };
 constexpr Failure kFailures[] = {
-    {307, "The file is at the Location header."},
-    {400, "A parameter is unknown, missing or not accepted."},
-    {401, "The name and password of an account are missing or wrong.", true},
-    {403, "The account may not make this request.", true},
-    {404, "The camera does not have the feature."},
-    {409, "The state of the camera does not allow the request now."},
-    {500, "Settings cannot be read or stored, or a part of the camera does not answer."},
+    {307, false, "The file is at the Location header."},
+    {400, false, "A parameter is unknown, missing or not accepted."},
+    {401, true, "The name and password of an account are missing or wrong."},
+    {403, true, "The account may not make this request."},
+    {404, false, "The camera does not have the feature."},
+    {409, false, "The state of the camera does not allow the request now."},
+    {500, false, "Settings cannot be read or stored, or a part of the camera does not answer."},
 };
 
 constexpr char kRefusalSchema[] =

@@ -377,7 +377,7 @@ std::string schemaOf(const ValueSet& values) {
   if (const auto* steps = std::get_if<Steps>(&values))
     return joined({rangeSchema({0, kLargestStep}), ",\"multipleOf\":", Decimal(steps->step).text()});
   const ListOf kind = areNumbers(values) ? ListOf::kNumbers : ListOf::kTexts;
-  const std::string words = choiceSchema(listed(namesOf(values)->accepted), kind);
+  std::string words = choiceSchema(listed(namesOf(values)->accepted), kind);
   const auto* levels = std::get_if<Levels>(&values);
   if (levels == nullptr || levels->numbers.max < levels->numbers.min) return words;
   return joined({"\"anyOf\":[{", words, "},{", rangeSchema(levels->numbers), "}]"});
