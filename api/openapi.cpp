@@ -147,7 +147,7 @@ bool isSwitch(std::string_view schema) {
   return schema.ends_with(R"("enum":["off","on"])") || schema.ends_with(R"("enum":["no","yes"])");
 }
 
-// What a parameter is in the text of a query: everything but its JSON type alone.
+// The description of one endpoint for one product: its GET and POST, and its JSON reply.
 class Operation {
  public:
   Operation(const Described& described, const ProductInfo& product)
@@ -274,7 +274,7 @@ class Operation {
   }
 
   std::string schemaOf(const Property& property) const {
-    return property.schema.substr(0, property.schema.find(",\"x-factory\""));
+    return property.schema.substr(0, property.schema.find(",\"x-"));
   }
   static std::string schemaOf(const ApiParam& param, const Api& api, const ProductInfo& product) {
     return api::schemaOf(param, api, product);
@@ -341,9 +341,10 @@ class Operation {
       properties.addValue(
           "ignored",
           R"({"type":"array","items":{"type":"string"},"description":"The parameters that had no effect."})");
-      properties.addValue(
-          "warnings",
-          R"({"type":"array","items":{"type":"string"},"description":"What the camera could not do as it is stored."})");
+      if (api().rows.find("httpport") != nullptr)
+        properties.addValue(
+            "warnings",
+            R"({"type":"array","items":{"type":"string"},"description":"What is stored but not in effect."})");
     }
     JsonObject schema;
     schema.add("type", "object");

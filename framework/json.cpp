@@ -2,6 +2,7 @@
 #include "framework/json.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "framework/checks.h"
@@ -58,10 +59,8 @@ class Parser {
     do {
       JsonMember member;
       skipSpace();
-      if (!parseString(&member.name)) return fail("a new name in quotes");
-      const bool isNew = std::none_of(members->begin(), members->end(),
-                                      [&](const JsonMember& m) { return m.name == member.name; });
-      if (!isNew) return fail("a name that is not given twice");
+      if (!parseString(&member.name)) return fail("a name in quotes");
+      if (!names_.insert(member.name).second) return fail("a name that is not given twice");
       if (!takeMark(':')) return fail("a colon");
       if (!parseValue(&member)) return false;
       members->push_back(std::move(member));
@@ -78,7 +77,7 @@ class Parser {
       return true;
     }
     if (takeMark('[')) return parseArray(member);
-    return parseScalar(member) || fail("a text, an integer, true, false or an array of texts");
+    return parseScalar(member) || fail("a text, an integer, true, false or an array");
   }
 
   bool parseArray(JsonMember* member) {
@@ -163,6 +162,7 @@ class Parser {
 
   std::string_view text_;
   std::size_t at_ = 0;
+  std::set<std::string> names_;
   std::string fault_;
 };
 
@@ -229,7 +229,7 @@ std::string jsonList(std::string_view items, ListOf kind) {
   while (!items.empty()) {
     const std::string_view item = takeUntil(',', &items);
     if (item.empty()) continue;
-    array.add(kind == ListOf::kNumbers ? std::string{item} : jsonString(item));
+    array.add(kind == ListOf::kNumbers && isJsonInteger(item) ? std::string{item} : jsonString(item));
   }
   return array.text();
 }

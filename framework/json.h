@@ -45,8 +45,8 @@ class JsonArray {
 
 enum class ListOf : std::uint8_t { kTexts, kNumbers };
 
-// Returns a list that has commas between its items as a JSON array, without empty items. Numbers must be
-// decimal.
+// Returns a list that has commas between its items as a JSON array, without empty items. An item
+// that is no integer is a string in any case.
 std::string jsonList(std::string_view items, ListOf kind = ListOf::kTexts);
 
 // A member of the object in a request's body.

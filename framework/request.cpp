@@ -172,11 +172,9 @@ void readRequest(const CgiVariables& variables, bool keepsBytes, Request* reques
   }
 }
 
-// Most clients send */* or a browser's list: neither needs a closer look.
+// Most clients send */* alone, or nothing.
 bool prefersJson(std::string_view accept) {
-  const auto holds = [accept](char c) { return accept.find(c) != accept.npos; };
-  return !accept.empty() && (holds('j') || holds('J') || accept.find("n/*") != accept.npos) &&
-         weighsJsonMore(accept);
+  return !accept.empty() && accept != "*/*" && weighsJsonMore(accept);
 }
 
 }  // namespace camera

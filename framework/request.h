@@ -12,7 +12,7 @@ namespace camera {
 
 struct Request {
   Queries params;                   // empty if the request cannot be read
-  std::vector<JsonMember> members;  // of a JSON body; all but the texts and numbers, which are in params
+  std::vector<JsonMember> members;  // the booleans and arrays of a JSON body; the rest is in params
   std::string error;                // the message if the request cannot be read, otherwise empty
 };
 

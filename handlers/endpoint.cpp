@@ -77,9 +77,11 @@ void Endpoint::warn(std::string_view text) {
   if (isJson()) warnings_.add(jsonString(text));
 }
 
-void Endpoint::warnOfPort(int stored) {
+void Endpoint::warnOfPort(std::initializer_list<int> stored) {
   const char* used = std::getenv("SERVER_PORT");
-  if (isJson() && used != nullptr && used != Decimal(stored).text())
+  int port = 0;
+  if (!isJson() || used == nullptr || !parseInteger(used, 1, UINT16_MAX, &port)) return;
+  if (std::find(stored.begin(), stored.end(), port) == stored.end())
     warn(joined({"httpport: the web server does not listen on this port, but on ", used}));
 }
 
@@ -109,25 +111,30 @@ int Endpoint::takeMembers() {
 }
 
 int Endpoint::takeMember(const JsonMember& member) {
-  const ParamRow* row = params_.find(member.name);
   std::string text;
-  if (member.kind == JsonMember::kBoolean) {
-    text = member.texts.front();
-    const Words words = wordsOf(member.name);
-    if (row != nullptr || !words.empty()) text = switchWord(text == "true", words);
-    if (text.empty()) return refuse(member.name, "true and false are only for off and on, or no and yes");
-  }
-  if (member.kind == JsonMember::kArray) {
-    const std::string_view separators = row == nullptr ? "," : row->separators;
-    if (separators.empty()) return refuse(member.name, "an array is only for a list");
-    for (const std::string& item : member.texts) {
-      const std::size_t found = item.find_first_of(separators);
-      if (found != item.npos)
-        return refuse(member.name, joined({"no item may hold ", item.substr(found, 1)}));
-      text.append(text.empty() ? "" : separators.substr(0, 1)).append(item);
-    }
+  if (knows(member.name)) {
+    const int result =
+        member.kind == JsonMember::kBoolean ? takeBoolean(member, &text) : takeArray(member, &text);
+    if (result != 200) return result;
   }
   request_.params.insert_or_assign(member.name, text);
+  return 200;
+}
+
+int Endpoint::takeBoolean(const JsonMember& member, std::string* text) {
+  *text = switchWord(member.texts.front() == "true", wordsOf(member.name));
+  return text->empty() ? refuse(member.name, "true and false are only for off and on, or no and yes") : 200;
+}
+
+int Endpoint::takeArray(const JsonMember& member, std::string* text) {
+  const ParamRow* row = params_.find(member.name);
+  const std::string_view separators = row == nullptr ? "" : row->separators;
+  if (separators.empty()) return refuse(member.name, "an array is only for a list");
+  for (const std::string& item : member.texts) {
+    const std::size_t found = item.find_first_of(separators);
+    if (found != item.npos) return refuse(member.name, joined({"no item may hold ", item.substr(found, 1)}));
+    text->append(text->empty() ? "" : separators.substr(0, 1)).append(item);
+  }
   return 200;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstring>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -70,8 +71,8 @@ class Endpoint {
   void noteIgnored(std::string_view name) { ignored_.emplace_back(name); }
   // Adds what a JSON reply says beside its members, such as a stored port that is not in use.
   void warn(std::string_view text);
-  // Warns if the web server does not listen on the stored port: it may be taken.
-  void warnOfPort(int stored);
+  // Warns if the web server listens on none of the stored ports: they may be taken.
+  void warnOfPort(std::initializer_list<int> stored);
   // Appends the table's lines for such a state.
   void showParams(const void* state) { params_.reply(reply_, state); }
   // Rejects a request that lacks parameters; names the first required one.
@@ -79,7 +80,9 @@ class Endpoint {
   // Rejects a value, with the row's description of what it accepts.
   int refuseValue(std::size_t row);
   int refuse(Refusal refusal);
-  // The words of a choice, of which a JSON request may give a switch as true or false.
+  // Whether the endpoint has a parameter of that name, and the words that it accepts. If "off" and "on", or
+  // "no" and "yes", are among them, JSON may give false and true.
+  virtual bool knows(std::string_view name) const { return params_.find(name) != nullptr; }
   virtual Words wordsOf(std::string_view name) const;
 
   void pair(std::string_view key, std::string_view value) { reply_.pair(key, value); }
@@ -123,6 +126,8 @@ class Endpoint {
   int answer(const CgiVariables& variables);
   int takeMembers();
   int takeMember(const JsonMember& member);
+  int takeBoolean(const JsonMember& member, std::string* text);
+  int takeArray(const JsonMember& member, std::string* text);
   int applyUntilStored();
   void reportIgnored();
   bool readRecord(RecordIndex index, void* record);

@@ -161,14 +161,14 @@ std::string textSchema(std::initializer_list<std::string_view> pattern) {
   return joined({R"("type":"string","pattern":"^()", joined(pattern), R"()$")"});
 }
 
-std::string withDefault(const std::string& schema, std::string_view factory) {
-  return joined({schema, ",\"default\":", jsonString(factory)});
+std::string withFactory(const std::string& schema, std::string_view factory) {
+  return joined({schema, ",\"x-factory\":", jsonString(factory)});
 }
 
 std::string ruleSchema(std::string_view stored) {
   std::string factory;
   formatRule(stored, &factory);
-  return withDefault(textSchema({kRuleDate, "/", kHours, "(", kSixtieth, "){1,2}"}) + ",\"maxLength\":30",
+  return withFactory(textSchema({kRuleDate, "/", kHours, "(", kSixtieth, "){1,2}"}) + ",\"maxLength\":30",
                      factory);
 }
 
@@ -177,7 +177,7 @@ std::string schemaOf(std::string_view param, const ProductInfo& /*product*/) {
   if (param == "date") return textSchema({kAnyDate, "|", kLeapDay});
   if (param == "time") return textSchema({kHours, kSixtieth, kSixtieth});
   if (param == "offset")
-    return withDefault(textSchema({"[-+]?(0[-+:]30|1[-+:](00|30)|2[-+:]00)"}), factory.offset);
+    return withFactory(textSchema({"[-+]?(0[-+:]30|1[-+:](00|30)|2[-+:]00)"}), factory.offset);
   if (param == "starttime") return ruleSchema(factory.starttime);
   return param == "stoptime" ? ruleSchema(factory.stoptime) : "";
 }

@@ -28,7 +28,7 @@ class HttpPortEndpoint final : public RecordEndpoint<kParams> {
 
   int reply() override {
     pair("httpport", state.http_port);
-    if (queries().empty()) warnOfPort(state.http_port);
+    if (queries().empty()) warnOfPort({state.http_port, state.alt_port});
     return 200;
   }
 };
@@ -47,7 +47,7 @@ const Api kApi<HttpPortEndpoint> = describes<kParams>(
      .reply = {{"httpport"}},
      .schema = [](std::string_view, const ProductInfo&) -> std::string {
        const Decimal factory(HttpServerSettings{}.http_port);
-       return joined({R"("type":"integer","minimum":1,"maximum":65535,"default":)", factory.text()});
+       return joined({R"("type":"integer","minimum":1,"maximum":65535,"x-factory":)", factory.text()});
      }});
 template struct EndpointOf<HttpPortEndpoint>;
 

@@ -101,7 +101,7 @@ class NetworkEndpoint final : public ClientEndpoint<StateEndpoint<kParams>> {
   }
 
   int reply() override {
-    if (queries().empty()) warnOfPort(state.httpsvr.http_port);
+    if (queries().empty()) warnOfPort({state.httpsvr.http_port, state.httpsvr.alt_port});
     return StateEndpoint::reply();
   }
 

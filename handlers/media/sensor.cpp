@@ -81,6 +81,8 @@ class SensorEndpoint final : public Endpoint {
     isJson() && areNumbers(values) ? number(capability.parameter, value) : pair(capability.parameter, value);
   }
 
+  bool knows(std::string_view name) const override { return takes(name); }
+
   Words wordsOf(std::string_view name) const override {
     for (const Capability& capability : capabilities()) {
       const bool isMeant =

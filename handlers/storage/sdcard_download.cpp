@@ -44,7 +44,8 @@ class SdcardDownloadEndpoint final : public CardFilesEndpoint<kParams, Takes::kC
       return 307;
     }
     if (isJson()) {  // text clients expect a result
-      refuse("file", result == kMissing ? "no such file" : "not a file that can be read");
+      if (!isUsable()) return fail(404, "the card cannot be read");
+      refuse("file", result == kMissing ? "no such file or folder" : "not a file that can be read");
       return 404;
     }
     replyPath("path", wanted_.path);
@@ -87,7 +88,7 @@ const Api kApi<SdcardDownloadEndpoint> = describes<kParams>(
                 "if `file` is missing, is not a file, or cannot be read."}},
      .codes = {{200, "Only in text, if there is nothing to send."},
                {307, "The `Location` is the file under `/volumes/local/`."},
-               {404, "In JSON, if there is nothing to send; the message says why."}},
+               {404, "Also, in JSON, if there is nothing to send; the message says why."}},
      .schema = [](std::string_view param, const ProductInfo& /*product*/) -> std::string {
        return joined({kCardPathSchema, param == "file" ? R"(,"minLength":1)" : ""});
      }});

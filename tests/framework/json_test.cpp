@@ -36,14 +36,14 @@ TEST(Json, IsOneObjectOfPlainValues) {
       {R"({"a":"x\u0000y"})", "asx\0y,"s},
       {"", "expected an object at byte 1"},
       {"[1]", "expected an object at byte 1"},
-      {"{,}", "expected a new name in quotes at byte 2"},
+      {"{,}", "expected a name in quotes at byte 2"},
       {"{\"a\"1}", "expected a colon at byte 5"},
-      {"{\"a\":1,}", "expected a new name in quotes at byte 8"},
+      {"{\"a\":1,}", "expected a name in quotes at byte 8"},
       {"{\"a\":1", "expected a comma or the end of the object at byte 7"},
       {"{\"a\":1}x", "expected nothing after the object at byte 8"},
       {"{\"a\":1,\"a\":2}", "expected a name that is not given twice at byte 11"},
-      {"{\"a\":null}", "expected a text, an integer, true, false or an array of texts at byte 6"},
-      {"{\"a\":{}}", "expected a text, an integer, true, false or an array of texts at byte 6"},
+      {"{\"a\":null}", "expected a text, an integer, true, false or an array at byte 6"},
+      {"{\"a\":{}}", "expected a text, an integer, true, false or an array at byte 6"},
       {"{\"a\":[true]}", "expected a text or an integer at byte 7"},
       {"{\"a\":[1 2]}", "expected a comma or the end of the array at byte 9"},
       {"{\"a\":\"\xFF\"}", "not UTF-8"}};
@@ -95,8 +95,9 @@ TEST(Json, RepliesAreValidWhateverTheyHold) {
 TEST(Json, IsForClientsThatPreferItToText) {
   for (const char* accept :
        {"application/json", "text/plain;q=0.5, application/json", "APPLICATION/JSON ; q=0.001",
-        "*/*;q=0.9,application/json;charset=utf-8", "application/*",
-        "application/json;q=1.000,text/*;q=0.999", "application/json, application/*;q=0, text/plain; Q=0.5"})
+        "*/*;q=0.9,application/json;charset=utf-8", "application/*", "*/*, text/plain;q=0.1",
+        "text/*;q=0.5,APPLICATION/*", "application/json;q=1.000,text/*;q=0.999",
+        "application/json, application/*;q=0, text/plain; Q=0.5"})
     EXPECT_TRUE(prefersJson(accept)) << accept;
   for (const char* accept :
        {"", "*/*", "text/html,application/xhtml+xml,application/xml;q=0.9,*/*;q=0.8",

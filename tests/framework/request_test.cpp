@@ -60,7 +60,7 @@ TEST(Request, ReadsABodyOnlyWhenItIsAFormOfTheLengthItSays) {
       {"{",
        {{"CONTENT_TYPE", "application/json"}, {"QUERY_STRING", "b=2"}},
        none,
-       "body: expected a new name in quotes at byte 2"},
+       "body: expected a name in quotes at byte 2"},
   };
   for (const auto& [body, changes, params, error] : rows) {
     CgiInput input = post(body);

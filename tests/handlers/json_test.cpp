@@ -37,7 +37,7 @@ TEST(JsonReply, HasNamedPartsWhereTextHasLists) {
       {"sdcard_delete.cgi", kCard, "path=d/", R"({"name":["x","y"]})", 200,
        R"({"sd_status":"ready","num":1,"path":"d/","items":[{"name":"x","type":"file","result":0},{"name":"y","type":"none","result":1}]})"},
       {"sdcard_download.cgi", kCard, "file=x", "", 404,
-       R"({"error":404,"parameter":"file","message":"no such file"})"},
+       R"({"error":404,"parameter":"file","message":"no such file or folder"})"},
       {"sdcard_download.cgi", kCard, "file=d", "", 404,
        R"({"error":404,"parameter":"file","message":"not a file*)"},
       {"sdcard_download.cgi", kCard, "file=b'.avi", "", 307, R"({"error":307})"},
@@ -46,6 +46,10 @@ TEST(JsonReply, HasNamedPartsWhereTextHasLists) {
       {"sensor.cgi", kSensor, "", R"({"zoom":true,"":1,"a,b":[]})", 200,
        R"({"brightness":50,"flicker":"50","maxexposuretime":30,"backlightcomp":[0,"no"],"ignored":["","a,b","zoom"]})"},
       {"sensor_info.cgi", kSensor, "", "", 200, R"({"brightness":[0,5,10*)"},
+      {"sensor.cgi", kSensor, "", R"({"brightness":[55]})", 400,
+       R"({"error":400,"parameter":"brightness","message":"an array is only for a list"})"},
+      {"mic.cgi", "", "", R"({"colour":["a,b"]})", 400,
+       R"({"error":400,"parameter":"colour","message":"no such parameter"})"},
       {"mic.cgi", "", "", R"({"enable":true,"volume":40})", 200, R"({"enable":"yes","volume":40})"},
       {"mic.cgi", "", "", R"({"enable":[true]})", 400,
        R"({"error":400,"message":"body: expected a text or an integer at byte 12"})"},
@@ -76,6 +80,18 @@ TEST(JsonReply, HasNamedPartsWhereTextHasLists) {
       EXPECT_EQ(reply.body.substr(0, whole.size() - 1), whole.substr(0, whole.size() - 1));
     else
       EXPECT_EQ(reply.body, whole);
+  }
+}
+
+TEST(JsonReply, WarnsIfTheServerListensOnNeitherStoredPort) {
+  for (const char* cgi : {"httpport.cgi", "network.cgi"}) {
+    for (const auto& [port, warns] : {std::pair{"80", false}, {"443", false}, {"81", true}}) {
+      scripted().reset();
+      CgiInput input = json("");
+      input.environment["SERVER_PORT"] = port;
+      EXPECT_EQ(request(cgi, input).body.find("\"warnings\":[\"httpport: ") != std::string::npos, warns)
+          << cgi << port;
+    }
   }
 }
 
