@@ -180,6 +180,7 @@ class Operation {
   struct Property {
     std::string name;
     std::string schema;  // members
+    std::string extras;  // further members, each after a comma
     std::string meaning;
     std::string example;
     bool isRequired;
@@ -188,22 +189,25 @@ class Operation {
   const Api& api() const { return *described_.api; }
   bool takesParams() const { return !properties_.empty() || api().rows.unknown == UnknownNames::kIgnore; }
 
-  void addParam(const ApiParam& param, const std::string& schema) {
+  // A schema of the endpoint's own may end with what it adds to the description.
+  void addParam(const ApiParam& param, std::string schema) {
     const void* state = stateOf(api(), product_);
     const ParamRow* row = api().rows.find(param.name);
-    std::string members = schema;
+    const std::size_t end = std::min(schema.find(",\"x-"), schema.size());
+    std::string extras = schema.substr(end);
+    schema.resize(end);
     if (const std::string value = row == nullptr ? "" : valueOf(*row, state); !value.empty())
-      members += ",\"x-factory\":" + value;
-    if (param.unit != nullptr) members += ",\"x-unit\":" + jsonString(param.unit);
+      extras += ",\"x-factory\":" + value;
+    if (param.unit != nullptr) extras += ",\"x-unit\":" + jsonString(param.unit);
     if (row != nullptr && row->accepted != nullptr)
-      members += ",\"x-accepted\":" + jsonString(acceptedBy(*row, state));
-    if (hasWord(api().dependent, param.name)) members += ",\"x-depends\":true";
-    if (hasWord(api().lenient, param.name)) members += ",\"x-lenient\":true";
+      extras += ",\"x-accepted\":" + jsonString(acceptedBy(*row, state));
+    if (hasWord(api().dependent, param.name)) extras += ",\"x-depends\":true";
+    if (hasWord(api().lenient, param.name)) extras += ",\"x-lenient\":true";
     const std::string example = param.example == nullptr            ? ""
                                 : schema.starts_with(kNumberSchema) ? param.example
                                                                     : jsonString(param.example);
     const bool isRequired = described_.needsParams && row != nullptr && row->isRequired;
-    properties_.push_back({param.name, members, meaningOf(param, described_), example, isRequired});
+    properties_.push_back({param.name, schema, extras, meaningOf(param, described_), example, isRequired});
   }
 
   std::string operation(bool isPost) const {
@@ -231,7 +235,7 @@ class Operation {
       param.add("in", "query");
       if (property.isRequired) param.addValue("required", "true");
       param.add("description", property.meaning);
-      param.addValue("schema", braced(property.schema));
+      param.addValue("schema", braced(property.schema + property.extras));
       if (!property.example.empty()) param.addValue("example", property.example);
       list.add(param.text());
     }
@@ -257,10 +261,10 @@ class Operation {
     for (const Property& property : properties_) {
       const ParamRow* row = api().rows.find(property.name);
       const bool isList = isJson && row != nullptr && *row->separators != '\0';
-      const std::string other = isSwitch(schemaOf(property)) && isJson ? R"({"type":"boolean"})"
+      const std::string other = isJson && isSwitch(property.schema) ? R"({"type":"boolean"})"
                                 : isList ? R"({"type":"array","items":{"type":"string"}})"
                                          : "";
-      const std::string meaning = ",\"description\":" + jsonString(property.meaning);
+      const std::string meaning = property.extras + ",\"description\":" + jsonString(property.meaning);
       properties.addValue(property.name, other.empty() ? braced(property.schema + meaning)
                                                        : joined({"{\"anyOf\":[{", property.schema, "},",
                                                                  other, "]", meaning, "}"}));
@@ -273,13 +277,6 @@ class Operation {
     return schema.text();
   }
 
-  std::string schemaOf(const Property& property) const {
-    return property.schema.substr(0, property.schema.find(",\"x-"));
-  }
-  static std::string schemaOf(const ApiParam& param, const Api& api, const ProductInfo& product) {
-    return api::schemaOf(param, api, product);
-  }
-
   // The type alone: what is stored may be more than a request may give.
   std::string parameterType(std::string_view name) const {
     const auto property = std::find_if(properties_.begin(), properties_.end(),
@@ -287,7 +284,7 @@ class Operation {
     if (property == properties_.end()) return {};
     const ParamRow* row = api().rows.find(name);
     if (row != nullptr && *row->separators != '\0') return R"("type":"array","items":{"type":"string"})";
-    std::string schema = schemaOf(*property);
+    std::string schema = property->schema;
     if (schema.find("\"enum\":") == schema.npos) return schema.substr(0, schema.find(','));
     return schema;
   }

@@ -70,9 +70,7 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
     std::string times;
     if (!listExposureTimes(exposureTimes(), &times))
       return fail(500, "product information: too long a list of exposure times");
-    const std::string digits = "0123456789,";
-    list(capability.parameter, times,
-         times.find_first_not_of(digits) == times.npos ? ListOf::kNumbers : ListOf::kTexts);
+    list(capability.parameter, times, ListOf::kNumbers);
     return 200;
   }
 

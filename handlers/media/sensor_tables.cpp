@@ -5,7 +5,7 @@
 #include <iterator>
 #include <vector>
 
-#include "platform/product/display_system.h"
+#include "platform/product/sensor.h"
 #include "platform/store/records/image.h"
 #include "platform/store/records/profile.h"
 #include "platform/text.h"
@@ -288,8 +288,6 @@ const Row* findModel(std::span<const Row> rows, std::string_view model) {
   }
   return nullptr;
 }
-
-constexpr std::size_t kMostDisplaySystems = 3;  // of a product; more are not reported to clients
 
 constexpr int kLargestStep = 100;  // of the numbers that are listed in steps
 

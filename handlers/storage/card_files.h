@@ -55,10 +55,10 @@ class CardFilesEndpoint : public CardEndpoint<ParamEndpoint<kParams, kTakes>> {
     return path && canReadFile(productFolder(), *path);
   }
 
-  // Adds an item to a list for replyItems: of the text in a text reply, of the object in JSON.
-  void addItem(std::string* items, std::string_view text, const JsonObject& object) const {
+  // Adds an item to a list for replyItems: the item's text or, in JSON, its object.
+  void addItem(std::string* items, std::string_view item) const {
     if (!items->empty()) *items += this->isJson() ? ',' : kItemSeparator;
-    *items += this->isJson() ? object.text() : text;
+    *items += item;
   }
 
   void replyItems(const std::string& items) {

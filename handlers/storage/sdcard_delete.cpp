@@ -92,12 +92,12 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
 
   // The result is "|TYPE|CODE".
   void addResult(std::string_view name, std::string_view result) {
-    if (!isJson()) return addItem(&results_, joined({name, result}), {});
+    if (!isJson()) return addItem(&results_, joined({name, result}));
     JsonObject entry;
     entry.add("name", name);
     entry.add("type", result[1] == 'd' ? "folder" : result[1] == 'f' ? "file" : "none");
     entry.addValue("result", result.substr(3));
-    addItem(&results_, {}, entry);
+    addItem(&results_, entry.text());
   }
 
   // Deletes the entry, and returns the result that its item shows.

@@ -82,18 +82,18 @@ class SdcardListEndpoint final : public CardFilesEndpoint<kParams> {
       if (kind == EntryKind::kFile)
         addEntry(&files, name, false, (number + kBytesPerUnit - 1) / kBytesPerUnit);
     }
-    if (!files.empty()) items_.append(items_.empty() ? "" : isJson() ? "," : ":").append(files);
+    if (!files.empty()) addItem(&items_, files);
     return 200;
   }
 
   void addEntry(std::string* items, std::string_view name, bool isFolder, std::int64_t number) const {
     const Decimal shown(std::min<std::int64_t>(number, INT32_MAX));
-    if (!isJson()) return addItem(items, joined({name, isFolder ? "|d|n|" : "|f|n|", shown.text()}), {});
+    if (!isJson()) return addItem(items, joined({name, isFolder ? "|d|n|" : "|f|n|", shown.text()}));
     JsonObject entry;
     entry.add("name", name);
     entry.add("type", kItemTypes[isFolder ? 0 : 1]);
     entry.addValue(isFolder ? "entries" : "kib", shown.text());
-    addItem(items, {}, entry);
+    addItem(items, entry.text());
   }
 
   void replyPage() {

@@ -6,11 +6,6 @@
 #include "platform/store/settings.h"
 
 namespace camera {
-namespace {
-
-constexpr std::size_t kMostSupported = 3;  // more are not reported to clients
-
-}  // namespace
 
 int displaySystemInUse() {
   ProfileSettings profile;
@@ -20,7 +15,7 @@ int displaySystemInUse() {
 std::string supportedDisplaySystems() {
   const ProductInfo* product = productInfo();
   if (product == nullptr) return {};
-  std::string supported = product->display_systems.spaced(kMostSupported);
+  std::string supported = product->display_systems.spaced(kMostDisplaySystems);
   if (!supported.empty()) return supported;
   const int inUse = displaySystemInUse();
   return inUse < 0 ? std::string{} : kDisplaySystems[inUse];

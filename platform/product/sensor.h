@@ -1,11 +1,14 @@
 // The image sensor: the display system in use, those that it supports, and its exposure times.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "platform/product/display_system.h"
 
 namespace camera {
+
+inline constexpr std::size_t kMostDisplaySystems = 3;  // of a product; more are not reported to clients
 
 // The index in kDisplaySystems; -1 if the record profile cannot be read.
 int displaySystemInUse();
