@@ -1,5 +1,9 @@
-// A CGI program: /snapshot.jpg is one picture, /video.mjpg a stream of them. The name under which it is
+// As a CGI program: /snapshot.jpg is one picture, /video.mjpg a stream of them. The name under which it is
 // started decides. Parameter: profile, 1 to 4.
+//
+//   camera-picture frames PROFILE
+//       writes the pictures of a profile at its frame rate, each as the planes Y, Cb and Cr (I420), until its
+//       reader goes or the size or the rate changes
 #include <fcntl.h>
 #include <malloc.h>
 #include <poll.h>
@@ -76,7 +80,7 @@ class Sight {
 
   const Look& look() const { return look_; }
 
-  std::string jpeg() {
+  Frame frame() {
     if (Clock::now() - read_ > kRereadInterval) {
       look_ = readLook(profile_);
       read_ = Clock::now();
@@ -84,8 +88,16 @@ class Sight {
     senses_.update();
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     const std::int64_t instant = std::chrono::duration_cast<milliseconds>(now).count() + look_.localShift;
-    Frame frame = take(look_, {instant, senses_.pan, senses_.tilt, senses_.motion}, &scene_);
-    return toJpeg(frame, look_.quality);
+    return take(look_, {instant, senses_.pan, senses_.tilt, senses_.motion}, &scene_);
+  }
+
+  std::string jpeg() {
+    Frame picture = frame();
+    return toJpeg(picture, look_.quality);
+  }
+
+  Clock::time_point nextAfter(Clock::time_point last) const {
+    return std::max(last + std::chrono::nanoseconds(1'000'000'000 / look_.frameRate), Clock::now());
   }
 
  private:
@@ -115,8 +127,36 @@ void serveStream(int profile, bool isForHead) {
     const std::string picture = sight.jpeg();
     if (sight.look().needsLogin && !neededLogin) return;
     if (!writeOut("--frame\r\nContent-Type: image/jpeg\r\n" + lengthOf(picture) + picture + "\r\n")) return;
-    next = std::max(next + std::chrono::nanoseconds(1'000'000'000 / sight.look().frameRate), Clock::now());
+    next = sight.nextAfter(next);
     if (!waitUntil(next)) return;
+  }
+}
+
+std::string planesOf(const Frame& frame) {
+  std::string planes;
+  planes.reserve(frame.y.size() * 3 / 2);
+  const auto append = [&](const std::vector<std::uint8_t>& plane, int width, int height, int stride) {
+    for (int row = 0; row < height; ++row) {
+      const auto* begin =
+          reinterpret_cast<const char*>(plane.data()) + static_cast<std::ptrdiff_t>(row) * stride;
+      planes.append(begin, static_cast<std::size_t>(width));
+    }
+  };
+  append(frame.y, frame.width, frame.height, frame.stride);
+  for (const auto* plane : {&frame.cb, &frame.cr}) {
+    append(*plane, frame.width / 2, frame.height / 2, frame.stride / 2);
+  }
+  return planes;
+}
+
+void writeFrames(int profile) {
+  Sight sight(profile);
+  const Look first = sight.look();
+  for (auto next = Clock::now(); waitUntil(next); next = sight.nextAfter(next)) {
+    const std::string planes = planesOf(sight.frame());
+    const Look& look = sight.look();
+    if (look.width != first.width || look.height != first.height || look.frameRate != first.frameRate) return;
+    if (!writeOut(planes)) return;
   }
 }
 
@@ -149,5 +189,11 @@ int main(int count, char** arguments) {
   (void)prctl(PR_SET_PDEATHSIG, SIGTERM);  // the web server may end first
   (void)std::signal(SIGPIPE, SIG_IGN);
   camera::picture::prepareHeap();
+  int profile = 0;
+  if (count == 3 && std::string_view{arguments[1]} == "frames" &&
+      camera::parseInteger(arguments[2], 1, camera::picture::kProfileCount, &profile)) {
+    camera::picture::writeFrames(profile);
+    return 0;
+  }
   return camera::picture::serve(count > 0 ? arguments[0] : "");
 }
