@@ -60,7 +60,8 @@ TEST(EveryRecord, HasDefaultsWithinItsBounds) {
   for (const RecordInfo* info : kRecords) EXPECT_EQ(firstInvalid(*info, info->defaults), "") << info->name;
 }
 
-// A narrower bound would make what cameras have stored unreadable; a wider one would let in what no part expects.
+// A narrower bound would make what cameras have stored unreadable; a wider one would let in what no part
+// expects.
 TEST(EveryRecord, AcceptsWhatCamerasHaveStored) {
   std::ostringstream bounds;
   for (const RecordInfo* info : kRecords) {
