@@ -7,14 +7,14 @@ import { createConfig, lintFromString } from '@redocly/openapi-core';
 import Ajv from 'ajv/dist/2020.js';
 import { apiCompare } from 'api-smart-diff';
 import openapiTypes, { astToString } from 'openapi-typescript';
-import { Camera, root } from './camera.js';
+import { Camera, build, root } from './camera.js';
 import { checkValues } from './values.js';
 
 const kCommands = /(system_reboot|system_reset|sdcard_format).cgi$/;  // they end or empty the camera
 const here = root + 'tests/api/';
 const products = readdirSync(root + 'virtual-camera/products');
 
-const describe = product => JSON.parse(execFileSync(root + 'build/bin/camera-api',
+const describe = product => JSON.parse(execFileSync(build + '/bin/camera-api',
   [`${root}virtual-camera/products/${product}/product.conf`, root + 'virtual-camera/access']));
 
 async function started(product, t) {

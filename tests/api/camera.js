@@ -8,6 +8,7 @@ import { tmpdir } from 'node:os';
 import { fileURLToPath } from 'node:url';
 
 export const root = fileURLToPath(new URL('../..', import.meta.url));
+export const build = process.env.CAMERA_BUILD_DIR ?? root + 'build';
 
 export class Camera {
   agent = new http.Agent({ keepAlive: true, maxSockets: 1 });
@@ -20,10 +21,10 @@ export class Camera {
     await once(server.close(), 'close');
     const command = [root + 'run', '--port', this.port, '--state', this.state, '--product', product];
     this.process = spawn('setpriv', ['--pdeathsig', 'TERM', ...command],
-      { env: { ...process.env, CAMERA_BUILD_DIR: root + 'build' }, stdio: ['ignore', 'pipe', 'inherit'] });
+      { env: { ...process.env, CAMERA_BUILD_DIR: build }, stdio: ['ignore', 'pipe', 'inherit'] });
     this.ended = once(this.process, 'exit');
     let said = '';
-    for await (const line of this.process.stdout) if (/answers on/.test(said += line)) break;
+    await new Promise(answers => this.process.stdout.on('data', line => /answers on/.test(said += line) && answers()));
     this.description = (await this.get('/openapi.json')).json;
   }
 
