@@ -16,7 +16,7 @@ local function listed(name)
 end
 
 local function classOf(path)
-  if path:find("^/www/") or path == "/run/camera/openapi.json" then return "any" end
+  if path:find("^/www/") or path:find("^/console/") or path == "/run/camera/openapi.json" then return "any" end
   if path:find("^/picture/") then return "video" end
   local endpoint = path:match("^/cgi%-bin/([^/]+)")
   return endpoint and listed(endpoint) or "administrator"

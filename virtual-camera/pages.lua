@@ -1,4 +1,4 @@
--- Serves the user's own pages (./run --www), and an answer to "/" where these have none.
+-- Serves the console, and the user's own pages (./run --www). "/" is the user's page or, without one, the console.
 
 local kTypes = {
   html = "text/html; charset=utf-8",
@@ -10,22 +10,29 @@ local kTypes = {
   ico = "image/x-icon"
 }
 
+-- No page of another site may show the console, and it may load nothing but what comes from the camera.
+local kConsoleHeaders = {
+  ["Content-Security-Policy"] = "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' blob: data:; " ..
+    "connect-src 'self'; media-src 'self'; form-action 'self'; base-uri 'none'; frame-ancestors 'none'",
+  ["Cross-Origin-Opener-Policy"] = "same-origin",
+  ["Referrer-Policy"] = "same-origin",  -- the guard asks where a request comes from
+  ["X-Content-Type-Options"] = "nosniff"
+}
+
+local kOwnHeaders = {
+  ["X-Content-Type-Options"] = "nosniff",
+  ["X-Frame-Options"] = "SAMEORIGIN"
+}
+
 local path = lighty.r.req_attr["physical.path"]
-if not path:find("^/www/") then return end
+if not path:find("^/www/") and not path:find("^/console/") then return end
 if path:find("/.", 1, true) then return 404 end  -- .git and the like
 
--- No page of another site may show these, or load them as what they are not.
-lighty.r.resp_header["X-Frame-Options"] = "SAMEORIGIN"
-lighty.r.resp_header["X-Content-Type-Options"] = "nosniff"
-
-if path == "/www/" and not lighty.stat("/www/index.html") then
-  local host = lighty.r.req_header["Host"] or lighty.r.req_attr["request.server-addr"]
-  local address = host:gsub("^.*@", ""):gsub(":%d*$", "") .. ":" .. os.getenv("CAMERA_PORT")
-  lighty.r.resp_header["Content-Type"] = "text/plain; charset=utf-8"
-  lighty.r.resp_body.set("The camera answers on http://" .. address .. "/cgi-bin/info.cgi\n")
-  return 200
-end
-
+if path == "/www/" and not lighty.stat("/www/index.html") then path = "/console/" end
 if path:sub(-1) == "/" then path = path .. "index.html" end
 lighty.r.req_attr["physical.path"] = path
+
+local headers = path:find("^/console/") and kConsoleHeaders or kOwnHeaders
+for name, value in pairs(headers) do lighty.r.resp_header[name] = value end
+lighty.r.resp_header["Cache-Control"] = "no-cache"  -- a browser asks whether the file has changed
 lighty.r.resp_header["Content-Type"] = kTypes[(path:match("%.(%w+)$") or ""):lower()]

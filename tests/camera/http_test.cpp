@@ -117,13 +117,31 @@ TEST_F(Http, APortThatCannotBeHadIsReported) {
     return camera_->log().find(refusal) != std::string::npos &&
            camera_->inside(eventLog).out.find(refusal) != std::string::npos;
   }));
-  EXPECT_EQ(
-      ask(camera_->port(), "GET /", "Host: localhost:1\r\n").body,
-      "The camera answers on http://localhost:" + std::to_string(camera_->port()) + "/cgi-bin/info.cgi\n");
   close(listener);
 }
 
-// Without the options, no other origin is allowed and "/" is the only page.
+TEST_F(Http, TheConsoleMayBeKeptAndNotBeFramedNorLoadFromElsewhere) {
+  const Reply page = camera_->get("/");
+  EXPECT_EQ(page.status, 200);
+  EXPECT_TRUE(page.body == camera_->get("/console/").body);
+  for (const char* header :
+       {"Content-Security-Policy: default-src 'none'; script-src 'self'; style-src 'self'; ",
+        "; base-uri 'none'; frame-ancestors 'none'\r\n", "\r\nX-Content-Type-Options: nosniff\r\n",
+        "\r\nReferrer-Policy: same-origin\r\n", "\r\nCross-Origin-Opener-Policy: same-origin\r\n",
+        "\r\nCache-Control: no-cache\r\n", "\r\nContent-Type: text/html; charset=utf-8\r\n"})
+    EXPECT_NE(page.head.find(header), std::string::npos) << header << page.head;
+  const std::size_t tag = page.head.find("ETag: ");
+  ASSERT_NE(tag, std::string::npos);
+  const std::string known = page.head.substr(tag + 6, page.head.find("\r\n", tag) - tag - 4);
+  EXPECT_EQ(ask(camera_->port(), "GET /", "If-None-Match: " + known).status, 304);
+  EXPECT_EQ(ask(camera_->port(), "GET /", "If-None-Match: \"1\"\r\n").status, 200);
+  for (const char* path :
+       {"/console", "/console/none.js", "/console/.git", "/console/..%2fetc/camera/access"})
+    EXPECT_EQ(camera_->get(path).status, 404) << path;
+  EXPECT_NE(camera_->get(kName).head.find("\r\nCache-Control: no-store\r\n"), std::string::npos);
+}
+
+// Without the options, no other origin is allowed and "/" is the console.
 TEST(Pages, OnlyThoseThatTheUserNamesAreServedOrMaySendRequests) {
   TemporaryFolder folder;
   folder.put("index.html", "<p>");
@@ -145,6 +163,7 @@ TEST(Pages, OnlyThoseThatTheUserNamesAreServedOrMaySendRequests) {
       {"OPTIONS " + change, "Host: c.example\r\n" + origin + wish, 403, allowed},
       {"GET /", link + "document\r\n", 200, "\r\nContent-Type: text/html; charset=utf-8\r\n"},
       {"GET /", link + "iframe\r\n", 403, none},
+      {"GET /console/", "", 200, "frame-ancestors 'none'"},
       {"GET " + change, link + "document\r\n", 403, none},
       {"GET /link", "", 403, none}};
   for (const auto& [line, rest, status, content] : rows) {
