@@ -21,8 +21,14 @@ struct Reason {
 };
 
 constexpr Reason kReasons[] = {
-    {500, "500 Internal Server Error"}, {200, "200 OK"},        {307, "307 Temporary Redirect"},
-    {400, "400 Bad Request"},           {404, "404 Not Found"}, {409, "409 Conflict"},
+    {500, "500 Internal Server Error"},
+    {200, "200 OK"},
+    {307, "307 Temporary Redirect"},
+    {400, "400 Bad Request"},
+    {404, "404 Not Found"},
+    {409, "409 Conflict"},
+    {403, "403 Forbidden"},
+    {503, "503 Service Unavailable"},
 };
 
 // An unknown code is a bug of the endpoint and becomes 500.

@@ -4,6 +4,8 @@
 //   camera-simulator send DAEMON CODE [WORD [WORD]]   sends a command to a daemon and prints its answer
 //   camera-simulator fill-card FOLDER                 creates recordings and snapshots
 //   camera-simulator COMMAND...                       sends a command to the running simulator; see --help
+//
+// Under the name "simulator" it is a CGI program.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -29,6 +31,7 @@
 #include "virtual-camera/simulator/control.h"
 #include "virtual-camera/simulator/daemons.h"
 #include "virtual-camera/simulator/packages.h"
+#include "virtual-camera/simulator/page.h"
 
 namespace camera::simulator {
 namespace {
@@ -36,13 +39,9 @@ namespace {
 constexpr char kDesign[] = "/etc/camera/head";
 constexpr char kMemory[] = "/var/lib/camera/daemons/head";
 constexpr char kNewMemory[] = "/var/lib/camera/daemons/head.new";
-constexpr char kControl[] = "/run/camera/simulator";
 constexpr char kDaemonFolder[] = "/var/tmp/";
 constexpr char kLogDaemon[] = "/var/tmp/logd";
 constexpr int kFailed = 1;
-// The first character of an answer from the control socket.
-constexpr char kDone[] = "+";
-constexpr char kNotDone[] = "-";
 constexpr std::chrono::milliseconds kStatusInterval{500};
 
 int complain(const std::string& about, const std::string& problem) {
@@ -152,15 +151,13 @@ int serve() {
   }
 }
 
-int tell(const std::string& command) {
-  std::string answer;
-  if (const int error = exchange(kControl, command, &answer); error != 0) {
+int carryOut(const std::string& command) {
+  ControlReply reply{};
+  if (const int error = tell(command, &reply); error != 0) {
     return complain("sim: the daemons do not answer", std::strerror(error));
   }
-  const bool isDone = answer.starts_with(kDone);
-  answer.erase(0, 1);
-  if (!isDone) return complain("sim", answer);
-  return writeAll(STDOUT_FILENO, answer.data(), answer.size()) == 0 ? 0 : kFailed;
+  if (!reply.isDone) return complain("sim", reply.text);
+  return writeAll(STDOUT_FILENO, reply.text.data(), reply.text.size()) == 0 ? 0 : kFailed;
 }
 
 // The camera's send_cmd runs this.
@@ -190,7 +187,7 @@ int run(const std::vector<std::string>& arguments) {
   if (verb != "send") {
     std::string command = verb;
     for (std::size_t i = 1; i < arguments.size(); ++i) command += " " + arguments[i];
-    return tell(command);
+    return carryOut(command);
   }
   std::vector<int> words(arguments.size() > 2 ? arguments.size() - 2 : 0);
   bool isRequest = !words.empty() && words.size() <= kShortRequest / sizeof(std::int32_t);
@@ -204,5 +201,9 @@ int run(const std::vector<std::string>& arguments) {
 }  // namespace camera::simulator
 
 int main(int count, char** arguments) {
+  if (count > 0 && std::string_view{arguments[0]}.ends_with("/simulator")) {
+    camera::simulator::serveRequest();
+    return 0;
+  }
   return camera::simulator::run({arguments + 1, arguments + count});
 }

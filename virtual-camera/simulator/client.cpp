@@ -23,4 +23,12 @@ int exchange(const char* path, std::string_view request, std::string* answer) {
   return readAll(connection.number(), answer);
 }
 
+int tell(const std::string& command, ControlReply* reply) {
+  std::string answer;
+  if (const int error = exchange(kControl, command, &answer); error != 0) return error;
+  reply->isDone = answer.starts_with(kDone);
+  reply->text = answer.substr(answer.empty() ? 0 : 1);
+  return 0;
+}
+
 }  // namespace camera::simulator

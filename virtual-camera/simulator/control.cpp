@@ -8,6 +8,7 @@
 #include <iterator>
 #include <sstream>
 
+#include "framework/json.h"
 #include "platform/card/card_state.h"
 #include "platform/text.h"
 #include "virtual-camera/simulator/daemons.h"
@@ -310,9 +311,38 @@ std::string usage(const std::string& name, const CameraState& camera) {
   return text;
 }
 
+// The sentences below the command's line of the help, in one line.
+std::string explanation(const std::string& name) {
+  constexpr std::string_view kIndent = "        ";
+  std::string_view rest = kHelp.substr(kHelp.find("\n  " + name + " ") + 1);
+  takeUntil('\n', &rest);
+  std::string text;
+  while (rest.starts_with(kIndent)) {
+    std::string_view line = takeUntil('\n', &rest);
+    line.remove_prefix(kIndent.size());
+    text.append(text.empty() ? "" : " ").append(line);
+  }
+  return text;
+}
+
+std::string listCommands(const CameraState& camera) {
+  JsonArray commands;
+  for (const auto& known : kCommands) {
+    if (known.command == tellStatus || (known.part != nullptr && !known.part->isIn(camera))) continue;
+    const std::string name{known.name};
+    JsonObject command;
+    command.add("name", name);
+    command.add("usage", usage(name, camera));
+    command.add("help", explanation(name));
+    commands.add(command.text());
+  }
+  return commands.text();
+}
+
 }  // namespace
 
 ControlReply control(const Controlled& controlled, const std::string& command) {
+  if (command == kListCommands) return {true, listCommands(controlled.camera)};
   Words words{command};
   const std::string name = words.next();
   for (const auto& known : kCommands) {

@@ -13,6 +13,10 @@ namespace camera::simulator {
 // The name of the package sender in the command "daemon".
 inline constexpr char kStatusSender[] = "status";
 
+// The command that answers with a JSON array of those that make something happen to this product: for each
+// its "name", its "usage" and its "help".
+inline constexpr char kListCommands[] = "commands";
+
 struct ControlReply {
   bool isDone;
   std::string text;  // the answer, or why the command failed

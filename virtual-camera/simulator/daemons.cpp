@@ -167,7 +167,14 @@ std::string answerEvents(CameraState& camera, const std::string& request) {
 }
 
 std::string answerLog(CameraState& camera, const std::string& request) {
-  return wordAt(request, 0) == 402 ? camera.log.text() : "";
+  switch (wordAt(request, 0)) {
+    case 402:
+      return camera.log.text();
+    case 403:
+      return std::to_string(camera.log.size()) + "\n" + camera.log.textAfter(wordAt(request, 4));
+    default:
+      return "";
+  }
 }
 
 void setInput(CameraState& camera, std::size_t index, bool on) {
