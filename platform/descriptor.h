@@ -4,8 +4,10 @@
 
 #include <unistd.h>
 
+#include <chrono>
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace camera {
@@ -40,5 +42,8 @@ int readOnce(int descriptor, void* buffer, std::size_t size, std::size_t* length
 int readAll(int descriptor, std::string* text);
 
 int writeAll(int descriptor, const void* data, std::size_t size);
+
+// Writes to a descriptor that does not block. False if the reader has gone, or reads nothing for that time.
+bool writeInTime(int descriptor, std::string_view text, std::chrono::milliseconds patience);
 
 }  // namespace camera

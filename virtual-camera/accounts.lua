@@ -18,6 +18,7 @@ end
 local function classOf(path)
   if path:find("^/www/") or path:find("^/console/") or path == "/run/camera/openapi.json" then return "any" end
   if path:find("^/picture/") then return "video" end
+  if path == "/services/events" then return "notify" end
   local endpoint = path:match("^/cgi%-bin/([^/]+)")
   return endpoint and listed(endpoint) or "administrator"
 end

@@ -12,8 +12,6 @@ namespace {
 
 constexpr int kListeningSeconds = 4;
 constexpr std::chrono::seconds kAskingTime{25};  // after listening; a request takes 30 seconds at most
-constexpr std::uint32_t kEvents = kMotionEvent | kFlagsEvent | kRecordingEvent | 0xF * kInputEvent |
-                                  kSoundEvent | kSpeakerOccupiedEvent | kMicMutedEvent | kSoundLevelEvent;
 
 constexpr const char* kStateWords[] = {"off", "on", "fail"};
 constexpr const char* kOn[] = {"on"};
@@ -81,7 +79,7 @@ class NotifyEndpoint final : public ReadOnlyEndpoint {
     // Before listening, so that a failure is reported at once.
     const ProductInfo* info = product();
     if (info == nullptr) return 500;
-    listen(kEvents, kListeningSeconds, [this](const StatusPackage& package) {
+    listen(kEventsWithFlags, kListeningSeconds, [this](const StatusPackage& package) {
       fold(package, &status_);
       return true;
     });

@@ -21,7 +21,13 @@ enum StatusEvent : std::uint32_t {
   kSoundLevelEvent = 0x800000,  // its value is the level
 };
 
-// Bits of the flags word, which every package has.
+// The events whose packages have flags. notify.cgi ignores a package with none of them, such as one that only
+// reports outputs.
+inline constexpr std::uint32_t kEventsWithFlags = kMotionEvent | kFlagsEvent | kRecordingEvent |
+                                                  0xF * kInputEvent | kSoundEvent | kSpeakerOccupiedEvent |
+                                                  kMicMutedEvent | kSoundLevelEvent;
+
+// Bits of the flags word.
 enum StatusFlag : std::uint32_t {
   kPirFlag = 0x1,
   kStorageFullFlag = 0x10,

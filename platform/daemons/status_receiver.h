@@ -36,6 +36,9 @@ class StatusReceiver {
   // once. Without a socket, which the log reports, wait only sleeps.
   void open();
 
+  // Becomes readable when datagrams arrive; -1 without a socket.
+  int descriptor() const { return socket_.number(); }
+
   // Sleeps until there is a package from this machine whose event has one of the bits. False, with the
   // package untouched, if there is none in that time.
   bool wait(std::uint32_t events, StatusPackage* package, std::chrono::milliseconds time);

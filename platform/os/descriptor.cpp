@@ -1,6 +1,7 @@
 // Reads and writes descriptors; goes on after interruptions and short counts.
 #include "platform/descriptor.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <array>
@@ -38,6 +39,21 @@ int writeAll(int descriptor, const void* data, std::size_t size) {
     size -= static_cast<std::size_t>(count);
   }
   return 0;
+}
+
+bool writeInTime(int descriptor, std::string_view text, std::chrono::milliseconds patience) {
+  while (!text.empty()) {
+    const ssize_t size = write(descriptor, text.data(), text.size());
+    if (size > 0) {
+      text.remove_prefix(static_cast<std::size_t>(size));
+    } else if (errno == EAGAIN) {
+      pollfd out{descriptor, POLLOUT, 0};
+      if (poll(&out, 1, static_cast<int>(patience.count())) == 0) return false;
+    } else if (errno != EINTR) {
+      return false;
+    }
+  }
+  return true;
 }
 
 }  // namespace camera

@@ -44,6 +44,15 @@ TEST(Access, AnAccountMayCallWhatItsPrivilegesAllowWhileItIsStored) {
                                  {kBob, "/cgi-bin/info.cgi", "200"},
                                  {kBob, "/cgi-bin/speaker.cgi", "200"},
                                  {kBob, "/", "200"},
+                                 {kBob, "/console/index.html", "200"},
+                                 {"", "/console/index.html", "401"},
+                                 {"", "/events", "401"},
+                                 {kBob, "/log", "403"},
+                                 {kBob, "/backup", "403"},
+                                 {kBob, "/simulator", "403"},
+                                 {kAdmin, "/log", "200"},
+                                 {kAdmin, "/backup", "200"},
+                                 {kAdmin, "/simulator", "200"},
                                  {kBob, "/snapshot.jpg", "200"},
                                  {"", "/snapshot.jpg", "401"},
                                  {kAdmin, "/cgi-bin/stream_auth.cgi?snapshoturl=off", "200"},
@@ -79,6 +88,23 @@ TEST(Access, AnAccountMayCallWhatItsPrivilegesAllowWhileItIsStored) {
   camera.inside({"camera-settings", "reset", "account"});
   EXPECT_TRUE(within(30, [&] { return camera.status("", "/cgi-bin/network.cgi") == "200"; }));
   EXPECT_TRUE(camera.listensOn("0100007F"));
+}
+
+TEST(Access, AnEventStreamLastsAsLongAsItsAccount) {
+  Guarded camera;
+  EXPECT_EQ(camera.status("", "/cgi-bin/user_mod.cgi?name=admin&password=YTpiIyJcJz1j"), "200");
+  EXPECT_EQ(camera.status(kAdmin, "/cgi-bin/user_mod.cgi?name=b.o_b-1&password=PTo9"), "200");
+  TemporaryFolder folder;
+  const std::string out = folder.path("out");
+  const pid_t listener = start({"curl", "-sNi", "--digest", "-u", kBob, "-m", "60",
+                                "http://127.0.0.1:" + std::to_string(camera.port()) + "/events"},
+                               "/dev/null", out, folder.path("err"));
+  EXPECT_TRUE(
+      within(30, [&] { return readFile(out).find("\nevent: status\ndata: {\"time\":\"") != out.npos; }));
+  EXPECT_NE(readFile(out).find("\r\nContent-Type: text/event-stream\r\n"), std::string::npos)
+      << readFile(out);
+  EXPECT_EQ(camera.status(kAdmin, "/cgi-bin/user_del.cgi?name=b.o_b-1"), "200");
+  EXPECT_EQ(waitFor(listener), 0) << "curl ran out of time";
 }
 
 TEST(Access, TheListNamesEveryEndpointOnce) {

@@ -11,7 +11,6 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <memory>
@@ -19,6 +18,7 @@
 
 #include "framework/reply.h"
 #include "framework/request.h"
+#include "platform/descriptor.h"
 #include "platform/text.h"
 #include "virtual-camera/picture/jpeg.h"
 #include "virtual-camera/picture/look.h"
@@ -53,18 +53,7 @@ void prepareHeap() {
 
 // False if there is nobody to write to, or nobody reads.
 bool writeOut(std::string_view data) {
-  while (!data.empty()) {
-    const ssize_t size = write(STDOUT_FILENO, data.data(), data.size());
-    if (size > 0) {
-      data.remove_prefix(static_cast<std::size_t>(size));
-    } else if (errno == EAGAIN) {
-      pollfd out{STDOUT_FILENO, POLLOUT, 0};
-      if (poll(&out, 1, static_cast<int>(kClientPatience.count())) == 0) return false;
-    } else if (errno != EINTR) {
-      return false;
-    }
-  }
-  return true;
+  return writeInTime(STDOUT_FILENO, data, kClientPatience);
 }
 
 // False if the client goes before that time.

@@ -1,23 +1,14 @@
 // Asks the simulator for its state.
 #include "virtual-camera/picture/senses.h"
 
-#include <string>
-
 #include "platform/text.h"
 #include "virtual-camera/simulator/client.h"
 
 namespace camera::picture {
-namespace {
-
-constexpr char kSimulator[] = "/run/camera/simulator";
-constexpr char kDone = '+';  // before the answer
-
-}  // namespace
-
 void Senses::update() {
-  std::string answer;
-  if (simulator::exchange(kSimulator, "status", &answer) != 0 || !answer.starts_with(kDone)) return;
-  std::string_view rest = std::string_view{answer}.substr(1);
+  simulator::ControlReply reply{};
+  if (simulator::tell("status", &reply) != 0 || !reply.isDone) return;
+  std::string_view rest = reply.text;
   while (!rest.empty()) {
     std::string_view value = takeUntil('\n', &rest);
     const std::string_view name = takeUntil('=', &value);
