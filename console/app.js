@@ -7,18 +7,13 @@ import { card, kindOf, revealOf } from './form.js';
 /** @typedef {{ hash: string, title: string, show: Show, group?: string }} Page */
 
 const byId = (/** @type {string} */ id) => /** @type {HTMLElement} */ (document.getElementById(id));
-/** The administrator's name; empty for another account. */
-let administrator = '';
 /** @type {Page[]} */
 let pages = [];
 let ended = new AbortController();
 
-/** @param {import('./core.js').Endpoint} endpoint */
-const isOpen = ({ privilege }) => administrator || privilege !== 'administrator';
-
 /** The cards of one subsystem. @param {string} tag @returns {Show} */
 const settingsPage = (tag) => (page, signal) => {
-  const cards = [...camera.endpoints.values()].filter((endpoint) => endpoint.tag === tag && isOpen(endpoint));
+  const cards = [...camera.endpoints.values()].filter((endpoint) => endpoint.tag === tag && has(endpoint.name));
   for (const kind of ['Settings', 'Commands', 'Information']) {
     const those = cards.filter((endpoint) => kindOf(endpoint) === kind);
     if (!those.length) continue;
@@ -34,12 +29,12 @@ const from = (file) => async (page, signal, rest) => {
 
 function listPages() {
   const settings = camera.tags.filter(({ name }) =>
-    [...camera.endpoints.values()].some((endpoint) => endpoint.tag === name && isOpen(endpoint)));
+    [...camera.endpoints.values()].some((endpoint) => endpoint.tag === name && has(endpoint.name)));
   pages = [
     { hash: '#/live', title: 'Live', show: from('live') },
     { hash: '#/events', title: 'Events', show: from('events') },
-    ...(has('sdcard_list.cgi') && administrator ? [{ hash: '#/card', title: 'Card', show: from('files') }] : []),
-    ...(has('user_list.cgi') && administrator
+    ...(has('sdcard_list.cgi') ? [{ hash: '#/card', title: 'Card', show: from('files') }] : []),
+    ...(has('user_list.cgi')
       ? [{ hash: '#/accounts', title: 'Accounts', show: from('accounts') }] : []),
     { hash: '#/system', title: 'System', show: from('system') },
     { hash: '#/api', title: 'API', show: from('api') },
@@ -87,14 +82,14 @@ function toggleMenu(open) {
 
 /** Whether this account is the administrator, and whether it has a password, which is asked for otherwise. */
 async function checkAccount() {
-  if (!has('user_list.cgi')) return;
+  if (!camera.endpoints.has('user_list.cgi')) return;
   const { users } = await read('user_list.cgi');
-  administrator = users.find((/** @type {any} */ user) => user.group === 'Administrator')?.name ?? '';
+  camera.administrator = users.find((/** @type {any} */ user) => user.group === 'Administrator')?.name ?? '';
 }
 
 async function checkPassword() {
-  if (!administrator || sessionStorage.getItem('hasPassword')) return;
-  const { password } = await read('user_mod.cgi', { name: administrator });
+  if (!camera.administrator || sessionStorage.getItem('hasPassword')) return;
+  const { password } = await read('user_mod.cgi', { name: camera.administrator });
   if (password) sessionStorage.setItem('hasPassword', '1');
   else byId('notices').prepend(firstPassword());
 }
@@ -108,7 +103,7 @@ function firstPassword() {
     field.setAttribute('aria-invalid', String(!field.value));
     if (!field.value) return field.focus();
     try {
-      await change('user_mod.cgi', { name: administrator, password: toBase64(field.value) });
+      await change('user_mod.cgi', { name: camera.administrator, password: toBase64(field.value) });
       location.reload();  // the browser asks for the password
     } catch (refusal) {
       if (!(refusal instanceof Refusal)) throw refusal;
@@ -120,8 +115,8 @@ function firstPassword() {
   const form = el('form', { class: 'notice password', noValidate: true, 'aria-labelledby': title },
     el('p', { id: title }, el('strong', {}, 'The administrator has no password.'),
       ' Everybody who reaches the camera can do everything.'),
-    el('input', { name: 'username', autocomplete: 'username', value: administrator, hidden: true }),
-    el('label', { for: id }, 'New password for ', el('bdi', {}, administrator)),
+    el('input', { name: 'username', autocomplete: 'username', value: camera.administrator, hidden: true }),
+    el('label', { for: id }, 'New password for ', el('bdi', {}, camera.administrator)),
     el('div', { class: 'control' }, field, revealOf(field), set), error,
     el('p', { id: hint, class: 'hint' }, 'Up to 30 letters, digits and punctuation marks. The browser then asks for it.'));
   form.addEventListener('submit', (event) => event.preventDefault());

@@ -194,15 +194,20 @@ export class Pace {
   #waiting = new Map();
   #runs = false;
 
-  /** @param {string} key @param {() => Promise<unknown>} task which handles its own failure */
-  add(key, task) {
-    this.#waiting.set(key, task);
+  /**
+   * @param {string} key @param {() => Promise<unknown>} task which handles its own failure
+   * @param {boolean} [isUrgent] before those that wait: what the person does, rather than what the page watches
+   */
+  add(key, task, isUrgent = false) {
+    if (isUrgent && !this.#waiting.has(key)) this.#waiting = new Map([[key, task], ...this.#waiting]);
+    else this.#waiting.set(key, task);
     if (!this.#runs) void this.#run();
   }
 
   async #run() {
     this.#runs = true;
-    for (const [key, task] of this.#waiting) {
+    while (this.#waiting.size) {
+      const [[key, task]] = this.#waiting;
       this.#waiting.delete(key);
       await Promise.all([task(), sleep(510)]);
     }
@@ -274,9 +279,19 @@ export function words(name) {
   return text.charAt(0).toUpperCase() + text.slice(1).replace(/:$/, '');
 }
 
-/** @type {{ endpoints: Map<string, Endpoint>, tags: { name: string, description: string }[], paths: any, port: number }} */
-export const camera = { endpoints: new Map(), tags: [], paths: {}, port: 80 };
-export const has = (/** @type {string} */ name) => camera.endpoints.has(name);
+/**
+ * What is known about the camera. administrator: that account's name; empty if another account is logged in.
+ * @type {{ endpoints: Map<string, Endpoint>, tags: { name: string, description: string }[], paths: any, port: number,
+ *   administrator: string }}
+ */
+export const camera = { endpoints: new Map(), tags: [], paths: {}, port: 80, administrator: '' };
+
+/** Whether the camera has the endpoint, and this account may call it. @param {string} name */
+export const has = (name) =>
+  camera.endpoints.has(name) && (!!camera.administrator || endpointOf(name).privilege !== 'administrator');
+
+/** @param {string} name @returns {Endpoint} one that the camera has */
+export const endpointOf = (name) => /** @type {Endpoint} */ (camera.endpoints.get(name));
 
 /** @param {string} name @param {any} schema @param {boolean} [required] @returns {Field} */
 function fieldOf(name, schema, required = false) {
@@ -290,7 +305,16 @@ function fieldOf(name, schema, required = false) {
       if (part.maximum - part.minimum <= 300) choices.push({ value: String(i), text: String(i) });
     }
   }
-  const { minimum: min, maximum: max, multipleOf: step = 1, description = '', maxLength } = schema;
+  const { description = '', maxLength } = schema;
+  let { minimum: min, maximum: max, multipleOf: step = 1 } = schema;
+  if (max - min <= 3 * step && !choices.length) {
+    for (let i = min; i <= max; i += step) choices.push({ value: String(i), text: String(i) });
+  }
+  const [first, second, ...others] = schema.enum ?? [];
+  const isScale = schema.type === 'integer' && others.length > 2 &&
+    others.every((/** @type {number} */ value, /** @type {number} */ i) => value === first + (i + 2) * (second - first));
+  if (isScale) [min, max, step] = [first, others[others.length - 1], second - first];
+  if (isScale) choices.length = 0;
   const number = schema.type === 'integer' && !choices.length;
   const steps = step > 1 ? ` in steps of ${step}` : '';
   const range = min === undefined ? '' : `${min} to ${max}${steps}`;

@@ -1,5 +1,5 @@
 // Cards made from the description: the settings of an endpoint, what it reports, or what it can be told to do.
-import { Refusal, ask, awake, bdi, bus, button, change, el, newId, prose, read, report, say, textOf, toBase64,
+import { Refusal, ask, awake, bdi, bus, button, change, el, newId, prose, read, report, textOf, toBase64,
   whenSeen, words } from './core.js';
 
 /** @typedef {import('./core.js').Endpoint} Endpoint */
@@ -58,10 +58,14 @@ export function values(reply, skip = []) {
   for (const [key, value] of Object.entries(reply)) {
     if (skip.includes(key)) continue;
     const isTable = Array.isArray(value) && value.length && typeof value[0] === 'object';
-    list.append(el('dt', {}, words(key)), el('dd', {}, isTable ? table(value) : bdi(textOfValue(value) || '–')));
+    list.append(el('dt', {}, words(key)), el('dd', {}, isTable ? table(value) : /^(on|off)$/.test(value) ? lamp(value)
+      : bdi(textOfValue(value) || '–')));
   }
   return list;
 }
+
+/** @param {string} state */
+const lamp = (state) => el('span', { class: `lamp ${state}` }, state);
 
 /** @param {Record<string, any>[]} entries */
 function table(entries) {
@@ -93,7 +97,8 @@ function controlOf(field) {
   const note = el('p', { class: 'note' });
   const factoryText = choices.find(({ value }) => value === factory)?.text ?? factory;
   const isOn = kOnWords.includes(factory ?? '') && isSwitch(field);
-  const facts = [field.accepted && `${field.accepted[0].toUpperCase()}${field.accepted.slice(1)}`,
+  const { accepted } = field;
+  const facts = [/\.cgi/.test(accepted) ? accepted : accepted.charAt(0).toUpperCase() + accepted.slice(1),
     factory && factory.length < 80 && `Factory value: ${isSwitch(field) ? (isOn ? 'on' : 'off') : factoryText}`];
   const hint = el('p', { class: 'hint', id: hintId }, ...prose(field.description), ' ',
     el('span', { class: 'facts' }, facts.filter(Boolean).map((fact) => `${fact}. `).join('')));
@@ -138,6 +143,7 @@ function controlOf(field) {
 function sliderOf({ min, max, step, label }, input) {
   const slider = el('input', { type: 'range', min, max, step, 'aria-label': `${label}, slider` });
   const follow = () => (slider.value = input.value);
+  follow();
   input.addEventListener('input', follow);
   input.addEventListener('shown', follow);
   slider.addEventListener('input', () => {
@@ -227,7 +233,7 @@ function information(section, { name }, { signal }) {
 }
 
 /** Whether to ask before a command. @param {string} name */
-const isGrave = (name) => /(reset|format|reboot|delete|del)\.cgi$/.test(name);
+const isGrave = (name) => /_(reset|format|reboot|delete|del)\.cgi$/.test(name);
 
 /**
  * Carries out a command; null if the person does not want it after all.
@@ -313,8 +319,8 @@ function settings(section, endpoint, { signal, pace }) {
   const fieldset = el('fieldset', { disabled: true }, ...controls.map(({ row }) => row));
   fieldset.setAttribute('aria-label', endpoint.title);
   const more = el('div');
-  const form = el('form', { noValidate: true }, key?.row, fieldset, more, status,
-    !pace && el('div', { class: 'buttons' }, save, undo));
+  const form = el('form', { noValidate: true }, key?.row, fieldset, more, pace ? status :
+    el('div', { class: 'buttons' }, save, undo, status));
   section.append(form);
 
   const changed = () => controls.filter((control) => saved.get(control) !== control.get());
@@ -346,6 +352,7 @@ function settings(section, endpoint, { signal, pace }) {
     const rest = Object.fromEntries(Object.entries(reply).filter(([name]) =>
       !names.includes(name) && name !== 'ignored' && name !== 'warnings'));
     const warnings = (reply.warnings ?? []).map((/** @type {string} */ text) => el('p', { class: 'error' }, bdi(text)));
+    // A reply to a change need not have everything.
     if (Object.keys(rest).length || warnings.length || !sent) more.replaceChildren(values(rest), ...warnings);
     mark();
   };
@@ -385,7 +392,7 @@ function settings(section, endpoint, { signal, pace }) {
     mark();
     if (pace && changed().length) {
       status.textContent = 'Saving…';
-      pace.add(endpoint.name, send);
+      pace.add(endpoint.name, send, true);
     }
   });
   form.addEventListener('submit', (event) => (event.preventDefault(), void send()));
@@ -401,16 +408,16 @@ function settings(section, endpoint, { signal, pace }) {
     load().then(() => (status.textContent = ''), report);
   });
   // Another endpoint may have changed the same records.
-  const follow = (/** @type {any} */ { detail }) => {
-    if (detail === endpoint || section.dataset.state !== 'ready' || !section.isConnected) return;
-    if (!detail.records.some((/** @type {string} */ record) => endpoint.records.includes(record))) return;
+  const readAgain = () => {
+    if (section.dataset.state !== 'ready') return;
     const again = () => read(endpoint.name, keyParams(), signal).then((reply) => show(reply), () => undefined);
-    if (pace) pace.add(endpoint.name, again);
+    if (pace) pace.add(`read ${endpoint.name}`, again);
     else void again();
   };
-  bus.addEventListener('saved', follow, { signal });
+  bus.addEventListener('saved', (/** @type {any} */ { detail }) => {
+    const isShared = detail.records.some((/** @type {string} */ record) => endpoint.records.includes(record));
+    if (detail !== endpoint && isShared) readAgain();
+  }, { signal });
+  section.addEventListener('reread', readAgain);
   loadWhenSeen(section, signal, load);
 }
-
-/** Says that something was done, for actions outside cards. @param {string} text */
-export const done = (text) => say(text);
