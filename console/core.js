@@ -377,21 +377,39 @@ export function report(error) {
 }
 
 /**
- * Asks a question; null if it is cancelled.
+ * Asks a question; null if it is cancelled. With `send`, the dialog stays until that succeeds, and shows a refusal at
+ * its field.
  * @param {{ title: string, body?: Child[], action: string, danger?: boolean, field?: HTMLInputElement,
- *   accept?: (value: string) => boolean }} question
+ *   accept?: (value: string) => boolean, send?: (value: string) => Promise<unknown> }} question
  * @returns {Promise<string | null>} the field's value
  */
-export function ask({ title, body = [], action, danger = false, field, accept = () => true }) {
+export function ask({ title, body = [], action, danger = false, field, accept = () => true, send }) {
   const before = document.activeElement;
+  const error = el('p', { class: 'error', id: newId(), role: 'alert' });
   const id = newId();
-  const yes = el('button', { class: danger ? 'danger' : 'primary', value: 'yes' }, action);
+  const yes = el('button', { class: danger ? 'danger' : 'primary' }, action);
   const no = el('button', { type: 'button', onclick: () => dialog.close('') }, 'Cancel');
-  const dialog = el('dialog', { 'aria-labelledby': id }, el('form', { method: 'dialog' }, el('h2', { id }, title),
-    ...body, field, el('div', { class: 'buttons' }, no, yes)));
+  const form = el('form', { noValidate: true }, el('h2', { id }, title), ...body, field, error,
+    el('div', { class: 'buttons' }, no, yes));
+  const dialog = el('dialog', { 'aria-labelledby': id }, form);
+  field?.setAttribute('aria-describedby', error.id);
   const check = () => (yes.disabled = !accept(field?.value ?? ''));
   field?.addEventListener('input', check);
   check();
+  form.addEventListener('submit', async (event) => {
+    event.preventDefault();
+    if (yes.getAttribute('aria-busy')) return;
+    yes.setAttribute('aria-busy', 'true');
+    try {
+      await send?.(field?.value ?? '');
+      dialog.close('yes');
+    } catch (refusal) {
+      error.textContent = `Not accepted: ${/** @type {Error} */ (refusal).message}`;
+      field?.setAttribute('aria-invalid', 'true');
+      field?.focus();
+    }
+    yes.removeAttribute('aria-busy');
+  });
   document.body.append(dialog);
   dialog.showModal();
   (field ?? no).focus();

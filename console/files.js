@@ -50,10 +50,10 @@ function stateCard(signal) {
     const field = el('input', { autocomplete: 'off', 'aria-label': 'Type the word format' });
     const isSure = await ask({ title: 'Format the card?', danger: true, action: 'Format', field, body: [
       el('p', {}, 'Everything on the card will be lost. To go on, type the word '), el('strong', {}, 'format'), '.'],
-    accept: (value) => value.trim().toLowerCase() === 'format' });
+    accept: (value) => value.trim().toLowerCase() === 'format', send: async () => {
+      fill(await change('sdcard_format.cgi', { format: 'go' }));
+    } });
     if (isSure === null) return;
-    say('The card is being formatted…');
-    fill(await change('sdcard_format.cgi', { format: 'go' }));
     say('The card is formatted.');
     location.hash = '#/card';
   }, { class: 'danger' });
