@@ -1,0 +1,423 @@
+// The pages System, Accounts, API and Card; waiting for the camera.
+import { Refusal, awake, bdi, button, bytesOf, camera, change, el, encodeBytes, endpointOf, endpointsOf, exactNames,
+  fieldOf, has, makeField, newId, post, prose, read, request, say, section, size, sleep, table, textOf,
+  words } from './core.js';
+import { actionForm, ask, card, carryOut, loadWhenSeen } from './form.js';
+
+/** @param {HTMLElement} page @param {AbortSignal} signal */
+export function showSystem(page, signal) {
+  const cards = el('div', { class: 'cards' });
+  if (has('info.cgi')) cards.append(card(endpointOf('info.cgi'), { signal, level: 2, title: 'Product' }));
+  if (camera.administrator) cards.append(backup());
+  for (const [name, title] of [['system_reboot.cgi', 'Restart'], ['system_reset.cgi', 'Factory reset']]) {
+    if (!has(name)) continue;
+    const endpoint = { ...endpointOf(name), title };
+    cards.append(section(title, name, el('p', { class: 'summary' }, ...prose(endpoint.summary)), button(`${title}…`, () =>
+      carryOut(endpoint, { [endpoint.fields[0].name]: 'go' }), { class: 'danger' })));
+  }
+  cards.append(section('For programs', 'openapi', el('p', {}, 'What this console does, a program can do, too: ',
+    el('a', { href: '#/api' }, 'all endpoints'), ', to try and to copy.')));
+  page.append(cards);
+  if (/^(127\.|localhost$|\[::1\]$)/.test(location.hostname)) simulator(page, signal).catch(() => undefined);
+}
+
+function backup() {
+  const error = el('div', { class: 'error', id: newId(), role: 'alert' });
+  const file = el('input', { type: 'file', id: newId(), name: 'file', 'aria-describedby': error.id });
+  const restore = button('Restore…', async () => {
+    error.replaceChildren();
+    file.removeAttribute('aria-invalid');
+    const chosen = file.files?.[0];
+    if (!chosen) return say('Choose a file first.', true);
+    const text = await chosen.text();
+    let done = null;
+    try {
+      done = await ask({ title: 'Restore the settings?', danger: true, action: 'Restore', body: [bdi(chosen.name),
+        'All settings, accounts and passwords become those of the file.'] }) &&
+        await request('/backup', { method: 'POST', body: text, headers: { 'Content-Type': 'text/plain' } });
+    } catch (refusal) {
+      if (!(refusal instanceof Refusal)) throw refusal;
+      const line = text.split('\n')[Number(/^LINE (\d+)/i.exec(refusal.message)?.[1]) - 1];
+      error.append(el('p', {}, 'Nothing was restored. ', bdi(refusal.message)), line ? el('code', {}, bdi(line)) : '');
+      file.setAttribute('aria-invalid', 'true');
+      file.focus();
+    }
+    if (!done) return;
+    sessionStorage.removeItem('hasPassword');
+    const port = /^httpsvr[. ]http_port=(\d+)/m.exec(text)?.[1];
+    if (port && port !== (location.port || '80')) return awaitMove(Number(port));
+    say('The settings are restored.');
+    await sleep(1500);
+    location.reload();
+  });
+  return section('Backup', 'backup', el('p', { class: 'summary' },
+    'The file holds all settings, also accounts and passwords: keep it safe.'),
+  el('a', { class: 'button', href: '/backup', download: '' }, 'Save the settings to a file'),
+  el('label', { class: 'label', for: file.id }, 'Restore from a file'), el('div', { class: 'control' }, file, restore), error);
+}
+
+// ---- Waiting for the camera
+
+/** @param {string} title @param {string} text */
+function waiting(title, text) {
+  const id = newId();
+  const dialog = el('dialog', { 'aria-labelledby': id }, el('h2', { id, tabIndex: -1 }, title),
+    el('p', { role: 'status' }, text));
+  dialog.addEventListener('cancel', (event) => event.preventDefault());
+  document.body.append(dialog);
+  dialog.showModal();
+  return dialog;
+}
+
+/** Whether there is a web server at this address. */
+const answers = () => request('/console/style.css', { method: 'HEAD', accept: '*/*', limit: 3000, cache: 'no-store' })
+  .then(() => true, ({ status }) => status > 0);
+
+/** Waits until the web server is away, at most so long. @param {number} seconds */
+async function isAway(seconds) {
+  for (const end = Date.now() + seconds * 1000; Date.now() < end; await sleep(300)) {
+    if (!document.hidden && !(await answers())) return true;
+  }
+  return false;
+}
+
+/** @param {number} port */
+const addressAt = (port) => `${location.protocol}//${location.hostname}:${port}/`;
+/** @param {number} port */
+const linkTo = (port) => el('p', {}, el('a', { href: addressAt(port) }, addressAt(port)));
+
+/** The web server moves to another port: goes there. @param {number} port */
+export async function awaitMove(port) {
+  const dialog = waiting(`The camera moves to port ${port}.`, 'This page follows. If it does not:');
+  dialog.append(linkTo(port));
+  if (await isAway(10)) {
+    await sleep(1000);
+    return location.assign(addressAt(port) + location.hash);
+  }
+  const { warnings = [] } = await read('httpport.cgi').catch(() => ({ warnings: [] }));
+  dialog.remove();
+  say(bdi(warnings[0] ?? 'The web server is still at this port.'), true);
+}
+
+/** The camera restarts: waits, and loads the page again. @param {boolean} isReset */
+export async function awaitRestart(isReset) {
+  sessionStorage.removeItem('hasPassword');
+  const dialog = waiting('The camera restarts.', 'This page waits until it is back, and then goes on by itself.');
+  const here = Number(location.port || 80);
+  const { httpport } = await read('httpport.cgi').catch(() => ({ httpport: here }));
+  const ports = (isReset ? [camera.port, 8080] : [httpport]).filter((port) => port !== here);
+  await isAway(30);
+  const since = Date.now();
+  for (; !(await answers()); await sleep(1000)) {
+    while (document.hidden) await sleep(500);
+    if (Date.now() - since < 12000 || !ports.length) continue;
+    dialog.append(el('p', {}, 'It may have moved to another port:'), ...ports.splice(0).map(linkTo));
+    if (!isReset) location.assign(addressAt(httpport));
+  }
+  location.reload();
+}
+
+// ---- What happens around a virtual camera
+
+/** @param {HTMLElement} page @param {AbortSignal} signal */
+async function simulator(page, signal) {
+  await awake(signal);
+  /** @type {{ commands: { name: string, usage: string, help: string }[] }} */
+  const { commands } = await (await request('/simulator', { signal })).json();
+  const run = async (/** @type {string} */ command) => {
+    const text = await (await post('/simulator', `command=${encodeURIComponent(command)}`, 'text/plain')).text();
+    return text ? el('pre', {}, bdi(text)) : 'Done.';
+  };
+  page.append(section('What happens around it', 'simulator', el('p', { class: 'summary' },
+    'This camera is a virtual one. Here you make something happen to it.'), el('div', { class: 'cards' },
+    ...commands.map(({ name, usage, help }) => el('div', { class: 'card plain', 'data-command': name },
+      el('h3', {}, words(name)), el('p', { class: 'hint' }, help), ...simulated(name, usage, run))))));
+}
+
+/**
+ * A usage has words between bars and values in capitals; what is in brackets may be left out.
+ * @param {string} name @param {string} usage @param {(command: string) => Promise<import('./core.js').Child>} run
+ */
+function simulated(name, usage, run) {
+  const parts = usage.split(/[;,]/)[0].trim().split(/\s+/).slice(1);
+  if (parts.length === 1 && parts[0].includes('|')) {
+    return parts[0].split('|').map((word) => actionForm([], words(word), () => run(`${name} ${word}`), ''));
+  }
+  const fields = parts.map((part) => {
+    const text = part.replace(/[[\]]/g, '');
+    const [, min, max] = new RegExp(`${text} (\\d+) to (\\d+)`).exec(text.includes('|') ? '' : usage) ?? [];
+    const range = max ? { type: 'integer', minimum: Number(min), maximum: Number(max) } : {};
+    const choice = text.includes('|') ? { enum: text.split('|'), title: 'State' } : { title: words(text.toLowerCase()) };
+    return makeField(text, { ...range, ...choice }, !part.startsWith('['));
+  });
+  return [actionForm(fields, words(name), (params) => run([name, ...Object.values(params)].join(' ')), '')];
+}
+
+// ---- Accounts
+
+/** name: bytes @typedef {{ name: string, group: string }} Account */
+
+/** @returns {Promise<Account[]>} */
+async function listAccounts() {
+  /** @type {Account[]} */
+  const users = (await read('user_list.cgi')).users;
+  const names = await exactNames('/cgi-bin/user_list.cgi', users.map(({ name }) => name), (text) =>
+    text.split('\n').slice(1).map((line) => line.slice(0, line.lastIndexOf('='))));
+  return users.map(({ group }, i) => ({ group, name: names[i] }));
+}
+
+/** @param {string} name bytes @param {import('./core.js').Params} more */
+const modify = (name, more) =>
+  change('user_mod.cgi', `name=${encodeBytes(name)}${Object.entries(more).map(([key, value]) =>
+    `&${key}=${encodeURIComponent(value)}`).join('')}`);
+
+const passwordField = (label = 'Password') =>
+  fieldOf('user_mod.cgi', 'password', { label, description: '', accepted: 'Up to 30 letters, digits and punctuation marks' });
+
+/** @param {HTMLElement} page @param {AbortSignal} signal */
+export function showAccounts(page, signal) {
+  const box = el('div');
+  const node = section('Who may log in', 'user_list.cgi', box, el('p', { class: 'hint' },
+    'All ordinary accounts have the privileges that the product gives them; the administrator may do everything.'));
+  const load = async () => {
+    /** @type {string[]} */
+    const privileges = has('group_list.cgi') ? (await read('group_list.cgi', { name: 'Users' })).privilege : [];
+    const labels = privileges.map((word) => kPrivileges[word] ?? words(word));
+    box.replaceChildren(table('Accounts and privileges', ['Account', ...labels, 'Actions'], ...(await listAccounts()).map(
+      (account) => el('tr', {}, el('th', { scope: 'row' }, bdi(textOf(account.name)),
+        account.group === 'Administrator' && el('div', { class: 'soft' }, account.group)),
+      ...labels.map((label) => el('td', {}, el('input', { type: 'checkbox', checked: true, disabled: true, 'aria-label':
+        label }))), el('td', {}, el('div', { class: 'tight' }, ...actions(account, load)))))));
+  };
+  loadWhenSeen(node, signal, load);
+  page.append(node, section('New account', 'user_mod.cgi', el('p', { class: 'summary' },
+    'Without a password, an account cannot log in.'), actionForm([fieldOf('user_mod.cgi', 'name', { label: 'Name',
+    description: '' }), passwordField()], 'Add account', async ({ name, ...more }) => {
+    const bytes = bytesOf(String(name ?? ''));
+    const isKnown = (await listAccounts()).some((account) => account.name === bytes);
+    if (isKnown) throw new Refusal(400, 'there is such an account already', 'name');
+    await modify(bytes, { password: '', ...more });
+    await load();
+    return 'The account is added.';
+  })));
+}
+/** @type {Record<string, string>} */
+const kPrivileges = { ptz: 'Turn the head', pt: 'Turn the head', notify: 'Events' };
+
+/** @param {Account} account @param {() => Promise<void>} load */
+function actions({ name, group }, load) {
+  const isAdministrator = group === 'Administrator';
+  const body = [bdi(textOf(name))];
+  /** @param {string} word @param {Partial<Parameters<typeof ask>[0]>} question */
+  const act = (word, question) => button(el('span', {}, word, '…', el('span', { class: 'hide' }, ' ', bdi(textOf(name)))),
+    async () => {
+      if (!(await ask({ title: `${word}?`, body, action: word, ...question }))) return;
+      sessionStorage.removeItem('hasPassword');
+      if (isAdministrator) location.reload();  // the browser has to log in again
+      say('Done.');
+      await load();
+    });
+  return [
+    act('New password', { fields: [passwordField('New password')], send: (params) => modify(name, { password: '', ...params }) }),
+    act('Rename', { fields: [fieldOf('user_mod.cgi', 'newname', { description: '' })], send: (params) => modify(name, params) }),
+    !isAdministrator && has('user_del.cgi') && act('Delete', { danger: true, send: () =>
+      change('user_del.cgi', `name=${encodeBytes(name)}`) }),
+  ];
+}
+
+// ---- API
+
+/** @param {HTMLElement} page */
+export function showApi(page) {
+  const search = el('input', { id: newId(), type: 'search', name: 'search', autocomplete: 'off' });
+  const count = el('p', { class: 'status', role: 'status' });
+  const groups = camera.tags.map(({ name, description }) => el('section', { 'aria-label': name }, el('h2', {}, name),
+    el('p', { class: 'summary' }, description), ...endpointsOf(name).map((endpoint) => {
+      const { name: file, summary } = endpoint;
+      const details = el('details', { class: 'card api', 'data-name': file }, el('summary', {}, el('h3', {}, file),
+        el('span', { class: 'summary' }, ' ', ...prose(summary))));
+      details.addEventListener('toggle', () => details.children.length < 2 && details.append(trial(endpoint)));
+      return details;
+    })));
+  search.addEventListener('input', () => {
+    let found = 0;
+    for (const group of groups) {
+      const all = [...group.querySelectorAll('details')];
+      for (const node of all) node.hidden = !node.textContent?.toLowerCase().includes(search.value.toLowerCase());
+      const shown = all.filter((node) => !node.hidden).length;
+      group.hidden = !shown;
+      found += shown;
+    }
+    count.textContent = `${found} endpoints`;
+  });
+  page.append(el('p', {}, 'The interface is described for programs in ', el('a', { href: '/openapi.json' }, '/openapi.json'),
+    '.'), el('div', { class: 'control' }, el('label', { for: search.id }, 'Search'), search), count, ...groups);
+}
+
+/** @param {import('./core.js').Endpoint} endpoint */
+function trial({ name, fields, privilege, changes }) {
+  const inputs = fields.map((field) => el('input', { id: newId(), name: field.name, autocomplete: 'off' }));
+  const method = el('select', { id: newId(), name: 'method' }, new Option('GET'), ...(changes ? [new Option('POST')] : []));
+  const format = el('select', { id: newId(), name: 'format' }, new Option('JSON', 'application/json'),
+    new Option('Text', 'text/plain'));
+  const command = el('pre', { class: 'scroll', tabIndex: 0, role: 'group', 'aria-label': 'Command' });
+  const answer = el('pre', { class: 'scroll', tabIndex: 0, role: 'status', 'aria-label': 'Answer' });
+  const target = () => {
+    const query = inputs.filter(({ value }) => value).map((input) =>
+      `${input.name}=${encodeBytes(bytesOf(input.value))}`).join('&');
+    return method.value === 'POST' ? { url: `/cgi-bin/${name}`, body: query }
+      : { url: `/cgi-bin/${name}${query && '?'}${query}`, body: undefined };
+  };
+  /** For a shell. @param {string} text */
+  const quote = (text) => `'${text.replace(/'/g, `'\\''`)}'`;
+  const write = () => {
+    const { url, body } = target();
+    command.textContent = ['curl', sessionStorage.getItem('hasPassword') && `--digest -u ${quote(camera.administrator)}`,
+      format.selectedIndex === 0 && `-H 'Accept: application/json'`, body !== undefined && `--data ${quote(body)}`,
+      quote(location.origin + url)].filter(Boolean).join(' ');
+  };
+  const send = button('Try it', async () => {
+    const { url, body } = target();
+    const start = performance.now();
+    answer.textContent = 'Under way…';
+    const sent = body === undefined ? request(url, { accept: format.value, cache: 'no-store' }) : post(url, body, format.value);
+    const [status, text] = await sent.then(async (response) => [response.status, await response.text()],
+      ({ status, parameter, message }) => [status || 'no answer', parameter ? `${parameter}: ${message}` : message]);
+    answer.replaceChildren(`${status}, ${Math.round(performance.now() - start)} ms\n`, bdi(text));
+  }, { class: 'primary', type: 'submit' });
+  const copy = button('Copy as curl', () => {
+    getSelection()?.selectAllChildren(command);
+    // Without TLS, a page has no other way.
+    say(document.execCommand('copy') ? 'The command is copied.' : 'Copy the marked text.');
+  });
+  const rows = fields.map(({ description, accepted, choices, unit, required }, i) => el('div', { class: 'field' },
+    el('label', { for: inputs[i].id }, el('code', {}, inputs[i].name), required && ' (required)'), el('div', { class:
+      'control' }, inputs[i]), el('p', { class: 'hint' }, ...prose([description, accepted, choices.map(([value]) =>
+      `\`${value}\``).join(', '), unit].filter(Boolean).join(' ')))));
+  const form = el('form', { noValidate: true }, el('p', { class: 'hint' }, `Open to: ${privilege}.`), ...rows,
+    el('div', { class: 'buttons' }, el('label', { for: method.id }, 'Method'), method, el('label', { for: format.id },
+      'Answer as'), format, send, copy), command, answer);
+  form.addEventListener('submit', (event) => event.preventDefault());
+  form.addEventListener('input', write);
+  write();
+  return form;
+}
+
+// ---- The card. Names are kept as bytes: they need not be UTF-8.
+
+/** name: bytes @typedef {{ name: string, type: string, entries: number, kib: number }} Entry */
+
+const kPageSize = 20;
+const kPictures = /\.(jpe?g|png|gif)$/i;
+
+/** @param {string} path bytes @returns {string} for an address */
+const addressOf = (path) => encodeBytes(path, /[A-Za-z0-9_.~/-]/);
+
+/** @param {HTMLElement} page @param {AbortSignal} signal @param {string} rest */
+export function showCard(page, signal, rest) {
+  const [place, query] = rest.split('?p=');
+  const path = place.replace(/%([0-9a-f]{2})/gi, (_, code) => String.fromCharCode(parseInt(code, 16)));
+  page.append(stateCard(signal), folderCard(path, Number(query ?? 1), signal));
+}
+
+/** The card's state and space. @param {AbortSignal} signal */
+function stateCard(signal) {
+  const box = el('div');
+  const node = section('State', 'sdcard.cgi', box);
+  const fill = (/** @type {any} */ { status, total, used, free }) =>
+    box.replaceChildren(el('p', {}, el('strong', {}, status ? words(status) : 'No card')),
+      total ? el('meter', { max: total, value: used, 'aria-label': 'Used space' }) : '',
+      el('p', { class: 'soft' }, `${size(free)} free of ${size(total)}`));
+  const format = button('Format the card…', async () => {
+    const isDone = await ask({ title: 'Format the card?', danger: true, action: 'Format', fields: [makeField('word', {
+      title: 'To go on, type the word format' })], body: ['Everything on the card will be lost.'], send: async ({ word }) => {
+      if (word !== 'format') throw new Refusal(400, 'type the word format', 'word');
+      fill(await change('sdcard_format.cgi', { format: 'go' }));
+    } });
+    if (!isDone) return;
+    say('The card is formatted.');
+    location.hash = '#/card/';
+  }, { class: 'danger' });
+  loadWhenSeen(node, signal, async () => fill(await read('sdcard.cgi', {}, signal)));
+  if (has('sdcard_format.cgi')) node.append(el('div', { class: 'buttons' }, format));
+  return node;
+}
+
+/** What a name of digits says. @param {Entry} entry */
+function timeOf({ name, type }) {
+  const [, year, month, day] = (type === 'folder' && /^(\d{4})(\d\d)(\d\d)$/.exec(name)) || [];
+  if (year) return new Date(+year, +month - 1, +day).toLocaleDateString(undefined, { dateStyle: 'full' });
+  const [, hour, minute, second] = /^(\d\d)(\d\d)(\d\d)\./.exec(name) ?? [];
+  return hour && new Date(2000, 0, 1, +hour, +minute, +second).toLocaleTimeString(undefined, { timeStyle: 'medium' });
+}
+
+/** @param {string} path @param {number} number of the page @param {AbortSignal} signal */
+function folderCard(path, number, signal) {
+  const parts = path ? path.split('/') : [];
+  const crumbs = el('nav', { class: 'crumbs', 'aria-label': 'Folder' }, el('ol', {}, ...['Card', ...parts].map((part, i) =>
+    el('li', {}, el('a', { href: `#/card/${addressOf(parts.slice(0, i).join('/'))}`, 'aria-current':
+      i === parts.length ? 'page' : null }, bdi(textOf(part)))))));
+  const body = el('div');
+  const node = section('Files', 'sdcard_list.cgi', crumbs, body);
+  /** @type {Map<HTMLInputElement, Entry>} */
+  const boxes = new Map();
+  const inside = (/** @type {string} */ name) => [...parts, name].join('/');
+
+  const load = async () => {
+    const query = `page=${number}&pagesize=${kPageSize}${path && `&path=${encodeBytes(path)}`}`;
+    const { items, total_page: pages, total_file: total } = await read('sdcard_list.cgi', query, signal);
+    const names = await exactNames(`/cgi-bin/sdcard_list.cgi?${query}`, items.map((/** @type {Entry} */ { name }) => name),
+      (text) => /^items=(.*)$/m.exec(text)?.[1].split(':').map((item) => item.split('|')[0]) ?? []);
+    const pageAt = (/** @type {number} */ page) => `#/card/${addressOf(path)}${page > 1 ? `?p=${page}` : ''}`;
+    if (!items.length && number > 1) return void (location.hash = pageAt(Math.max(1, pages)));
+    boxes.clear();
+    const all = el('input', { type: 'checkbox', 'aria-label': 'Select all of this page' });
+    all.addEventListener('change', () => boxes.forEach((_, box) => (box.checked = all.checked)));
+    const rows = items.map((/** @type {Entry} */ item, /** @type {number} */ i) => row({ ...item, name: names[i] }));
+    const go = (/** @type {string} */ text, /** @type {number} */ page) => page >= 1 && page <= pages &&
+      el('a', { class: 'button', href: pageAt(page) }, text);
+    body.replaceChildren(rows.length ? table('Files', [el('td', {}, all), 'Name', 'Time', 'Size'], ...rows) : '',
+      el('div', { class: 'buttons' }, rows.length > 0 && has('sdcard_delete.cgi') &&
+        button('Delete selected…', remove, { class: 'danger' }), go('Previous', number - 1),
+      el('span', { class: 'soft' }, `${total} entries, page ${number} of ${Math.max(1, pages)}`), go('Next', number + 1)));
+  };
+  const row = (/** @type {Entry} */ entry) => {
+    const { type, entries, kib } = entry;
+    const [name, id, isFolder] = [textOf(entry.name), newId(), type === 'folder'];
+    const box = el('input', { type: 'checkbox', 'aria-labelledby': id });
+    boxes.set(box, entry);
+    const href = `${isFolder ? '#/card/' : '/volumes/local/'}${addressOf(inside(entry.name))}`;
+    const link = el('a', { href, id, download: isFolder ? null : '' }, bdi(name));
+    if (!isFolder && kPictures.test(name)) {
+      link.addEventListener('click', (event) => (event.preventDefault(), showPicture(name, href)));
+    }
+    return el('tr', {}, el('td', {}, box), el('td', { class: `name ${type}` }, link), el('td', {}, timeOf(entry)),
+      el('td', {}, isFolder ? `${entries} entries` : size(kib)));
+  };
+  const remove = async () => {
+    const chosen = [...boxes].filter(([box]) => box.checked).map(([, entry]) => entry);
+    if (!chosen.length) return say('Select something first.');
+    const list = el('ul', {}, ...chosen.map(({ name, type }) =>
+      el('li', {}, bdi(textOf(name)), type === 'folder' && ' with all that is in it')));
+    await ask({ title: `Delete ${chosen.length === 1 ? 'this' : `these ${chosen.length}`}?`, body: [list], action: 'Delete',
+      danger: true, send: async () => {
+        const names = chosen.map(({ name }) => inside(name)).join(':');
+        const { items } = await change('sdcard_delete.cgi', `name=${encodeBytes(names)}`);
+        for (const { name, result } of items) if (result) say(el('span', {}, 'Not deleted: ', bdi(name)), true);
+        await load();
+      } });
+    crumbs.querySelector('a')?.focus();
+  };
+  loadWhenSeen(node, signal, load);
+  return node;
+}
+
+/** @param {string} name @param {string} src */
+function showPicture(name, src) {
+  const note = el('p', { role: 'status' }, 'Loading…');
+  const image = el('img', { alt: name, src });
+  image.addEventListener('load', () => note.remove());
+  image.addEventListener('error', () => (image.remove(), note.textContent = 'This is not a picture.'));
+  const get = el('a', { class: 'button', href: src, download: '' }, 'Fetch');
+  void ask({ title: 'Picture', body: [bdi(name), note, image, get], action: 'Close' });
+}
