@@ -1,7 +1,6 @@
 // The frame: navigation, pages, the state of the connection, and the first password.
-import { bus, camera, change, el, endpointsOf, fieldOf, has, link, loadDescription, newId, read, report, request,
-  sleep } from './core.js';
-import { actionForm, card, kindOf } from './form.js';
+import { actionForm, bus, camera, card, change, el, endpointsOf, fieldOf, has, kindOf, link, loadDescription,
+  newId, read, report, request, sleep } from './core.js';
 
 /** @typedef {(page: HTMLElement, signal: AbortSignal, rest: string) => unknown} Show */
 
@@ -47,8 +46,8 @@ function listPages() {
 /** @param {boolean} [isFirst] */
 function route(isFirst = false) {
   const hash = location.hash || '#/live';
-  const page = pages.find((p) => hash === p.hash || hash.startsWith(`${p.hash}/`)) ?? { hash: '', title: 'Not here', show:
-    (at) => at.append(el('p', {}, 'This camera has no such page, or your account may not open it.')) };
+  const page = pages.find((p) => `${hash}/`.startsWith(`${p.hash}/`)) ?? { hash: '', title: 'Not here', show: (at) =>
+    at.append(el('p', {}, 'This camera has no such page, or your account may not open it.')) };
   ended.abort();
   ended = new AbortController();
   const heading = el('h1', { tabIndex: -1 }, page.title);

@@ -1,8 +1,9 @@
 // The pages System, Accounts, API and Card; waiting for the camera.
-import { Refusal, awake, bdi, button, bytesOf, camera, change, el, encodeBytes, endpointOf, endpointsOf, exactNames,
-  fieldOf, has, makeField, newId, post, prose, read, request, say, section, size, sleep, table, textOf,
-  words } from './core.js';
-import { actionForm, ask, card, carryOut, loadWhenSeen } from './form.js';
+import { Refusal, actionForm, ask, awake, bdi, button, bytesOf, camera, card, carryOut, change, controlOf, decodeBytes,
+  el, encodeBytes, endpointOf, endpointsOf, exactNames, fieldOf, has, loadWhenSeen, makeField, newId, post, prose, read,
+  request, say, section, size, sleep, table, textOf, words } from './core.js';
+
+/** @import { Child, Endpoint, Params } from './core.js' */
 
 /** @param {HTMLElement} page @param {AbortSignal} signal */
 export function showSystem(page, signal) {
@@ -12,8 +13,9 @@ export function showSystem(page, signal) {
   for (const [name, title] of [['system_reboot.cgi', 'Restart'], ['system_reset.cgi', 'Factory reset']]) {
     if (!has(name)) continue;
     const endpoint = { ...endpointOf(name), title };
-    cards.append(section(title, name, el('p', { class: 'summary' }, ...prose(endpoint.summary)), button(`${title}…`, () =>
-      carryOut(endpoint, { [endpoint.fields[0].name]: 'go' }), { class: 'danger' })));
+    const run = () => carryOut(endpoint, { [endpoint.fields[0].name]: 'go' });
+    cards.append(section(title, name, el('p', { class: 'summary' }, ...prose(endpoint.summary)),
+      button(`${title}…`, run, { class: 'danger' })));
   }
   cards.append(section('For programs', 'openapi', el('p', {}, 'What this console does, a program can do, too: ',
     el('a', { href: '#/api' }, 'all endpoints'), ', to try and to copy.')));
@@ -53,7 +55,8 @@ function backup() {
   return section('Backup', 'backup', el('p', { class: 'summary' },
     'The file holds all settings, also accounts and passwords: keep it safe.'),
   el('a', { class: 'button', href: '/backup', download: '' }, 'Save the settings to a file'),
-  el('label', { class: 'label', for: file.id }, 'Restore from a file'), el('div', { class: 'control' }, file, restore), error);
+  el('label', { class: 'label', for: file.id }, 'Restore from a file'), el('div', { class: 'control' }, file, restore),
+  error);
 }
 
 // ---- Waiting for the camera
@@ -70,7 +73,7 @@ function waiting(title, text) {
 }
 
 /** Whether there is a web server at this address. */
-const answers = () => request('/console/style.css', { method: 'HEAD', accept: '*/*', limit: 3000, cache: 'no-store' })
+const answers = () => request('/console/style.css', { method: 'HEAD', accept: '*/*', limit: 3000 })
   .then(() => true, ({ status }) => status > 0);
 
 /** Waits until the web server is away, at most so long. @param {number} seconds */
@@ -131,26 +134,24 @@ async function simulator(page, signal) {
   page.append(section('What happens around it', 'simulator', el('p', { class: 'summary' },
     'This camera is a virtual one. Here you make something happen to it.'), el('div', { class: 'cards' },
     ...commands.map(({ name, usage, help }) => el('div', { class: 'card plain', 'data-command': name },
-      el('h3', {}, words(name)), el('p', { class: 'hint' }, help), ...simulated(name, usage, run))))));
+      el('h3', {}, words(name)), el('p', { class: 'hint' }, help), simulated(name, usage, run))))));
 }
 
-/**
- * A usage has words between bars and values in capitals; what is in brackets may be left out.
- * @param {string} name @param {string} usage @param {(command: string) => Promise<import('./core.js').Child>} run
- */
+/** A usage has words between bars and values in capitals; what is in brackets may be left out. @param {string} name
+ * @param {string} usage @param {(command: string) => Promise<Child>} run */
 function simulated(name, usage, run) {
   const parts = usage.split(/[;,]/)[0].trim().split(/\s+/).slice(1);
-  if (parts.length === 1 && parts[0].includes('|')) {
-    return parts[0].split('|').map((word) => actionForm([], words(word), () => run(`${name} ${word}`), ''));
-  }
   const fields = parts.map((part) => {
     const text = part.replace(/[[\]]/g, '');
-    const [, min, max] = new RegExp(`${text} (\\d+) to (\\d+)`).exec(text.includes('|') ? '' : usage) ?? [];
+    const required = !part.startsWith('[');
+    if (text.includes('|')) return makeField(text, { enum: text.split('|'), title: 'State' }, required);
+    const [, min, max] = new RegExp(`${text} (\\d+) to (\\d+)`).exec(usage) ?? [];
     const range = max ? { type: 'integer', minimum: Number(min), maximum: Number(max) } : {};
-    const choice = text.includes('|') ? { enum: text.split('|'), title: 'State' } : { title: words(text.toLowerCase()) };
-    return makeField(text, { ...range, ...choice }, !part.startsWith('['));
+    return makeField(text, { ...range, title: words(text.toLowerCase()) }, required);
   });
-  return [actionForm(fields, words(name), (params) => run([name, ...Object.values(params)].join(' ')), '')];
+  const [{ choices }] = fields;
+  if (fields.length === 1 && choices.length) return actionForm([], choices, (_, word) => run(`${name} ${word}`), '');
+  return actionForm(fields, words(name), (params) => run([name, ...Object.values(params)].join(' ')), '');
 }
 
 // ---- Accounts
@@ -166,28 +167,29 @@ async function listAccounts() {
   return users.map(({ group }, i) => ({ group, name: names[i] }));
 }
 
-/** @param {string} name bytes @param {import('./core.js').Params} more */
+/** @param {string} name bytes @param {Params} more */
 const modify = (name, more) =>
   change('user_mod.cgi', `name=${encodeBytes(name)}${Object.entries(more).map(([key, value]) =>
     `&${key}=${encodeURIComponent(value)}`).join('')}`);
 
-const passwordField = (label = 'Password') =>
-  fieldOf('user_mod.cgi', 'password', { label, description: '', accepted: 'Up to 30 letters, digits and punctuation marks' });
+const passwordField = () => fieldOf('user_mod.cgi', 'password', { description: '', accepted:
+  'Up to 30 letters, digits and punctuation marks' });
 
 /** @param {HTMLElement} page @param {AbortSignal} signal */
 export function showAccounts(page, signal) {
-  const box = el('div');
-  const node = section('Who may log in', 'user_list.cgi', box, el('p', { class: 'hint' },
+  const place = el('div');
+  const node = section('Who may log in', 'user_list.cgi', place, el('p', { class: 'hint' },
     'All ordinary accounts have the privileges that the product gives them; the administrator may do everything.'));
   const load = async () => {
     /** @type {string[]} */
     const privileges = has('group_list.cgi') ? (await read('group_list.cgi', { name: 'Users' })).privilege : [];
-    const labels = privileges.map((word) => kPrivileges[word] ?? words(word));
-    box.replaceChildren(table('Accounts and privileges', ['Account', ...labels, 'Actions'], ...(await listAccounts()).map(
-      (account) => el('tr', {}, el('th', { scope: 'row' }, bdi(textOf(account.name)),
-        account.group === 'Administrator' && el('div', { class: 'soft' }, account.group)),
-      ...labels.map((label) => el('td', {}, el('input', { type: 'checkbox', checked: true, disabled: true, 'aria-label':
-        label }))), el('td', {}, el('div', { class: 'tight' }, ...actions(account, load)))))));
+    const labels = privileges.map((word) => words(word.replace('notify', 'events').replace(/^ptz?$/, 'turn the head')));
+    const box = (/** @type {string} */ label) =>
+      el('td', {}, el('input', { type: 'checkbox', checked: true, disabled: true, 'aria-label': label }));
+    const rows = (await listAccounts()).map((account) => el('tr', {}, el('th', { scope: 'row' },
+      bdi(textOf(account.name)), account.group === 'Administrator' && el('div', { class: 'soft' }, account.group)),
+    el('td', {}, el('div', { class: 'tight' }, ...actions(account, load))), ...labels.map(box)));
+    place.replaceChildren(table('Accounts and privileges', ['Account', 'Actions', ...labels], ...rows));
   };
   loadWhenSeen(node, signal, load);
   page.append(node, section('New account', 'user_mod.cgi', el('p', { class: 'summary' },
@@ -201,25 +203,24 @@ export function showAccounts(page, signal) {
     return 'The account is added.';
   })));
 }
-/** @type {Record<string, string>} */
-const kPrivileges = { ptz: 'Turn the head', pt: 'Turn the head', notify: 'Events' };
 
 /** @param {Account} account @param {() => Promise<void>} load */
 function actions({ name, group }, load) {
   const isAdministrator = group === 'Administrator';
-  const body = [bdi(textOf(name))];
+  const who = () => bdi(textOf(name));
+  const label = (/** @type {string} */ word) => el('span', {}, `${word}…`, el('span', { class: 'hide' }, who()));
   /** @param {string} word @param {Partial<Parameters<typeof ask>[0]>} question */
-  const act = (word, question) => button(el('span', {}, word, '…', el('span', { class: 'hide' }, ' ', bdi(textOf(name)))),
-    async () => {
-      if (!(await ask({ title: `${word}?`, body, action: word, ...question }))) return;
-      sessionStorage.removeItem('hasPassword');
-      if (isAdministrator) location.reload();  // the browser has to log in again
-      say('Done.');
-      await load();
-    });
+  const act = (word, question) => button(label(word), async () => {
+    if (!(await ask({ title: `${word}?`, body: [who()], action: word, ...question }))) return;
+    sessionStorage.removeItem('hasPassword');
+    if (isAdministrator) location.reload();  // the browser has to log in again
+    say('Done.');
+    await load();
+  });
+  const send = (/** @type {Params} */ params) => modify(name, params);
   return [
-    act('New password', { fields: [passwordField('New password')], send: (params) => modify(name, { password: '', ...params }) }),
-    act('Rename', { fields: [fieldOf('user_mod.cgi', 'newname', { description: '' })], send: (params) => modify(name, params) }),
+    act('New password', { fields: [passwordField()], send: (params) => send({ password: '', ...params }) }),
+    act('Rename', { fields: [fieldOf('user_mod.cgi', 'newname', { description: '' })], send }),
     !isAdministrator && has('user_del.cgi') && act('Delete', { danger: true, send: () =>
       change('user_del.cgi', `name=${encodeBytes(name)}`) }),
   ];
@@ -250,21 +251,25 @@ export function showApi(page) {
     }
     count.textContent = `${found} endpoints`;
   });
-  page.append(el('p', {}, 'The interface is described for programs in ', el('a', { href: '/openapi.json' }, '/openapi.json'),
-    '.'), el('div', { class: 'control' }, el('label', { for: search.id }, 'Search'), search), count, ...groups);
+  page.append(el('p', {}, 'For programs: ', el('a', { href: '/openapi.json' }, '/openapi.json'), '.'),
+    el('div', { class: 'control' }, el('label', { for: search.id }, 'Search'), search), count, ...groups);
 }
 
-/** @param {import('./core.js').Endpoint} endpoint */
+/** @param {Endpoint} endpoint */
 function trial({ name, fields, privilege, changes }) {
-  const inputs = fields.map((field) => el('input', { id: newId(), name: field.name, autocomplete: 'off' }));
-  const method = el('select', { id: newId(), name: 'method' }, new Option('GET'), ...(changes ? [new Option('POST')] : []));
-  const format = el('select', { id: newId(), name: 'format' }, new Option('JSON', 'application/json'),
-    new Option('Text', 'text/plain'));
+  // Any text may be tried.
+  const free = { choices: [], number: false, secret: false, base64: false, maxLength: 0 };
+  const controls = fields.map((field) => controlOf({ ...field, ...free, label: field.name, accepted: field.accepted ||
+    field.choices.map(([value]) => value).join(', ') }));
+  const pick = (/** @type {string} */ label, /** @type {string[]} */ ...choices) =>
+    el('select', { 'aria-label': label }, ...choices.map((text) => new Option(text)));
+  const method = pick('Method', 'GET', ...(changes ? ['POST'] : []));
+  const format = pick('Answer as', 'application/json', 'text/plain');
   const command = el('pre', { class: 'scroll', tabIndex: 0, role: 'group', 'aria-label': 'Command' });
   const answer = el('pre', { class: 'scroll', tabIndex: 0, role: 'status', 'aria-label': 'Answer' });
   const target = () => {
-    const query = inputs.filter(({ value }) => value).map((input) =>
-      `${input.name}=${encodeBytes(bytesOf(input.value))}`).join('&');
+    const query = controls.filter(({ get }) => get()).map(({ field, get }) =>
+      `${field.name}=${encodeBytes(bytesOf(get()))}`).join('&');
     return method.value === 'POST' ? { url: `/cgi-bin/${name}`, body: query }
       : { url: `/cgi-bin/${name}${query && '?'}${query}`, body: undefined };
   };
@@ -272,15 +277,16 @@ function trial({ name, fields, privilege, changes }) {
   const quote = (text) => `'${text.replace(/'/g, `'\\''`)}'`;
   const write = () => {
     const { url, body } = target();
-    command.textContent = ['curl', sessionStorage.getItem('hasPassword') && `--digest -u ${quote(camera.administrator)}`,
-      format.selectedIndex === 0 && `-H 'Accept: application/json'`, body !== undefined && `--data ${quote(body)}`,
+    const login = sessionStorage.getItem('hasPassword') && `--digest -u ${quote(camera.administrator)}`;
+    command.textContent = ['curl', login,
+      !format.selectedIndex && `-H 'Accept: application/json'`, body !== undefined && `--data ${quote(body)}`,
       quote(location.origin + url)].filter(Boolean).join(' ');
   };
   const send = button('Try it', async () => {
     const { url, body } = target();
     const start = performance.now();
     answer.textContent = 'Under way…';
-    const sent = body === undefined ? request(url, { accept: format.value, cache: 'no-store' }) : post(url, body, format.value);
+    const sent = body === undefined ? request(url, { accept: format.value }) : post(url, body, format.value);
     const [status, text] = await sent.then(async (response) => [response.status, await response.text()],
       ({ status, parameter, message }) => [status || 'no answer', parameter ? `${parameter}: ${message}` : message]);
     answer.replaceChildren(`${status}, ${Math.round(performance.now() - start)} ms\n`, bdi(text));
@@ -290,13 +296,8 @@ function trial({ name, fields, privilege, changes }) {
     // Without TLS, a page has no other way.
     say(document.execCommand('copy') ? 'The command is copied.' : 'Copy the marked text.');
   });
-  const rows = fields.map(({ description, accepted, choices, unit, required }, i) => el('div', { class: 'field' },
-    el('label', { for: inputs[i].id }, el('code', {}, inputs[i].name), required && ' (required)'), el('div', { class:
-      'control' }, inputs[i]), el('p', { class: 'hint' }, ...prose([description, accepted, choices.map(([value]) =>
-      `\`${value}\``).join(', '), unit].filter(Boolean).join(' ')))));
-  const form = el('form', { noValidate: true }, el('p', { class: 'hint' }, `Open to: ${privilege}.`), ...rows,
-    el('div', { class: 'buttons' }, el('label', { for: method.id }, 'Method'), method, el('label', { for: format.id },
-      'Answer as'), format, send, copy), command, answer);
+  const form = el('form', { noValidate: true }, el('p', { class: 'hint' }, `Open to: ${privilege}.`),
+    ...controls.map(({ row }) => row), el('div', { class: 'buttons' }, method, format, send, copy), command, answer);
   form.addEventListener('submit', (event) => event.preventDefault());
   form.addEventListener('input', write);
   write();
@@ -316,8 +317,7 @@ const addressOf = (path) => encodeBytes(path, /[A-Za-z0-9_.~/-]/);
 /** @param {HTMLElement} page @param {AbortSignal} signal @param {string} rest */
 export function showCard(page, signal, rest) {
   const [place, query] = rest.split('?p=');
-  const path = place.replace(/%([0-9a-f]{2})/gi, (_, code) => String.fromCharCode(parseInt(code, 16)));
-  page.append(stateCard(signal), folderCard(path, Number(query ?? 1), signal));
+  page.append(stateCard(signal), folderCard(decodeBytes(place), Number(query ?? 1), signal));
 }
 
 /** The card's state and space. @param {AbortSignal} signal */
@@ -329,11 +329,13 @@ function stateCard(signal) {
       total ? el('meter', { max: total, value: used, 'aria-label': 'Used space' }) : '',
       el('p', { class: 'soft' }, `${size(free)} free of ${size(total)}`));
   const format = button('Format the card…', async () => {
-    const isDone = await ask({ title: 'Format the card?', danger: true, action: 'Format', fields: [makeField('word', {
-      title: 'To go on, type the word format' })], body: ['Everything on the card will be lost.'], send: async ({ word }) => {
+    const field = makeField('word', { title: 'To go on, type the word format' });
+    const send = async (/** @type {Params} */ { word }) => {
       if (word !== 'format') throw new Refusal(400, 'type the word format', 'word');
       fill(await change('sdcard_format.cgi', { format: 'go' }));
-    } });
+    };
+    const isDone = await ask({ title: 'Format the card?', danger: true, action: 'Format', fields: [field], send, body:
+      ['All that is on the card will be lost.'] });
     if (!isDone) return;
     say('The card is formatted.');
     location.hash = '#/card/';
@@ -354,9 +356,9 @@ function timeOf({ name, type }) {
 /** @param {string} path @param {number} number of the page @param {AbortSignal} signal */
 function folderCard(path, number, signal) {
   const parts = path ? path.split('/') : [];
-  const crumbs = el('nav', { class: 'crumbs', 'aria-label': 'Folder' }, el('ol', {}, ...['Card', ...parts].map((part, i) =>
-    el('li', {}, el('a', { href: `#/card/${addressOf(parts.slice(0, i).join('/'))}`, 'aria-current':
-      i === parts.length ? 'page' : null }, bdi(textOf(part)))))));
+  const links = ['Card', ...parts].map((part, i) => el('li', {}, el('a', { href: `#/card/${addressOf(parts.slice(0, i)
+    .join('/'))}`, 'aria-current': i === parts.length ? 'page' : null }, bdi(textOf(part)))));
+  const crumbs = el('nav', { class: 'crumbs', 'aria-label': 'Folder' }, el('ol', {}, ...links));
   const body = el('div');
   const node = section('Files', 'sdcard_list.cgi', crumbs, body);
   /** @type {Map<HTMLInputElement, Entry>} */
@@ -365,21 +367,23 @@ function folderCard(path, number, signal) {
 
   const load = async () => {
     const query = `page=${number}&pagesize=${kPageSize}${path && `&path=${encodeBytes(path)}`}`;
-    const { items, total_page: pages, total_file: total } = await read('sdcard_list.cgi', query, signal);
-    const names = await exactNames(`/cgi-bin/sdcard_list.cgi?${query}`, items.map((/** @type {Entry} */ { name }) => name),
-      (text) => /^items=(.*)$/m.exec(text)?.[1].split(':').map((item) => item.split('|')[0]) ?? []);
+    const { items: found, total_page: pages, total_file: total } = await read('sdcard_list.cgi', query, signal);
+    /** @type {Entry[]} */
+    const items = found;
+    const names = await exactNames(`/cgi-bin/sdcard_list.cgi?${query}`, items.map(({ name }) => name), (text) =>
+      /^items=(.*)$/m.exec(text)?.[1].split(':').map((item) => item.split('|')[0]) ?? []);
     const pageAt = (/** @type {number} */ page) => `#/card/${addressOf(path)}${page > 1 ? `?p=${page}` : ''}`;
     if (!items.length && number > 1) return void (location.hash = pageAt(Math.max(1, pages)));
     boxes.clear();
     const all = el('input', { type: 'checkbox', 'aria-label': 'Select all of this page' });
     all.addEventListener('change', () => boxes.forEach((_, box) => (box.checked = all.checked)));
-    const rows = items.map((/** @type {Entry} */ item, /** @type {number} */ i) => row({ ...item, name: names[i] }));
+    const rows = items.map((item, i) => row({ ...item, name: names[i] }));
     const go = (/** @type {string} */ text, /** @type {number} */ page) => page >= 1 && page <= pages &&
       el('a', { class: 'button', href: pageAt(page) }, text);
     body.replaceChildren(rows.length ? table('Files', [el('td', {}, all), 'Name', 'Time', 'Size'], ...rows) : '',
       el('div', { class: 'buttons' }, rows.length > 0 && has('sdcard_delete.cgi') &&
         button('Delete selected…', remove, { class: 'danger' }), go('Previous', number - 1),
-      el('span', { class: 'soft' }, `${total} entries, page ${number} of ${Math.max(1, pages)}`), go('Next', number + 1)));
+      el('span', { class: 'soft' }, `${total} entries, page ${number} of ${pages || 1}`), go('Next', number + 1)));
   };
   const row = (/** @type {Entry} */ entry) => {
     const { type, entries, kib } = entry;
@@ -399,8 +403,8 @@ function folderCard(path, number, signal) {
     if (!chosen.length) return say('Select something first.');
     const list = el('ul', {}, ...chosen.map(({ name, type }) =>
       el('li', {}, bdi(textOf(name)), type === 'folder' && ' with all that is in it')));
-    await ask({ title: `Delete ${chosen.length === 1 ? 'this' : `these ${chosen.length}`}?`, body: [list], action: 'Delete',
-      danger: true, send: async () => {
+    await ask({ title: `Delete ${chosen.length === 1 ? 'this' : `these ${chosen.length}`}?`, body: [list], danger: true,
+      action: 'Delete', send: async () => {
         const names = chosen.map(({ name }) => inside(name)).join(':');
         const { items } = await change('sdcard_delete.cgi', `name=${encodeBytes(names)}`);
         for (const { name, result } of items) if (result) say(el('span', {}, 'Not deleted: ', bdi(name)), true);

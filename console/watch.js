@@ -1,7 +1,8 @@
 // The pages Live and Events: what the camera sees, what turns it and changes its picture, and what happens.
-import { Pace, Refusal, awake, bdi, bus, button, change, el, endpointOf, fieldOf, has, newId, read, repeat, report,
-  request, say, section, sleep, table, words } from './core.js';
-import { actionForm, ask, card, carryOut, loadWhenSeen } from './form.js';
+import { Pace, Refusal, actionForm, ask, awake, bdi, bus, button, card, carryOut, change, el, endpointOf, fieldOf, has,
+  loadWhenSeen, newId, read, repeat, report, request, say, section, sleep, table, words } from './core.js';
+
+/** @import { Child, Params } from './core.js' */
 
 const kAngle = 60;  // that the picture shows from side to side, about
 const kMaxStep = 32;
@@ -36,19 +37,15 @@ export function showLive(page, signal) {
   });
 }
 
-/**
- * A part of the side that loads when it is opened.
- * @param {HTMLElement} side @param {string} title @param {(details: HTMLDetailsElement) => import('./core.js').Child[]} fill
- * @param {boolean} [isOpen]
- */
+/** A part of the side that loads when it is opened. @param {HTMLElement} side @param {string} title @param {(details:
+ * HTMLDetailsElement) => Child[]} fill @param {boolean} [isOpen] */
 function panel(side, title, fill, isOpen = false) {
   const box = el('div', { class: 'inside' });
   const details = el('details', { class: 'card panel' }, el('summary', {}, el('h2', {}, title)), box);
   details.addEventListener('toggle', () => {
-    sessionStorage.setItem(`panel ${title}`, details.open ? '1' : '');
     if (details.open && !box.hasChildNodes()) box.append(...fill(details).filter((node) => node instanceof Node));
   });
-  details.open = isOpen || sessionStorage.getItem(`panel ${title}`) === '1';
+  details.open = isOpen;
   side.append(details);
 }
 
@@ -59,7 +56,6 @@ function picture(signal, head) {
   const stage = el('div', { class: 'stage' }, image, note);
   const profile = el('select', { id: newId(), name: 'profile' },
     ...['1', '2', '3', '4'].map((number) => new Option(`Profile ${number}`, number)));
-  profile.value = sessionStorage.getItem('profile') ?? '1';
   // The fragment makes the browser ask again.
   const play = () => {
     note.textContent = 'Loading…';
@@ -78,15 +74,12 @@ function picture(signal, head) {
   bus.addEventListener('online', play, { signal });
   bus.addEventListener('saved', (/** @type {any} */ { detail }) => detail.name === 'video.cgi' && play(), { signal });
   signal.addEventListener('abort', stop);
-  profile.addEventListener('change', () => {
-    sessionStorage.setItem('profile', profile.value);
-    play();
-  });
+  profile.addEventListener('change', play);
   play();
   const full = button('Full screen', () =>
     document.fullscreenElement ? document.exitFullscreen() : stage.requestFullscreen());
   const keep = button('Save a snapshot', async () => {
-    const response = await request(`/snapshot.jpg?profile=${profile.value}`, { accept: 'image/jpeg', cache: 'no-store' });
+    const response = await request(`/snapshot.jpg?profile=${profile.value}`, { accept: 'image/jpeg' });
     const href = URL.createObjectURL(await response.blob());
     const time = new Date().toISOString().slice(0, 19).replace(/[:T]/g, '-');
     el('a', { href, download: `snapshot-${time}.jpg` }).click();
@@ -129,11 +122,11 @@ class Head {
     }, true);
   }
 
-  /** @param {string} name @param {import('./core.js').Params} params */
+  /** @param {string} name @param {Params} params @returns {Promise<unknown>} */
   do(name, params) {
     this.wanted = { p: 0, t: 0 };
     this.place.textContent = 'Turning…';
-    return new Promise((resolve, reject) => this.pace.add(name, () => change(name, params).then(resolve, reject), true));
+    return new Promise((done, fail) => this.pace.add(name, () => change(name, params).then(done, fail), true));
   }
 
   goHome() {
@@ -173,7 +166,7 @@ class Head {
     });
   }
 
-  /** @returns {import('./core.js').Child[]} */
+  /** @returns {Child[]} */
   controls() {
     const act = (/** @type {string} */ text, /** @type {string} */ name, /** @type {string} */ word) =>
       has(name) && button(text, () => this.do(name, { act: word }).then(() => say(`${text}: done.`)));
@@ -206,19 +199,20 @@ class Head {
   }
 
   #pad() {
-    const names = ['Up and left', 'Up', 'Up and right', 'Left', 'Home', 'Right', 'Down and left', 'Down', 'Down and right'];
-    const pad = el('div', { class: 'pad', role: 'group', 'aria-label': 'Turn the head' }, ...names.map((name, i) => {
+    const keys = Array.from('↖↑↗←⌂→↙↓↘', (sign, i) => {
       const [p, t] = [(i % 3) - 1, 1 - Math.floor(i / 3)];
+      const title = [['Down', '', 'Up'][t + 1], ['left', '', 'right'][p + 1]].filter(Boolean).join(' and ') || 'Home';
       const turn = () => this.turn(p * Number(this.step.value), t * Number(this.step.value));
-      const key = button('↖↑↗←⌂→↙↓↘'[i], p || t ? turn : () => this.goHome(), { 'aria-label': name, title: name });
-      if (!p && !t) return key;
+      const key = button(sign, title === 'Home' ? () => this.goHome() : turn, { 'aria-label': title, title });
       let timer = 0;
+      if (title === 'Home') return key;
       key.addEventListener('pointerdown', () => (timer = window.setInterval(turn, 400)));
       for (const end of ['pointerup', 'pointerleave', 'pointercancel']) {
         key.addEventListener(end, () => clearInterval(timer));
       }
       return key;
-    }));
+    });
+    const pad = el('div', { class: 'pad', role: 'group', 'aria-label': 'Turn the head' }, ...keys);
     pad.addEventListener('keydown', (event) => this.onKey(event));
     return pad;
   }
@@ -232,16 +226,17 @@ class Head {
       const label = (/** @type {string} */ word) => el('span', {}, word, el('span', { class: 'hide' }, ' ', bdi(name)));
       return el('li', {}, button(bdi(name), () => this.do('ptz_preset.cgi', { act: 'go', name }), { class: 'go' }),
         button(label('Rename'), () => this.#rename(name, p, t), { class: 'quiet' }),
-        button(label('Delete'), () => ask({ title: 'Delete this preset?', body: [bdi(name)], action: 'Delete', danger: true,
-          send: () => change('ptz_preset.cgi', { act: 'del', name }) }).then(() => this.#listPresets()), { class: 'quiet' }));
+        button(label('Delete'), async () => {
+          const send = () => change('ptz_preset.cgi', { act: 'del', name });
+          await ask({ title: 'Delete this preset?', body: [bdi(name)], action: 'Delete', danger: true, send });
+          await this.#listPresets();
+        }, { class: 'quiet' }));
     }));
     if (!presets.length) this.presets.append(el('li', { class: 'soft' }, 'None yet.'));
   }
 
-  /**
-   * A preset gets its name when it is stored: the head goes there, stores the position anew and deletes the old preset.
-   * @param {string} name @param {number} p its pan @param {number} t its tilt
-   */
+  /** A preset gets its name when it is stored: the head goes there, stores the position anew and deletes the old
+   * preset. @param {string} name @param {number} p its pan @param {number} t its tilt */
   async #rename(name, p, t) {
     const send = async (/** @type {any} */ { name: fresh }) => {
       if (this.names.includes(fresh)) throw new Refusal(400, 'there is such a preset already', 'name');
@@ -266,24 +261,24 @@ class Head {
 
 // ---- Events
 
-/** What the camera reported, by its clock. @typedef {{ at: number, kind: string, number: number, value: any }} Happening */
-/** What it means. @typedef {{ key: string, on: boolean, level: number, text: string }} Sign */
+/** What the camera reports. at: by its clock. @typedef {{ at: number, kind: string, number: number, value: any }} Report */
+/** What that means. @typedef {{ key: string, on: boolean, level: number, text: string }} Sign */
 
 const kWindow = 5 * 60000;
 const kHolds = 5000;  // how long a report is true; the camera repeats it while it is
 
-/** @type {Happening[]} */
+/** @type {Report[]} */
 const history = [];
 let lastId = '0';
 let lead = Infinity;  // of the browser's clock over the camera's
 
 /** @type {Record<string, string>} */
-const kLabels = { md: 'Motion', sound: 'Sound', pir: 'Infrared sensor', recording: 'Recording', storage: 'Storage',
-  speaker_occupied: 'Speaker in use', mic_muted: 'Microphone muted' };
+const kLabels = { md: 'Motion', md1: 'Motion', speaker_occupied: 'Speaker in use', mail_shot: 'Picture by mail',
+  ftp_shot: 'Picture by FTP', cifs_rec: 'Record to a share', sd1_rec: 'Record to the card' };
 /** @param {string} key */
 const labelOf = (key) => kLabels[key] ?? words(key).replace(/\d+$/, ' $&');
 
-/** @param {Happening} happening @returns {Sign} */
+/** @param {Report} report @returns {Sign} */
 function signOf({ kind, number, value }) {
   const level = Number(value) || 0;
   const on = value !== 0 && value !== 'off' && value !== false;
@@ -300,18 +295,16 @@ function signOf({ kind, number, value }) {
 const listen = (signal, tell) => repeat(signal, 2000, async () => {
   const ended = new AbortController();
   const end = () => ended.abort();
-  let timer = 0;
   document.addEventListener('visibilitychange', end, { signal: ended.signal });
   signal.addEventListener('abort', end, { signal: ended.signal });
   try {
-    const response = await request('/events', { accept: 'text/event-stream', signal: ended.signal, cache: 'no-store',
+    const response = await request('/events', { accept: 'text/event-stream', signal: ended.signal,
       headers: { 'Last-Event-ID': lastId } });
     const reader = /** @type {ReadableStream<Uint8Array>} */ (response.body).getReader();
     const decoder = new TextDecoder();
     for (let text = '';;) {
-      timer = window.setTimeout(end, 40000);  // a line comes every fifteen seconds
-      const { done, value } = await reader.read();
-      clearTimeout(timer);
+      const timer = setTimeout(end, 40000);  // a line comes every fifteen seconds
+      const { done, value } = await reader.read().finally(() => clearTimeout(timer));
       if (done) break;
       const blocks = (text + decoder.decode(value, { stream: true })).split('\n\n');
       text = blocks.pop() ?? '';
@@ -406,13 +399,14 @@ function now(signal) {
   void (async () => {
     for (; !signal.aborted; await sleep(pause, signal)) draw();
   })();
+  const axis = ['−5 min', '−4', '−3', '−2', '−1', 'now'].map((text) => el('span', {}, text));
   return section('Now', 'events', tiles, el('h3', {}, 'The last five minutes'), el('div', { role: 'img', 'aria-label':
-    'Time line of the last five minutes; the list below says the same in words' }, strips, el('div', { class: 'axis' },
-    ...['−5 min', '−4', '−3', '−2', '−1', 'now'].map((text) => el('span', {}, text)))), el('h3', {}, 'What began'), recent,
-  state);
+    'Time line of the last five minutes; the list below says the same in words' }, strips,
+  el('div', { class: 'axis' }, ...axis)), el('h3', {}, 'What began'), recent, state);
 }
 
-/** @param {HTMLCanvasElement} canvas @param {(Sign & { at: number })[]} signs @param {number} time @param {string} key */
+/** @param {HTMLCanvasElement} canvas @param {(Sign & { at: number })[]} signs @param {number} time @param {string} key
+ */
 function drawStrip(canvas, signs, time, key) {
   const { clientWidth: width, clientHeight: height } = canvas;
   canvas.width = width * devicePixelRatio;
@@ -433,17 +427,13 @@ function drawStrip(canvas, signs, time, key) {
 /** Which event can lead to which action. @param {AbortSignal} signal */
 function rules(signal) {
   const box = el('div');
-  const node = section('Rules', 'event_info.cgi', el('p', { class: 'summary' }, 'Which event can lead to which action.'),
-    box);
-  /** @type {Record<string, string>} */
-  const nice = { md1: 'Motion', cifs_rec: 'Record to a share', sd1_rec: 'Record to the card', mail_shot: 'Picture by mail',
-    ftp_shot: 'Picture by FTP' };
-  const text = (/** @type {string} */ word) => nice[word] ?? labelOf(word);
+  const node = section('Rules', 'event_info.cgi', el('p', { class: 'summary' },
+    'Which event can lead to which action.'), box);
   loadWhenSeen(node, signal, async () => {
     /** @type {Record<string, string[]>} */
     const { name, events, handlers } = await read('event_info.cgi', {}, signal);
-    box.replaceChildren(table('Rules', ['Event', ...handlers.map(text)], ...events.map((e) =>
-      el('tr', {}, el('th', { scope: 'row' }, text(e)), ...handlers.map((h) => el('td', {},
+    box.replaceChildren(table('Rules', ['Event', ...handlers.map(labelOf)], ...events.map((e) =>
+      el('tr', {}, el('th', { scope: 'row' }, labelOf(e)), ...handlers.map((h) => el('td', {},
         name.includes(`${e}-${h}`) || name.includes(`${e}-${h}-event`) ? '✓' : '–'))))));
   });
   return node;
@@ -468,7 +458,7 @@ function log(signal) {
     box.scrollTop = box.scrollHeight;
   };
   const load = async () => {
-    const response = await request(size ? `/log?after=${size}` : '/log', { accept: 'text/plain', signal, cache: 'no-store' });
+    const response = await request(`/log${size ? `?after=${size}` : ''}`, { accept: 'text/plain', signal });
     const text = await response.text();
     size = Number(response.headers.get('X-Log-Size')) || size;
     if (!text && lines.length) return;
