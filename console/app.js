@@ -1,5 +1,5 @@
 // The frame: navigation, pages, the state of the connection, and the first password.
-import { actionForm, bus, camera, card, change, el, endpointsOf, fieldOf, has, kindOf, link, loadDescription,
+import { Refusal, actionForm, bus, camera, card, change, el, endpointsOf, fieldOf, has, kindOf, link, loadDescription,
   newId, read, report, request, sleep } from './core.js';
 
 /** @typedef {(page: HTMLElement, signal: AbortSignal, rest: string) => unknown} Show */
@@ -86,6 +86,7 @@ async function checkPassword() {
   const field = fieldOf('user_mod.cgi', 'password', { label: 'New password', required: true, description:
     'Up to 30 letters, digits and punctuation marks. The browser then asks for it.', accepted: '' });
   const form = actionForm([field], 'Set password', async (params) => {
+    if (!params.password) throw new Refusal(400, 'type one first', 'password');
     await change('user_mod.cgi', { name: camera.administrator, ...params });
     location.reload();
   });

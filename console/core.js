@@ -10,9 +10,7 @@
  * {{ name: string, title: string, summary: string, tag: string, privilege: string, records: string[], changes:
  * boolean, fields: Field[], always: string[] }} Endpoint */
 
-/** set: undefined is what the camera does not report now; fail: an empty message, if the value is accepted. @typedef {{
- * field: Field, row: HTMLElement, input: any, get: () => string, set: (value?: string) => void, fail: (message:
- * string) => void, note: (message: string) => void }} Control */
+/** @typedef {ReturnType<typeof controlOf>} Control */
 /** pace: changes are sent at once, through it. @typedef {{ signal: AbortSignal, title?: string, level?: number, pace?:
  * Pace }} Options */
 
@@ -180,7 +178,7 @@ export class Pace {
     while (this.#waiting.size) {
       const [[key, task]] = this.#waiting;
       this.#waiting.delete(key);
-      await Promise.all([task(), sleep(510)]);
+      await Promise.all([task(), sleep(550)]);
     }
     this.#runs = false;
   }
@@ -365,12 +363,12 @@ export const toBase64 = (text) => btoa(bytesOf(text));
 /** The text of a value in a reply. @param {any} value @returns {string} */
 function textOfValue(value) {
   if (Array.isArray(value)) return value.map(textOfValue).join(', ');
-  if (typeof value !== 'object') return String(value ?? '');
+  if (!value || typeof value !== 'object') return String(value ?? '');
   return 'min' in value ? `${value.min} to ${value.max}` : Object.values(value).map(textOfValue).join(' ');
 }
 
 /** What a reply has, lists of entries as tables. @param {Record<string, any>} reply @param {string[]} [skip] */
-export function values(reply, skip = []) {
+function values(reply, skip = []) {
   const list = el('dl', { class: 'values' });
   for (const [key, value] of Object.entries(reply)) {
     if (skip.includes(key)) continue;
@@ -390,11 +388,6 @@ function tableOf(label, entries) {
 
 // ---- Fields
 
-const [kOn, kOff] = [/^(on|yes)$/, /^(off|no)$/];
-
-/** @param {Field} field @param {RegExp} pattern @returns {string} the choice of this form, or nothing */
-const choiceLike = ({ choices }, pattern) => choices.find(([value]) => pattern.test(value))?.[0] ?? '';
-
 /** @param {Field} field @param {boolean} isSwitch @param {Record<string, unknown>} props @returns {any} */
 function inputOf({ choices, number, min, max, step, maxLength, secret }, isSwitch, props) {
   if (isSwitch) return el('input', { type: 'checkbox', role: 'switch', ...props });
@@ -405,12 +398,12 @@ function inputOf({ choices, number, min, max, step, maxLength, secret }, isSwitc
     autocomplete: secret ? 'new-password' : 'off', ...props });
 }
 
-/** @param {Field} field @param {boolean} [isBlank] nothing is chosen at first @returns {Control} */
+/** @param {Field} field @param {boolean} [isBlank] nothing is chosen at first */
 export function controlOf(field, isBlank = false) {
   const { choices, factory, accepted, unit, base64, min, max, step } = field;
   const id = newId();
   const [hint, error] = ['hint', 'error'].map((name) => el('p', { class: name, id: newId() }));
-  const [on, off] = [choiceLike(field, kOn), choiceLike(field, kOff)];
+  const [off, on] = [/^(off|no)$/, /^(on|yes)$/].map((word) => choices.find(([value]) => word.test(value))?.[0]);
   const isSwitch = !isBlank && choices.length === 2 && !!on && !!off;
   const input = inputOf(field, isSwitch, { id, name: field.name, required: field.required,
     'aria-describedby': `${error.id} ${hint.id}` });
@@ -428,7 +421,9 @@ export function controlOf(field, isBlank = false) {
     error, note, hint);
   return {
     field, row, input,
+    /** @returns {string} */
     get: () => isSwitch ? (input.checked ? on : off) : base64 ? toBase64(input.value) : input.value,
+    /** @param {string} [value] undefined: the camera does not report it now */
     set: (value) => {
       row.classList.toggle('unused', value === undefined);
       input.checked = value === on;
@@ -439,10 +434,12 @@ export function controlOf(field, isBlank = false) {
       }
       input.dispatchEvent(new Event('shown'));
     },
+    /** @param {string} message empty: the value is accepted */
     fail: (message) => {
       error.textContent = message;
       input.setAttribute('aria-invalid', String(!!message));
     },
+    /** @param {string} message */
     note: (message) => {
       note.textContent = message;
       row.classList.toggle('followed', !!message);
@@ -521,10 +518,10 @@ export function actionForm(fields, actions, send, look = 'primary') {
   return form;
 }
 
-/** Asks a question; resolves to whether it was done. The dialog stays until `send` succeeds. @param {{ title: string,
- * body?: Child[], action: string, danger?: boolean, fields?: Field[], send?: (params: Params) => Promise<unknown> }}
- * question @returns {Promise<boolean>} */
-export function ask({ title, body = [], action, danger, fields = [], send }) {
+/** Asks a question; resolves to whether it was done. The dialog stays until `send` succeeds.
+ * @param {{ title: string, body?: Child[], action: string, cancel?: string, danger?: boolean, fields?: Field[],
+ * send?: (params: Params) => Promise<unknown> }} question @returns {Promise<boolean>} */
+export function ask({ title, body = [], action, cancel = 'Cancel', danger, fields = [], send }) {
   const [before, id] = [document.activeElement, newId()];
   let isDone = false;
   const form = actionForm(fields, action, async (params) => {
@@ -532,13 +529,13 @@ export function ask({ title, body = [], action, danger, fields = [], send }) {
     isDone = true;
     dialog.close();
   }, danger ? 'danger' : 'primary');
-  const cancel = button('Cancel', () => dialog.close());
-  form.querySelector('.buttons')?.prepend(cancel);
+  const no = button(cancel, () => dialog.close());
+  form.querySelector('.buttons')?.prepend(no);
   form.prepend(el('h2', { id }, title), ...body.map((child) => el('div', {}, child)));
   const dialog = el('dialog', { 'aria-labelledby': id }, form);
   document.body.append(dialog);
   dialog.showModal();
-  (form.querySelector('input') ?? cancel).focus();
+  (form.querySelector('input') ?? no).focus();
   return new Promise((resolve) => dialog.addEventListener('close', () => {
     dialog.remove();
     if (before instanceof HTMLElement) before.focus();

@@ -36,7 +36,7 @@ function backup() {
     try {
       done = await ask({ title: 'Restore the settings?', danger: true, action: 'Restore', body: [bdi(chosen.name),
         'All settings, accounts and passwords become those of the file.'] }) &&
-        await request('/backup', { method: 'POST', body: text, headers: { 'Content-Type': 'text/plain' } });
+        await request('/backup', { method: 'POST', body: chosen, headers: { 'Content-Type': 'text/plain' } });
     } catch (refusal) {
       if (!(refusal instanceof Refusal)) throw refusal;
       const line = text.split('\n')[Number(/^LINE (\d+)/i.exec(refusal.message)?.[1]) - 1];
@@ -422,6 +422,6 @@ function showPicture(name, src) {
   const image = el('img', { alt: name, src });
   image.addEventListener('load', () => note.remove());
   image.addEventListener('error', () => (image.remove(), note.textContent = 'This is not a picture.'));
-  const get = el('a', { class: 'button', href: src, download: '' }, 'Fetch');
-  void ask({ title: 'Picture', body: [bdi(name), note, image, get], action: 'Close' });
+  const send = async () => el('a', { href: src, download: '' }).click();
+  void ask({ title: 'Picture', body: [bdi(name), note, image], action: 'Fetch', cancel: 'Close', send });
 }

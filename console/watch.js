@@ -201,7 +201,8 @@ class Head {
   #pad() {
     const keys = Array.from('↖↑↗←⌂→↙↓↘', (sign, i) => {
       const [p, t] = [(i % 3) - 1, 1 - Math.floor(i / 3)];
-      const title = [['Down', '', 'Up'][t + 1], ['left', '', 'right'][p + 1]].filter(Boolean).join(' and ') || 'Home';
+      const parts = [['down', '', 'up'][t + 1], ['left', '', 'right'][p + 1]].filter(Boolean);
+      const title = words(parts.join(' and ') || 'home');
       const turn = () => this.turn(p * Number(this.step.value), t * Number(this.step.value));
       const key = button(sign, title === 'Home' ? () => this.goHome() : turn, { 'aria-label': title, title });
       let timer = 0;
@@ -261,8 +262,8 @@ class Head {
 
 // ---- Events
 
-/** What the camera reports. at: by its clock. @typedef {{ at: number, kind: string, number: number, value: any }} Report */
-/** What that means. @typedef {{ key: string, on: boolean, level: number, text: string }} Sign */
+/** at: by the camera's clock. @typedef {{ at: number, kind: string, number: number, value: any }} Report */
+/** What a report means. @typedef {{ key: string, on: boolean, level: number, text: string }} Sign */
 
 const kWindow = 5 * 60000;
 const kHolds = 5000;  // how long a report is true; the camera repeats it while it is
