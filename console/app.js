@@ -1,6 +1,6 @@
 // The frame: navigation, pages, the state of the connection, and the first password.
 import { Refusal, actionForm, bus, camera, card, change, el, endpointsOf, fieldOf, has, kindOf, link, loadDescription,
-  newId, read, report, request, sleep } from './core.js';
+  newId, ping, read, report, sleep } from './core.js';
 
 /** @typedef {(page: HTMLElement, signal: AbortSignal, rest: string) => unknown} Show */
 
@@ -110,7 +110,7 @@ async function watchConnection() {
   for (;;) {
     await sleep(1000);
     if (document.hidden || (link.online && Date.now() - link.lastContact < 5000)) continue;
-    await request('/console/style.css', { method: 'HEAD', accept: '*/*', limit: 4000 }).catch(() => undefined);
+    await ping(4000).catch(() => undefined);
   }
 }
 

@@ -123,6 +123,9 @@ function refusalOf(status, body) {
 const form = (params) => typeof params === 'string' ? params :
   String(new URLSearchParams(Object.entries(params).map(([key, value]) => [key, String(value)])));
 
+/** Asks whether there is a web server. @param {number} limit in milliseconds */
+export const ping = (limit) => request('/console/style.css', { method: 'HEAD', accept: '*/*', limit });
+
 /** The state of an endpoint. @param {string} name @param {Params | string} [params] @param {AbortSignal} [signal]
  * @returns {Promise<Record<string, any>>} */
 export const read = async (name, params = {}, signal) =>
@@ -217,20 +220,20 @@ export async function exactNames(url, names, find) {
 // ---- The description
 
 /** Better words for names, or parts of them. What is not here is shown as it is, with a capital. */
-const kWords = Object.fromEntries(`act:action|auth:authentication|autoexposure:automatic exposure|autogainctrl:
-automatic gain|backlightcomp:back-light compensation|bitrate:bit rate|current:display system|ddns:dynamic DNS|del:delete
-|dhcp:DHCP|dns1:DNS server 1|dns2:DNS server 2|dstauto:daylight saving by region|dstenable:daylight saving time|essid:
-network name (ESSID)|framerate:frame rate|ftp:FTP|httpexternalport:external HTTP port|httpport:HTTP port|icr:
-day/night switch|info:information|io:inputs and outputs|ip:IP address|ipaddr:IP address|irled:infrared LEDs|key1:WEP key
-|livevideo:live video needs login|macaddr:MAC address|maxexposuretime:longest exposure|mbmask:motion mask|method:
-clock set by|mic:microphone|mod:change|newname:new name|noisereduction:noise reduction|p:pan|t:tilt|z:zoom|pass:password
-|pir:infrared sensor|pppoe:PPPoE|privacy:privacy mode|profileid:profile|ptz:head|qualitymode:quality mode|rel:by a step
-|rtspexternalport:external RTSP port|rtspport:RTSP port|rtspurl:RTSP path|samplerate:sample rate|sd:SD card|sdcard:
-SD card|sensor:image sensor|showtime:show the time|snapshoturl:snapshot needs login|starttime:daylight saving starts|
-stoptime:daylight saving ends|sw:software|timeserver:NTP server|timestamp:on-screen display|timezone:time zone|upnp:UPnP
-|urlentry:path|user:account|whitebalance:white balance|reboot:restart|H264:H.264|MPEG4:MPEG-4|CBR:constant bit rate|
-Fixquality:fixed quality|datetime.cgi:clock|video.cgi:video profiles|audio.cgi:audio profiles`.replace(/\n/g, '')
-  .split('|').map((pair) => pair.split(':')));
+const kWords = Object.fromEntries(`
+  auth:authentication, autoexposure:automatic exposure, autogainctrl:automatic gain,
+  backlightcomp:back-light compensation, bitrate:bit rate, current:display system, ddns:dynamic DNS, del:delete,
+  dhcp:DHCP, dns1:DNS server 1, dns2:DNS server 2, dstauto:daylight saving by region, dstenable:daylight saving time,
+  essid:network name, framerate:frame rate, ftp:FTP, httpexternalport:external HTTP port, httpport:HTTP port,
+  icr:day/night switch, info:information, io:inputs and outputs, ip:IP address, ipaddr:IP address, irled:infrared LEDs,
+  key1:WEP key, livevideo:live video needs login, macaddr:MAC address, maxexposuretime:longest exposure,
+  mbmask:motion mask, method:clock set by, mic:microphone, mod:change, noisereduction:noise reduction, p:pan, t:tilt,
+  z:zoom, pass:password, pir:infrared sensor, pppoe:PPPoE, privacy:privacy mode, profileid:profile, ptz:head, rel:step,
+  rtspexternalport:external RTSP port, rtspport:RTSP port, rtspurl:RTSP path, sd:SD card, sdcard:SD card,
+  sensor:image sensor, snapshoturl:snapshot needs login, sw:software, timeserver:NTP server,
+  timestamp:on-screen display, timezone:time zone, upnp:UPnP, urlentry:path, user:account, whitebalance:white balance,
+  reboot:restart, H264:H.264, MPEG4:MPEG-4, CBR:constant bit rate, Fixquality:fixed quality, datetime.cgi:clock,
+  video.cgi:video profiles, audio.cgi:audio profiles`.split(',').map((pair) => pair.trim().split(':')));
 
 /** @param {string} name of an endpoint, a parameter or a value */
 export function words(name) {
@@ -240,10 +243,9 @@ export function words(name) {
   return text.charAt(0).toUpperCase() + text.slice(1);
 }
 
-/** What is known about the camera. administrator: that account's name; empty if another account is logged in. port: the
- * factory value of the HTTP port. @type {{ endpoints: Map<string, Endpoint>, tags: { name: string, description: string
- * }[], administrator: string, port: number }} */
-export const camera = { endpoints: new Map(), tags: [], administrator: '', port: 80 };
+/** What is known about the camera. administrator: that account's name; empty if another account is logged in.
+ * @type {{ endpoints: Map<string, Endpoint>, tags: { name: string, description: string }[], administrator: string }} */
+export const camera = { endpoints: new Map(), tags: [], administrator: '' };
 
 /** @param {string} name @returns {Endpoint} one that the camera has */
 export const endpointOf = (name) => /** @type {Endpoint} */ (camera.endpoints.get(name));
@@ -314,7 +316,6 @@ export async function loadDescription() {
       tag: operation.tags?.[0] ?? 'Other', privilege: operation['x-privilege'] ?? '', always: reply.required ?? [],
       records: (operation['x-records'] ?? '').match(/\w+(?=`)/g) ?? [] });
   }
-  camera.port = Number(fieldOf('httpport.cgi', 'httpport').factory ?? 80);
   const tags = new Set([...camera.endpoints.values()].map(({ tag }) => tag));
   camera.tags = (api.tags ?? []).filter((/** @type {any} */ { name }) => tags.delete(name));
   for (const name of tags) camera.tags.push({ name, description: '' });

@@ -1,7 +1,7 @@
 // The pages System, Accounts, API and Card; waiting for the camera.
 import { Refusal, actionForm, ask, awake, bdi, button, bytesOf, camera, card, carryOut, change, controlOf, decodeBytes,
-  el, encodeBytes, endpointOf, endpointsOf, exactNames, fieldOf, has, loadWhenSeen, makeField, newId, post, prose, read,
-  request, say, section, size, sleep, table, textOf, words } from './core.js';
+  el, encodeBytes, endpointOf, endpointsOf, exactNames, fieldOf, has, loadWhenSeen, makeField, newId, ping, post,
+  prose, read, request, say, section, size, sleep, table, textOf, words } from './core.js';
 
 /** @import { Child, Endpoint, Params } from './core.js' */
 
@@ -17,8 +17,6 @@ export function showSystem(page, signal) {
     cards.append(section(title, name, el('p', { class: 'summary' }, ...prose(endpoint.summary)),
       button(`${title}…`, run, { class: 'danger' })));
   }
-  cards.append(section('For programs', 'openapi', el('p', {}, 'What this console does, a program can do, too: ',
-    el('a', { href: '#/api' }, 'all endpoints'), ', to try and to copy.')));
   page.append(cards);
   if (/^(127\.|localhost$|\[::1\]$)/.test(location.hostname)) simulator(page, signal).catch(() => undefined);
 }
@@ -73,8 +71,7 @@ function waiting(title, text) {
 }
 
 /** Whether there is a web server at this address. */
-const answers = () => request('/console/style.css', { method: 'HEAD', accept: '*/*', limit: 3000 })
-  .then(() => true, ({ status }) => status > 0);
+const answers = () => ping(3000).then(() => true, ({ status }) => status > 0);
 
 /** Waits until the web server is away, at most so long. @param {number} seconds */
 async function isAway(seconds) {
@@ -85,17 +82,15 @@ async function isAway(seconds) {
 }
 
 /** @param {number} port */
-const addressAt = (port) => `${location.protocol}//${location.hostname}:${port}/`;
-/** @param {number} port */
-const linkTo = (port) => el('p', {}, el('a', { href: addressAt(port) }, addressAt(port)));
+const linkTo = (port) => el('a', { href: `//${location.hostname}:${port}/` }, `port ${port}`);
 
 /** The web server moves to another port: goes there. @param {number} port */
 export async function awaitMove(port) {
-  const dialog = waiting(`The camera moves to port ${port}.`, 'This page follows. If it does not:');
+  const dialog = waiting('The camera moves to another port.', 'This page follows. If it does not: ');
   dialog.append(linkTo(port));
   if (await isAway(10)) {
     await sleep(1000);
-    return location.assign(addressAt(port) + location.hash);
+    return location.assign(linkTo(port).href + location.hash);
   }
   const { warnings = [] } = await read('httpport.cgi').catch(() => ({ warnings: [] }));
   dialog.remove();
@@ -108,14 +103,14 @@ export async function awaitRestart(isReset) {
   const dialog = waiting('The camera restarts.', 'This page waits until it is back, and then goes on by itself.');
   const here = Number(location.port || 80);
   const { httpport } = await read('httpport.cgi').catch(() => ({ httpport: here }));
-  const ports = (isReset ? [camera.port, 8080] : [httpport]).filter((port) => port !== here);
+  const ports = (isReset ? [Number(fieldOf('httpport.cgi', 'httpport').factory), 8080] : [httpport]).filter((port) => port !== here);
   await isAway(30);
   const since = Date.now();
   for (; !(await answers()); await sleep(1000)) {
     while (document.hidden) await sleep(500);
     if (Date.now() - since < 12000 || !ports.length) continue;
-    dialog.append(el('p', {}, 'It may have moved to another port:'), ...ports.splice(0).map(linkTo));
-    if (!isReset) location.assign(addressAt(httpport));
+    dialog.append('It may have moved to another port: ', ...ports.splice(0).flatMap((port) => [linkTo(port), ' ']));
+    if (!isReset) location.assign(linkTo(httpport).href);
   }
   location.reload();
 }
@@ -133,7 +128,7 @@ async function simulator(page, signal) {
   };
   page.append(section('What happens around it', 'simulator', el('p', { class: 'summary' },
     'This camera is a virtual one. Here you make something happen to it.'), el('div', { class: 'cards' },
-    ...commands.map(({ name, usage, help }) => el('div', { class: 'card plain', 'data-command': name },
+    ...commands.map(({ name, usage, help }) => el('div', { class: 'card', 'data-command': name },
       el('h3', {}, words(name)), el('p', { class: 'hint' }, help), simulated(name, usage, run))))));
 }
 
@@ -231,7 +226,6 @@ function actions({ name, group }, load) {
 /** @param {HTMLElement} page */
 export function showApi(page) {
   const search = el('input', { id: newId(), type: 'search', name: 'search', autocomplete: 'off' });
-  const count = el('p', { class: 'status', role: 'status' });
   const groups = camera.tags.map(({ name, description }) => el('section', { 'aria-label': name }, el('h2', {}, name),
     el('p', { class: 'summary' }, description), ...endpointsOf(name).map((endpoint) => {
       const { name: file, summary } = endpoint;
@@ -241,18 +235,16 @@ export function showApi(page) {
       return details;
     })));
   search.addEventListener('input', () => {
-    let found = 0;
+    const wanted = search.value.toLowerCase();
     for (const group of groups) {
-      const all = [...group.querySelectorAll('details')];
-      for (const node of all) node.hidden = !node.textContent?.toLowerCase().includes(search.value.toLowerCase());
-      const shown = all.filter((node) => !node.hidden).length;
-      group.hidden = !shown;
-      found += shown;
+      for (const node of group.querySelectorAll('details')) {
+        node.hidden = !node.textContent?.toLowerCase().includes(wanted);
+      }
+      group.hidden = !group.querySelector('details:not([hidden])');
     }
-    count.textContent = `${found} endpoints`;
   });
   page.append(el('p', {}, 'For programs: ', el('a', { href: '/openapi.json' }, '/openapi.json'), '.'),
-    el('div', { class: 'control' }, el('label', { for: search.id }, 'Search'), search), count, ...groups);
+    el('div', { class: 'control' }, el('label', { for: search.id }, 'Search'), search), ...groups);
 }
 
 /** @param {Endpoint} endpoint */

@@ -1,6 +1,6 @@
 // The pages Live and Events: what the camera sees, what turns it and changes its picture, and what happens.
 import { Pace, Refusal, actionForm, ask, awake, bdi, bus, button, card, carryOut, change, el, endpointOf, fieldOf, has,
-  loadWhenSeen, newId, read, repeat, report, request, say, section, sleep, table, words } from './core.js';
+  link, loadWhenSeen, newId, ping, read, repeat, report, request, say, section, sleep, table, words } from './core.js';
 
 /** @import { Child, Params } from './core.js' */
 
@@ -11,7 +11,7 @@ const kMaxStep = 32;
 export function showLive(page, signal) {
   const pace = new Pace();
   const head = has('ptz_move_rel.cgi') ? new Head(pace, signal) : null;
-  const side = el('div', { class: 'side' });
+  const side = el('div');
   page.append(el('div', { class: 'live' }, picture(signal, head), side));
   const cards = (/** @type {string[]} */ ...names) =>
     names.filter(has).map((name) => card(endpointOf(name), { signal, pace }));
@@ -41,7 +41,7 @@ export function showLive(page, signal) {
  * HTMLDetailsElement) => Child[]} fill @param {boolean} [isOpen] */
 function panel(side, title, fill, isOpen = false) {
   const box = el('div', { class: 'inside' });
-  const details = el('details', { class: 'card panel' }, el('summary', {}, el('h2', {}, title)), box);
+  const details = el('details', { class: 'card' }, el('summary', {}, el('h2', {}, title)), box);
   details.addEventListener('toggle', () => {
     if (details.open && !box.hasChildNodes()) box.append(...fill(details).filter((node) => node instanceof Node));
   });
@@ -76,6 +76,8 @@ function picture(signal, head) {
   signal.addEventListener('abort', stop);
   profile.addEventListener('change', play);
   play();
+  // The browser does not tell that a stream has ended.
+  void repeat(signal, 1000, async () => Date.now() - link.lastContact > 1500 && ping(4000));
   const full = button('Full screen', () =>
     document.fullscreenElement ? document.exitFullscreen() : stage.requestFullscreen());
   const keep = button('Save a snapshot', async () => {
