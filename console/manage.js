@@ -103,7 +103,8 @@ export async function awaitRestart(isReset) {
   const dialog = waiting('The camera restarts.', 'This page waits until it is back, and then goes on by itself.');
   const here = Number(location.port || 80);
   const { httpport } = await read('httpport.cgi').catch(() => ({ httpport: here }));
-  const ports = (isReset ? [Number(fieldOf('httpport.cgi', 'httpport').factory), 8080] : [httpport]).filter((port) => port !== here);
+  const usual = [Number(fieldOf('httpport.cgi', 'httpport').factory), 8080];
+  const ports = (isReset ? usual : [httpport]).filter((port) => port !== here);
   await isAway(30);
   const since = Date.now();
   for (; !(await answers()); await sleep(1000)) {
