@@ -115,9 +115,8 @@ async function watchConnection() {
 }
 
 async function showName() {
-  const { name, location: place } = await read('info.cgi');
+  const { name } = await read('info.cgi');
   byId('camera').textContent = name || 'Camera';
-  byId('location').textContent = place;
 }
 
 async function start() {

@@ -52,6 +52,14 @@ export const table = (label, head, ...rows) =>
     el('tr', {}, ...head.map((cell) => (cell instanceof Node ? cell : el('th', { scope: 'col' }, cell))))),
   el('tbody', {}, ...rows)));
 
+/** Changes a list; the focus stays in it. @param {HTMLElement} node @param {...Node} children */
+export function refill(node, ...children) {
+  const hadFocus = node.contains(document.activeElement);
+  node.replaceChildren(...children);
+  const first = hadFocus && node.querySelector('a, button');
+  if (first instanceof HTMLElement) first.focus();
+}
+
 /** @param {number} ms @param {AbortSignal} [signal] @returns {Promise<void>} */
 export const sleep = (ms, signal) => new Promise((resolve) => {
   const timer = setTimeout(resolve, ms);
@@ -225,13 +233,14 @@ const kWords = Object.fromEntries(`
   backlightcomp:back-light compensation, bitrate:bit rate, current:display system, ddns:dynamic DNS, del:delete,
   dhcp:DHCP, dns1:DNS server 1, dns2:DNS server 2, dstauto:daylight saving by region, dstenable:daylight saving time,
   essid:network name, framerate:frame rate, ftp:FTP, httpexternalport:external HTTP port, httpport:HTTP port,
-  icr:day/night switch, info:information, io:inputs and outputs, ip:IP address, ipaddr:IP address, irled:infrared LEDs,
-  key1:WEP key, livevideo:live video needs login, macaddr:MAC address, maxexposuretime:longest exposure,
-  mbmask:motion mask, method:clock set by, mic:microphone, mod:change, noisereduction:noise reduction, p:pan, t:tilt,
-  z:zoom, pass:password, pir:infrared sensor, pppoe:PPPoE, privacy:privacy mode, profileid:profile, ptz:head, rel:step,
-  rtspexternalport:external RTSP port, rtspport:RTSP port, rtspurl:RTSP path, sd:SD card, sdcard:SD card,
-  sensor:image sensor, snapshoturl:snapshot needs login, sw:software, timeserver:NTP server,
-  timestamp:on-screen display, timezone:time zone, upnp:UPnP, urlentry:path, user:account, whitebalance:white balance,
+  icr:day/night switch, info:information, io:inputs and outputs, ip:IP address, ipaddr:IP address,
+  irled:infrared LEDs, key1:WEP key, livevideo:live video needs login, macaddr:MAC address,
+  maxexposuretime:longest exposure, mbmask:motion mask, method:clock set by, mic:microphone, mod:change,
+  noisereduction:noise reduction, p:pan, t:tilt, z:zoom, pass:password, pir:infrared sensor, pppoe:PPPoE,
+  privacy:privacy mode, profileid:profile, ptz:head, rel:step, rtspexternalport:external RTSP port,
+  rtspport:RTSP port, rtspurl:RTSP path, sd:SD card, sdcard:SD card, sensor:image sensor,
+  snapshoturl:snapshot needs login, sw:software, timeserver:NTP server, timestamp:on-screen display,
+  timezone:time zone, upnp:UPnP, urlentry:path, videoinformat:video format, user:account, whitebalance:white balance,
   reboot:restart, H264:H.264, MPEG4:MPEG-4, CBR:constant bit rate, Fixquality:fixed quality, datetime.cgi:clock,
   video.cgi:video profiles, audio.cgi:audio profiles`.split(',').map((pair) => pair.trim().split(':')));
 

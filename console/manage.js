@@ -1,7 +1,7 @@
 // The pages System, Accounts, API and Card; waiting for the camera.
 import { Refusal, actionForm, ask, awake, bdi, button, bytesOf, camera, card, carryOut, change, controlOf, decodeBytes,
   el, encodeBytes, endpointOf, endpointsOf, exactNames, fieldOf, has, loadWhenSeen, makeField, newId, ping, post,
-  prose, read, request, say, section, size, sleep, table, textOf, words } from './core.js';
+  prose, read, refill, request, say, section, size, sleep, table, textOf, words } from './core.js';
 
 /** @import { Child, Endpoint, Params } from './core.js' */
 
@@ -145,8 +145,10 @@ function simulated(name, usage, run) {
     const range = max ? { type: 'integer', minimum: Number(min), maximum: Number(max) } : {};
     return makeField(text, { ...range, title: words(text.toLowerCase()) }, required);
   });
-  const [{ choices }] = fields;
-  if (fields.length === 1 && choices.length) return actionForm([], choices, (_, word) => run(`${name} ${word}`), '');
+  const [only, ...others] = fields;
+  if (only?.choices.length && !others.length) {
+    return actionForm([], only.choices, (_, word) => run(`${name} ${word}`), '');
+  }
   return actionForm(fields, words(name), (params) => run([name, ...Object.values(params)].join(' ')), '');
 }
 
@@ -185,7 +187,7 @@ export function showAccounts(page, signal) {
     const rows = (await listAccounts()).map((account) => el('tr', {}, el('th', { scope: 'row' },
       bdi(textOf(account.name)), account.group === 'Administrator' && el('div', { class: 'soft' }, account.group)),
     el('td', {}, el('div', { class: 'tight' }, ...actions(account, load))), ...labels.map(box)));
-    place.replaceChildren(table('Accounts and privileges', ['Account', 'Actions', ...labels], ...rows));
+    refill(place, table('Accounts and privileges', ['Account', 'Actions', ...labels], ...rows));
   };
   loadWhenSeen(node, signal, load);
   page.append(node, section('New account', 'user_mod.cgi', el('p', { class: 'summary' },
@@ -229,9 +231,8 @@ export function showApi(page) {
   const search = el('input', { id: newId(), type: 'search', name: 'search', autocomplete: 'off' });
   const groups = camera.tags.map(({ name, description }) => el('section', { 'aria-label': name }, el('h2', {}, name),
     el('p', { class: 'summary' }, description), ...endpointsOf(name).map((endpoint) => {
-      const { name: file, summary } = endpoint;
-      const details = el('details', { class: 'card api', 'data-name': file }, el('summary', {}, el('h3', {}, file),
-        el('span', { class: 'summary' }, ' ', ...prose(summary))));
+      const details = el('details', { class: 'card api', 'data-name': endpoint.name }, el('summary', {},
+        el('h3', {}, endpoint.name), el('span', { class: 'summary' }, ' ', ...prose(endpoint.summary))));
       details.addEventListener('toggle', () => details.children.length < 2 && details.append(trial(endpoint)));
       return details;
     })));
@@ -271,8 +272,7 @@ function trial({ name, fields, privilege, changes }) {
   const write = () => {
     const { url, body } = target();
     const login = sessionStorage.getItem('hasPassword') && `--digest -u ${quote(camera.administrator)}`;
-    command.textContent = ['curl', login,
-      !format.selectedIndex && `-H 'Accept: application/json'`, body !== undefined && `--data ${quote(body)}`,
+    command.textContent = ['curl', login, `-H 'Accept: ${format.value}'`, body !== undefined && `--data ${quote(body)}`,
       quote(location.origin + url)].filter(Boolean).join(' ');
   };
   const send = button('Try it', async () => {
@@ -373,7 +373,7 @@ function folderCard(path, number, signal) {
     const rows = items.map((item, i) => row({ ...item, name: names[i] }));
     const go = (/** @type {string} */ text, /** @type {number} */ page) => page >= 1 && page <= pages &&
       el('a', { class: 'button', href: pageAt(page) }, text);
-    body.replaceChildren(rows.length ? table('Files', [el('td', {}, all), 'Name', 'Time', 'Size'], ...rows) : '',
+    refill(body, rows.length ? table('Files', [el('td', {}, all), 'Name', 'Time', 'Size'], ...rows) : el('p'),
       el('div', { class: 'buttons' }, rows.length > 0 && has('sdcard_delete.cgi') &&
         button('Delete selected…', remove, { class: 'danger' }), go('Previous', number - 1),
       el('span', { class: 'soft' }, `${total} entries, page ${number} of ${pages || 1}`), go('Next', number + 1)));
@@ -403,7 +403,6 @@ function folderCard(path, number, signal) {
         for (const { name, result } of items) if (result) say(el('span', {}, 'Not deleted: ', bdi(name)), true);
         await load();
       } });
-    crumbs.querySelector('a')?.focus();
   };
   loadWhenSeen(node, signal, load);
   return node;

@@ -1,6 +1,7 @@
 // The pages Live and Events: what the camera sees, what turns it and changes its picture, and what happens.
 import { Pace, Refusal, actionForm, ask, awake, bdi, bus, button, card, carryOut, change, el, endpointOf, fieldOf, has,
-  link, loadWhenSeen, newId, ping, read, repeat, report, request, say, section, sleep, table, words } from './core.js';
+  link, loadWhenSeen, newId, ping, read, refill, repeat, report, request, say, section, sleep, table,
+  words } from './core.js';
 
 /** @import { Child, Params } from './core.js' */
 
@@ -131,9 +132,7 @@ class Head {
     return new Promise((done, fail) => this.pace.add(name, () => change(name, params).then(done, fail), true));
   }
 
-  goHome() {
-    return this.do('ptz_home.cgi', { act: 'go' });
-  }
+  goHome = () => this.do('ptz_home.cgi', { act: 'go' });
 
   /** @param {KeyboardEvent} event */
   onKey(event) {
@@ -206,7 +205,7 @@ class Head {
       const parts = [['down', '', 'up'][t + 1], ['left', '', 'right'][p + 1]].filter(Boolean);
       const title = words(parts.join(' and ') || 'home');
       const turn = () => this.turn(p * Number(this.step.value), t * Number(this.step.value));
-      const key = button(sign, title === 'Home' ? () => this.goHome() : turn, { 'aria-label': title, title });
+      const key = button(sign, title === 'Home' ? this.goHome : turn, { 'aria-label': title, title });
       let timer = 0;
       if (title === 'Home') return key;
       key.addEventListener('pointerdown', () => (timer = window.setInterval(turn, 400)));
@@ -225,7 +224,7 @@ class Head {
     /** @type {{ presets: { name: string, p: number, t: number }[] }} */
     const { presets } = /** @type {any} */ (await read('ptz_preset_list.cgi', {}, this.signal));
     this.names = presets.map(({ name }) => name);
-    this.presets.replaceChildren(...presets.map(({ name, p, t }) => {
+    refill(this.presets, ...presets.map(({ name, p, t }) => {
       const label = (/** @type {string} */ word) => el('span', {}, word, el('span', { class: 'hide' }, ' ', bdi(name)));
       return el('li', {}, button(bdi(name), () => this.do('ptz_preset.cgi', { act: 'go', name }), { class: 'go' }),
         button(label('Rename'), () => this.#rename(name, p, t), { class: 'quiet' }),
@@ -345,17 +344,13 @@ export function showEvents(page, signal) {
   page.append(has('notify.cgi') ? now(signal) : '');
   if (has('event_log.cgi')) page.append(log(signal));
   if (has('event_info.cgi')) page.append(rules(signal));
-  if (has('motion.cgi')) {
-    page.append(el('p', {}, 'What is detected, and what follows: ', el('a', { href: '#/settings/Events' },
-      'settings of events'), '.'));
-  }
 }
 
 /** Lamps, the time line, and in words what began. @param {AbortSignal} signal */
 function now(signal) {
   /** @type {Map<string, { tile: HTMLElement, strip: HTMLCanvasElement }>} */
   const rows = new Map();
-  const [tiles, strips, recent] = [el('ul', { class: 'tiles' }), el('div'), el('ol', { class: 'recent' })];
+  const [tiles, strips, recent] = [el('ul', { class: 'tiles' }), el('div'), el('ol')];
   const state = el('p', { class: 'status', role: 'status' }, 'Listening…');
   const rowOf = (/** @type {string} */ key) => {
     const row = rows.get(key) ?? { tile: el('li', { 'data-sign': key }), strip: el('canvas') };
@@ -408,8 +403,8 @@ function now(signal) {
   el('div', { class: 'axis' }, ...axis)), el('h3', {}, 'What began'), recent, state);
 }
 
-/** @param {HTMLCanvasElement} canvas @param {(Sign & { at: number })[]} signs @param {number} time @param {string} key
- */
+/** @param {HTMLCanvasElement} canvas @param {(Sign & { at: number })[]} signs @param {number} time
+ * @param {string} key */
 function drawStrip(canvas, signs, time, key) {
   const { clientWidth: width, clientHeight: height } = canvas;
   canvas.width = width * devicePixelRatio;
@@ -430,8 +425,8 @@ function drawStrip(canvas, signs, time, key) {
 /** Which event can lead to which action. @param {AbortSignal} signal */
 function rules(signal) {
   const box = el('div');
-  const node = section('Rules', 'event_info.cgi', el('p', { class: 'summary' },
-    'Which event can lead to which action.'), box);
+  const node = section('Rules', 'event_info.cgi', el('p', { class: 'summary' }, 'Which event can lead to which action. ',
+    el('a', { href: '#/settings/Events' }, 'Settings')), box);
   loadWhenSeen(node, signal, async () => {
     /** @type {Record<string, string[]>} */
     const { name, events, handlers } = await read('event_info.cgi', {}, signal);
@@ -453,7 +448,6 @@ function log(signal) {
   /** @type {string[]} */
   let lines = [];
   let size = 0;
-  let following = new AbortController();
   const fill = () => {
     const found = lines.filter((line) => line.toLowerCase().includes(search.value.toLowerCase()));
     list.replaceChildren(...found.slice(-500).map((line) => el('li', {}, bdi(line))));
@@ -468,13 +462,8 @@ function log(signal) {
     lines = [...lines, ...text.split('\n').filter(Boolean)].slice(-20000);
     fill();
   };
-  follow.addEventListener('change', () => {
-    following.abort();
-    following = new AbortController();
-    signal.addEventListener('abort', () => following.abort());
-    box.setAttribute('aria-live', follow.checked ? 'polite' : 'off');
-    if (follow.checked) void repeat(following.signal, 2000, load);
-  });
+  follow.addEventListener('change', () => box.setAttribute('aria-live', follow.checked ? 'polite' : 'off'));
+  void repeat(signal, 2000, async () => follow.checked && load());
   search.addEventListener('input', fill);
   const node = section('Log', 'log', el('div', { class: 'control' }, el('label', { for: search.id }, 'Search'), search,
     button('Read again', load), el('label', { for: follow.id }, 'Follow'), follow), box, count);
