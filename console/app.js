@@ -130,6 +130,12 @@ async function start() {
     return report(error);
   }
   await Promise.all([showName(), checkAccount()].map((done) => done.catch(() => undefined)));
+  // A page at another port has moved here with the camera.
+  const [from, port] = /\?from=(\d+)$/.exec(location.hash) ?? [];
+  if (from && port) {
+    sessionStorage.setItem('firstPort', port);
+    history.replaceState(null, '', location.hash.slice(0, -from.length));
+  }
   listPages();
   addEventListener('hashchange', () => route());
   route(true);

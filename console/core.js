@@ -134,12 +134,12 @@ const form = (params) => typeof params === 'string' ? params :
 /** Asks whether there is a web server. @param {number} limit in milliseconds */
 export const ping = (limit) => request('/console/style.css', { method: 'HEAD', accept: '*/*', limit });
 
-/** The state of an endpoint. @param {string} name @param {Params | string} [params] @param {AbortSignal} [signal]
+/** @param {string} name @param {Params | string} [params] @param {AbortSignal} [signal]
  * @returns {Promise<Record<string, any>>} */
 export const read = async (name, params = {}, signal) =>
   (await request(`/cgi-bin/${name}?${form(params)}`.replace(/\?$/, ''), { signal })).json();
 
-/** Changes something. @param {string} name @param {Params | string} params @returns {Promise<Record<string, any>>} */
+/** @param {string} name @param {Params | string} params @returns {Promise<Record<string, any>>} */
 export const change = async (name, params) => (await post(`/cgi-bin/${name}`, form(params))).json();
 
 /** @param {string} url @param {string} body a form @param {string} [accept] */
@@ -332,7 +332,7 @@ export async function loadDescription() {
 
 // ---- Messages
 
-/** Shows a message for some seconds. @param {Child} message @param {boolean} [bad] */
+/** @param {Child} message @param {boolean} [bad] */
 export function say(message, bad = false) {
   const toast = el('div', { class: bad ? 'toast bad' : 'toast' }, message);
   document.getElementById('toasts')?.append(toast);
@@ -370,14 +370,14 @@ export const toBase64 = (text) => btoa(bytesOf(text));
 
 // ---- Values
 
-/** The text of a value in a reply. @param {any} value @returns {string} */
+/** @param {any} value @returns {string} */
 function textOfValue(value) {
   if (Array.isArray(value)) return value.map(textOfValue).join(', ');
   if (!value || typeof value !== 'object') return String(value ?? '');
   return 'min' in value ? `${value.min} to ${value.max}` : Object.values(value).map(textOfValue).join(' ');
 }
 
-/** What a reply has, lists of entries as tables. @param {Record<string, any>} reply @param {string[]} [skip] */
+/** @param {Record<string, any>} reply @param {string[]} [skip] */
 function values(reply, skip = []) {
   const list = el('dl', { class: 'values' });
   for (const [key, value] of Object.entries(reply)) {
@@ -466,7 +466,7 @@ function fromBase64(text) {
   }
 }
 
-/** A slider beside a number. @param {Field} field @param {any} input */
+/** @param {Field} field @param {any} input */
 function sliderOf({ min, max, step, label }, input) {
   const slider = el('input', { type: 'range', min, max, step, 'aria-label': `${label}, slider` });
   const follow = () => (slider.value = input.value);
@@ -489,7 +489,7 @@ function revealOf(input) {
   return reveal;
 }
 
-/** Shows a refusal at its field, or else in `at`. @param {Control[]} controls @param {any} error @param {Element} at */
+/** @param {Control[]} controls @param {any} error @param {Element} at */
 function showRefusal(controls, error, at) {
   if (!(error instanceof Refusal)) throw error;
   const control = controls.find(({ field }) => field.name === error.parameter);
@@ -622,7 +622,7 @@ function information(node, { name }, { signal }) {
 /** Whether to ask before a command. @param {string} name */
 const isGrave = (name) => /_(reset|format|reboot|delete|del)\.cgi$/.test(name);
 
-/** Carries out a command, after a question if need be. @param {Endpoint} endpoint @param {Params} params */
+/** @param {Endpoint} endpoint @param {Params} params */
 export async function carryOut(endpoint, params) {
   const { name, title, summary } = endpoint;
   /** @type {Record<string, any>} */

@@ -84,34 +84,35 @@ async function isAway(seconds) {
 /** @param {number} port */
 const linkTo = (port) => el('a', { href: `//${location.hostname}:${port}/` }, `port ${port}`);
 
-/** The web server moves to another port: goes there. @param {number} port */
+/** @param {number} port */
 export async function awaitMove(port) {
   const dialog = waiting('The camera moves to another port.', 'This page follows. If it does not: ');
   dialog.append(linkTo(port));
   if (await isAway(10)) {
     await sleep(1000);
-    return location.assign(linkTo(port).href + location.hash);
+    const first = sessionStorage.getItem('firstPort') ?? (location.port || '80');
+    return location.assign(`${linkTo(port).href}${location.hash || '#/live'}?from=${first}`);
   }
   const { warnings = [] } = await read('httpport.cgi').catch(() => ({ warnings: [] }));
   dialog.remove();
   say(bdi(warnings[0] ?? 'The web server is still at this port.'), true);
 }
 
-/** The camera restarts: waits, and loads the page again. @param {boolean} isReset */
+/** @param {boolean} isReset */
 export async function awaitRestart(isReset) {
   sessionStorage.removeItem('hasPassword');
   const dialog = waiting('The camera restarts.', 'This page waits until it is back, and then goes on by itself.');
   const here = Number(location.port || 80);
   const { httpport } = await read('httpport.cgi').catch(() => ({ httpport: here }));
-  const usual = [Number(fieldOf('httpport.cgi', 'httpport').factory), 8080];
-  const ports = (isReset ? usual : [httpport]).filter((port) => port !== here);
+  const known = isReset ? Number(sessionStorage.getItem('firstPort')) : httpport;
+  const ports = [known, ...(known ? [] : [8080, 80])].filter((port) => port && port !== here);
   await isAway(30);
   const since = Date.now();
   for (; !(await answers()); await sleep(1000)) {
     while (document.hidden) await sleep(500);
     if (Date.now() - since < 12000 || !ports.length) continue;
     dialog.append('It may have moved to another port: ', ...ports.splice(0).flatMap((port) => [linkTo(port), ' ']));
-    if (!isReset) location.assign(linkTo(httpport).href);
+    if (known) location.assign(linkTo(known).href);
   }
   location.reload();
 }
@@ -313,7 +314,7 @@ export function showCard(page, signal, rest) {
   page.append(stateCard(signal), folderCard(decodeBytes(place), Number(query ?? 1), signal));
 }
 
-/** The card's state and space. @param {AbortSignal} signal */
+/** @param {AbortSignal} signal */
 function stateCard(signal) {
   const box = el('div');
   const node = section('State', 'sdcard.cgi', box);

@@ -346,7 +346,7 @@ export function showEvents(page, signal) {
   if (has('event_info.cgi')) page.append(rules(signal));
 }
 
-/** Lamps, the time line, and in words what began. @param {AbortSignal} signal */
+/** @param {AbortSignal} signal */
 function now(signal) {
   /** @type {Map<string, { tile: HTMLElement, strip: HTMLCanvasElement }>} */
   const rows = new Map();
@@ -422,11 +422,11 @@ function drawStrip(canvas, signs, time, key) {
   }
 }
 
-/** Which event can lead to which action. @param {AbortSignal} signal */
+/** @param {AbortSignal} signal */
 function rules(signal) {
   const box = el('div');
-  const node = section('Rules', 'event_info.cgi', el('p', { class: 'summary' }, 'Which event can lead to which action. ',
-    el('a', { href: '#/settings/Events' }, 'Settings')), box);
+  const node = section('Rules', 'event_info.cgi', el('p', { class: 'summary' },
+    'Which event can lead to which action. ', el('a', { href: '#/settings/Events' }, 'Settings')), box);
   loadWhenSeen(node, signal, async () => {
     /** @type {Record<string, string[]>} */
     const { name, events, handlers } = await read('event_info.cgi', {}, signal);
@@ -437,7 +437,7 @@ function rules(signal) {
   return node;
 }
 
-/** The camera's log, with search, and its end as it grows. @param {AbortSignal} signal */
+/** @param {AbortSignal} signal */
 function log(signal) {
   const list = el('ol');
   const box = el('div', { class: 'log scroll', role: 'log', tabIndex: 0, 'aria-label': 'Lines of the log', 'aria-live':
@@ -451,16 +451,18 @@ function log(signal) {
   const fill = () => {
     const found = lines.filter((line) => line.toLowerCase().includes(search.value.toLowerCase()));
     list.replaceChildren(...found.slice(-500).map((line) => el('li', {}, bdi(line))));
-    count.textContent = `${found.length} of ${lines.length} lines${found.length > 500 ? ', the newest 500 shown' : ''}`;
+    count.textContent = `${found.length} of ${lines.length} lines, at most 500 shown`;
     box.scrollTop = box.scrollHeight;
   };
   const load = async () => {
     const response = await request(`/log${size ? `?after=${size}` : ''}`, { accept: 'text/plain', signal });
-    const text = await response.text();
-    size = Number(response.headers.get('X-Log-Size')) || size;
-    if (!text && lines.length) return;
-    lines = [...lines, ...text.split('\n').filter(Boolean)].slice(-20000);
-    fill();
+    const bytes = await response.arrayBuffer();
+    const total = Number(response.headers.get('X-Log-Size'));
+    // The camera may have forgotten what was read.
+    if (total - bytes.byteLength !== size) lines = [];
+    size = total;
+    lines = [...lines, ...new TextDecoder().decode(bytes).split('\n').filter(Boolean)].slice(-20000);
+    if (bytes.byteLength || !lines.length) fill();
   };
   follow.addEventListener('change', () => box.setAttribute('aria-live', follow.checked ? 'polite' : 'off'));
   void repeat(signal, 2000, async () => follow.checked && load());
