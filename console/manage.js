@@ -155,21 +155,7 @@ function simulated(name, usage, run) {
 
 // ---- Accounts
 
-/** name: bytes @typedef {{ name: string, group: string }} Account */
-
-/** @returns {Promise<Account[]>} */
-async function listAccounts() {
-  /** @type {Account[]} */
-  const users = (await read('user_list.cgi')).users;
-  const names = await exactNames('/cgi-bin/user_list.cgi', users.map(({ name }) => name), (text) =>
-    text.split('\n').slice(1).map((line) => line.slice(0, line.lastIndexOf('='))));
-  return users.map(({ group }, i) => ({ group, name: names[i] }));
-}
-
-/** @param {string} name bytes @param {Params} more */
-const modify = (name, more) =>
-  change('user_mod.cgi', `name=${encodeBytes(name)}${Object.entries(more).map(([key, value]) =>
-    `&${key}=${encodeURIComponent(value)}`).join('')}`);
+/** @typedef {{ name: string, group: string }} Account */
 
 const passwordField = () => fieldOf('user_mod.cgi', 'password', { description: '', accepted:
   'Up to 30 letters, digits and punctuation marks' });
@@ -180,24 +166,27 @@ export function showAccounts(page, signal) {
   const node = section('Who may log in', 'user_list.cgi', place, el('p', { class: 'hint' },
     'All ordinary accounts have the privileges that the product gives them; the administrator may do everything.'));
   const load = async () => {
+    /** @type {{ users: Account[] }} */
+    const { users } = /** @type {any} */ (await read('user_list.cgi', {}, signal));
     /** @type {string[]} */
     const privileges = has('group_list.cgi') ? (await read('group_list.cgi', { name: 'Users' })).privilege : [];
     const labels = privileges.map((word) => words(word.replace('notify', 'events').replace(/^ptz?$/, 'turn the head')));
     const box = (/** @type {string} */ label) =>
       el('td', {}, el('input', { type: 'checkbox', checked: true, disabled: true, 'aria-label': label }));
-    const rows = (await listAccounts()).map((account) => el('tr', {}, el('th', { scope: 'row' },
-      bdi(textOf(account.name)), account.group === 'Administrator' && el('div', { class: 'soft' }, account.group)),
+    const rows = users.map((account) => el('tr', {}, el('th', { scope: 'row' }, bdi(account.name),
+      account.group === 'Administrator' && el('div', { class: 'soft' }, account.group)),
     el('td', {}, el('div', { class: 'tight' }, ...actions(account, load))), ...labels.map(box)));
     refill(place, table('Accounts and privileges', ['Account', 'Actions', ...labels], ...rows));
   };
   loadWhenSeen(node, signal, load);
   page.append(node, section('New account', 'user_mod.cgi', el('p', { class: 'summary' },
     'Without a password, an account cannot log in.'), actionForm([fieldOf('user_mod.cgi', 'name', { label: 'Name',
-    description: '' }), passwordField()], 'Add account', async ({ name, ...more }) => {
-    const bytes = bytesOf(String(name ?? ''));
-    const isKnown = (await listAccounts()).some((account) => account.name === bytes);
-    if (isKnown) throw new Refusal(400, 'there is such an account already', 'name');
-    await modify(bytes, { password: '', ...more });
+    description: '' }), passwordField()], 'Add account', async (params) => {
+    const { users } = await read('user_list.cgi');
+    if (users.some((/** @type {Account} */ { name }) => name === params.name)) {
+      throw new Refusal(400, 'there is such an account already', 'name');
+    }
+    await change('user_mod.cgi', { password: '', ...params });
     await load();
     return 'The account is added.';
   })));
@@ -206,7 +195,7 @@ export function showAccounts(page, signal) {
 /** @param {Account} account @param {() => Promise<void>} load */
 function actions({ name, group }, load) {
   const isAdministrator = group === 'Administrator';
-  const who = () => bdi(textOf(name));
+  const who = () => bdi(name);
   const label = (/** @type {string} */ word) => el('span', {}, `${word}…`, el('span', { class: 'hide' }, who()));
   /** @param {string} word @param {Partial<Parameters<typeof ask>[0]>} question */
   const act = (word, question) => button(label(word), async () => {
@@ -216,12 +205,12 @@ function actions({ name, group }, load) {
     say('Done.');
     await load();
   });
-  const send = (/** @type {Params} */ params) => modify(name, params);
+  const send = (/** @type {Params} */ params) => change('user_mod.cgi', { name, ...params });
   return [
     act('New password', { fields: [passwordField()], send: (params) => send({ password: '', ...params }) }),
     act('Rename', { fields: [fieldOf('user_mod.cgi', 'newname', { description: '' })], send }),
-    !isAdministrator && has('user_del.cgi') && act('Delete', { danger: true, send: () =>
-      change('user_del.cgi', `name=${encodeBytes(name)}`) }),
+    !isAdministrator && has('user_del.cgi') &&
+      act('Delete', { danger: true, send: () => change('user_del.cgi', { name }) }),
   ];
 }
 
