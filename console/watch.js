@@ -267,7 +267,7 @@ class Head {
 /** What a report means. @typedef {{ key: string, on: boolean, level: number, text: string }} Sign */
 
 const kWindow = 5 * 60000;
-const kHolds = 5000;  // how long a report is true; the camera repeats it while it is
+const kHolds = 2500;  // ms that a report is true; the camera repeats it each second while it is
 
 /** @type {Report[]} */
 const history = [];
@@ -290,10 +290,11 @@ function signOf({ kind, number, value }) {
   }
   const storage = /^storage(.*)/.exec(kind)?.[1];
   if (storage) return { key: 'storage', on, level: 1, text: storage };
-  return { key: /^(in|out)put$/.test(kind) ? kind + number : kind, on, level: 1, text: '' };
+  return { key: /^(in|out)put$/.test(kind) ? kind + number : kind, on, level: 1, text: value === 2 ? 'failed' : '' };
 }
 
-/** Tells of what the camera reports, until `signal`. @param {AbortSignal} signal @param {() => void} tell */
+/** Tells when the camera has reported something, or why it does not. @param {AbortSignal} signal
+ * @param {(problem?: string) => void} tell */
 const listen = (signal, tell) => repeat(signal, 2000, async () => {
   const ended = new AbortController();
   const end = () => ended.abort();
@@ -314,7 +315,7 @@ const listen = (signal, tell) => repeat(signal, 2000, async () => {
       tell();
     }
   } catch (error) {
-    if (error instanceof Refusal) report(error);  // else the stream ended
+    if (error instanceof Refusal) tell(error.message);  // else the stream ended
   }
   end();
 });
@@ -387,12 +388,11 @@ function now(signal) {
     if (!began.length) recent.append(el('li', { class: 'soft' }, 'Nothing in the last minutes.'));
   };
   let isDue = false;
-  void listen(signal, () => {
-    state.textContent = 'Connected. What happens appears by itself.';
+  void listen(signal, (problem = 'Connected. What happens appears by itself.') => {
+    state.textContent = problem;
     if (!isDue) setTimeout(() => (isDue = false, draw()), 100);
     isDue = true;
   });
-  bus.addEventListener('offline', () => (state.textContent = 'Not connected.'), { signal });
   const pause = matchMedia('(prefers-reduced-motion: reduce)').matches ? 5000 : 1000;
   void (async () => {
     for (; !signal.aborted; await sleep(pause, signal)) draw();
