@@ -242,7 +242,8 @@ const kWords = Object.fromEntries(`
   snapshoturl:snapshot needs login, sw:software, timeserver:NTP server, timestamp:on-screen display,
   timezone:time zone, upnp:UPnP, qualitymode:quality mode, urlentry:path, videoinformat:video format, user:account,
   whitebalance:white balance, reboot:restart, H264:H.264, MPEG4:MPEG-4, CBR:constant bit rate,
-  Fixquality:fixed quality, datetime.cgi:clock, video.cgi:video profiles, audio.cgi:audio profiles`.split(',').map((pair) => pair.trim().split(':')));
+  Fixquality:fixed quality, datetime.cgi:clock, video.cgi:video profiles, audio.cgi:audio profiles`
+  .split(',').map((pair) => pair.trim().split(':')));
 
 /** @param {string} name of an endpoint, a parameter or a value */
 export function words(name) {
