@@ -6,6 +6,17 @@ local refuse, isAllowed = common.refuse, common.isAllowed
 local kMethods = { GET = true, HEAD = true, POST = true }
 local kMaxTarget = 60 * 1024  -- bytes; lighttpd.conf allows 64 KiB with the headers
 local kMaxFields = 200        -- of the header; each entry of a list counts
+local kPages = { ["/"] = true, ["/console/"] = true }  -- other sites may link to them
+-- These endpoints change nothing, whatever their parameters are.
+local kReaders = {
+  ["/cgi-bin/audio.cgi"] = true,
+  ["/cgi-bin/event_log.cgi"] = true,
+  ["/cgi-bin/group_list.cgi"] = true,
+  ["/cgi-bin/sdcard_download.cgi"] = true,
+  ["/cgi-bin/sdcard_list.cgi"] = true
+}
+-- These change nothing if "profileid" is the only parameter.
+local kProfiles = { ["/cgi-bin/rtspurl.cgi"] = true, ["/cgi-bin/video.cgi"] = true }
 
 local request = lighty.r.req_header
 local method = lighty.r.req_attr["request.method"]
@@ -25,16 +36,42 @@ local function hostOf(authority)
   return (authority:gsub("^.*@", ""):gsub(":%d*$", ""):lower())
 end
 
+-- True for an IPv4 address as browsers write it. 0.0.0.0 and its network reach the loopback address.
+local function isIPv4(host)
+  local first = tonumber(host:match("^(%d+)%.%d+%.%d+%.%d+$"))
+  if not first or first == 0 then return false end
+  for part in host:gmatch("%d+") do
+    if tonumber(part) > 255 or part:find("^0%d") then return false end
+  end
+  return true
+end
+
+-- [::] and IPv4 addresses within IPv6 reach the loopback address too.
+local function isIPv6(host)
+  return host:find("^%[[%x:.]+%]$") and not host:find("^%[[0:]*%]$") and not host:find("^%[[0:]*:ffff:")
+end
+
 -- True for an address and for the camera's names. Any other name is rejected, because another site can point its own
 -- DNS entry at the camera. The name that camera_info.cgi stores is only a label, not a host name.
 local function isOwn(host)
-  if host:match("^%d+%.%d+%.%d+%.%d+$") or host:match("^%[[%x:.]+%]$") then return true end
+  if isIPv4(host) or isIPv6(host) then return true end
   local machine = (os.getenv("CAMERA_HOSTNAME") or ""):lower()
   for _, name in ipairs({ "localhost", "camera", machine }) do
     if name ~= "" and (host == name or host == name .. ".local") then return true end
   end
   return false
 end
+
+-- True for a request with a header that only browsers send. Programs name themselves otherwise; some send
+-- Sec-Fetch-Mode.
+local function comesFromBrowser()
+  for name in pairs(request) do
+    name = name:lower()
+    if name:find("^sec%-fetch%-") and name ~= "sec-fetch-mode" or name:find("^sec%-ch%-") then return true end
+  end
+  return request["Upgrade-Insecure-Requests"] ~= nil or (request["User-Agent"] or ""):find("^Mozilla/") ~= nil
+end
+local isBrowser = comesFromBrowser()
 
 local function fields()
   local count = 0
@@ -45,11 +82,31 @@ local function fields()
   return count
 end
 
+-- True if this header, if there is one, names the camera or an allowed origin. A browser must name the port too, where
+-- another site of the same machine may listen.
 local function comesFrom(name, host)
   local value = request[name]
   if not value or value == "" then return true end
   local origin, authority = value:match("^(%a[%w+.-]*://([^/?#]*))")
-  return origin ~= nil and (hostOf(authority) == host or isAllowed(origin))
+  if not origin then return false end
+  if isAllowed(origin) then return true end
+  if isBrowser then return authority:lower() == (request["Host"] or ""):lower() end
+  return hostOf(authority) == host
+end
+
+-- True if the request may change something. Without parameters, no endpoint does.
+local function mayChange()
+  if method == "POST" and request["Content-Length"] ~= "0" then return true end
+  local path, query = lighty.r.req_attr["uri.path"], target:match("%?(.+)$")
+  if not query or not path:find("^/cgi%-bin/") then return false end
+  return not (kReaders[path] or kProfiles[path] and query:find("^profileid=%d$"))
+end
+
+-- True if a browser's request comes from the camera's own page or an allowed one. Without Sec-Fetch-Site, as over HTTP
+-- from another machine, Origin or Referer proves that; both were checked.
+local function isProven(site)
+  if site == "" then return (request["Origin"] or "") ~= "" or (request["Referer"] or "") ~= "" end
+  return site == "same-origin" or isAllowed(request["Origin"])
 end
 
 -- A browser asks so before it sends another origin's request that is more than a plain form.
@@ -65,10 +122,10 @@ local function answerPreflight()
   return 204
 end
 
--- True for a link on another page that opens "/", which changes nothing. Over HTTP many browsers send no Sec-Fetch
--- headers; then it may be an embedded page too, which pages.lua forbids.
+-- True for a link on another page that opens a page of the camera, which changes nothing. Over HTTP many browsers send
+-- no Sec-Fetch headers; then it may be an embedded page too, which pages.lua forbids.
 local function isLink()
-  if target ~= "/" or method == "POST" or request["Origin"] then return false end
+  if not kPages[target] or method == "POST" or request["Origin"] then return false end
   local mode, dest = request["Sec-Fetch-Mode"], request["Sec-Fetch-Dest"]
   if mode == "navigate" and dest == "document" then return true end
   return not (mode or dest or request["Sec-Fetch-Site"])
@@ -84,7 +141,7 @@ if fields() > kMaxFields then return refuse(431, "at most " .. kMaxFields .. " h
 
 local host = hostOf(request["Host"] or "")
 if request["Host"] and not isOwn(host) then
-  return refuse(403, "Host: an address, or localhost, camera or the machine's name, with or without .local")
+  return refuse(403, "Host: the camera's address, or localhost, camera or the machine's name, with or without .local")
 end
 if method == "OPTIONS" then return answerPreflight() end
 if isLink() then return end
@@ -94,4 +151,7 @@ end
 local site = (request["Sec-Fetch-Site"] or ""):lower()
 if (site == "cross-site" or site == "same-site") and not isAllowed(request["Origin"]) then
   return refuse(403, "Sec-Fetch-Site: same-origin or none")
+end
+if isBrowser and mayChange() and not isProven(site) then
+  return refuse(403, "a browser may change the camera only from the camera's own page; open /, or use curl")
 end

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <tuple>
 
 #include "tests/camera/camera.h"
 
@@ -105,6 +106,50 @@ TEST(Access, AnEventStreamLastsAsLongAsItsAccount) {
       << readFile(out);
   EXPECT_EQ(camera.status(kAdmin, "/cgi-bin/user_del.cgi?name=b.o_b-1"), "200");
   EXPECT_EQ(waitFor(listener), 0) << "curl ran out of time";
+}
+
+// Any page can make its visitor's browser send these; over HTTP it may send nothing that says from where.
+TEST(Access, ABrowserChangesTheCameraOnlyFromTheCamerasOwnPage) {
+  Guarded camera;
+  const std::string own = "127.0.0.1:" + std::to_string(camera.port());
+  const std::string agent = "User-Agent: Mozilla/5.0 (X11; Linux x86_64)\r\n", site = "Sec-Fetch-Site: ";
+  const std::string host = "Host: " + own + "\r\n", browser = host + agent;
+  const std::string change = "GET /cgi-bin/io.cgi?out1=on", read = "GET /cgi-bin/io.cgi";
+  const std::string form = "Content-Type: application/x-www-form-urlencoded\r\nContent-Length: 7\r\n";
+  const std::tuple<std::string, std::string, int> rows[] = {
+      {change, browser, 403},
+      {change, host + "Sec-CH-UA: \"x\"\r\n", 403},
+      {change, host + "Upgrade-Insecure-Requests: 1\r\n", 403},
+      {change, browser + site + "none\r\n", 403},
+      {change, browser + site + "none\r\nReferer: http://" + own + "/\r\n", 403},
+      {change, browser + "Referer: http://127.0.0.1:1/\r\n", 403},
+      {"GET /cgi-bin/%69o.cgi?out1=on", browser, 403},
+      {"GET /cgi-bin/io.cgi/audio.cgi?out1=on", browser, 403},
+      {"GET /cgi-bin/video.cgi?profileid=1&framerate=5", browser, 403},
+      {"POST /cgi-bin/io.cgi", browser + form + "\r\nout1=on", 403},
+      {"GET /console/", browser + "Referer: http://a.example/\r\n", 200},
+      {"GET /console/?", browser + "Referer: http://a.example/\r\n", 403},
+      {change, browser + site + "same-origin\r\n", 200},
+      {change, browser + "Referer: http://" + own + "/\r\n", 200},
+      {"POST /cgi-bin/io.cgi", browser + "Origin: http://" + own + "\r\n" + form + "\r\nout1=on", 200},
+      {read, browser, 200},
+      {read, browser + site + "none\r\n", 200},
+      {"GET /cgi-bin/sdcard_list.cgi?page=1", browser, 200},
+      {"GET /cgi-bin/video.cgi?profileid=1", browser, 200},
+      {"GET /snapshot.jpg?profile=2", browser, 200},
+      {change, host + "User-Agent: curl/7.88.1\r\n", 200},
+      {change, host + "User-Agent: node\r\nSec-Fetch-Mode: cors\r\n", 200},
+      {change, host + "Referer: http://127.0.0.1/\r\n", 200},
+      {read, "Host: 0.0.0.0\r\n", 403},
+      {read, "Host: 00.0.0.0\r\n", 403},
+      {read, "Host: [::]\r\n", 403},
+      {read, "Host: [::FFFF:127.0.0.1]\r\n", 403},
+      {read, "Host: [0:0:0:0:0:ffff:7f00:1]\r\n", 403},
+      {read, "Host: ip6-localhost\r\n", 403},
+      {read, "Host: 10.0.0.1\r\n", 200},
+      {read, "Host: [2001:db8::ffff:1]\r\n", 200}};
+  for (const auto& [line, rest, status] : rows)
+    EXPECT_EQ(ask(camera.port(), line, rest).status, status) << line << "\n" << rest;
 }
 
 TEST(Access, TheListNamesEveryEndpointOnce) {
