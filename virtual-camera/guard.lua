@@ -22,9 +22,11 @@ local request = lighty.r.req_header
 local method = lighty.r.req_attr["request.method"]
 local target = lighty.r.req_attr["request.orig-uri"]
 
--- accounts.lua compares this stamp of the accounts after the login was checked.
+-- accounts.lua compares this stamp of the accounts after the login was checked, and bin/answer when the request is
+-- complete.
 local logins = common.read("/run/camera/accounts/logins")
-lighty.r.req_env["ACCOUNTS"] = logins:match("^# ([%d.]+)\n")
+local stamp, mode = logins:match("^# ([%d.]+) (%l+)\n")
+lighty.r.req_env["ACCOUNTS"] = stamp or "none"
 
 -- guarded.conf asks for no login at this address, and accounts.lua does not look for one.
 local isOpen = (logins:match("\n# open ([^\n]*)\n") or ""):find(" " .. lighty.r.req_attr["uri.path"] .. " ", 1, true)
@@ -144,6 +146,10 @@ if request["Host"] and not isOwn(host) then
   return refuse(403, "Host: the camera's address, or localhost, camera or the machine's name, with or without .local")
 end
 if method == "OPTIONS" then return answerPreflight() end
+-- A web server that asks for no login may still have connections when a password is set.
+if os.getenv("CAMERA_GUARD") ~= "/etc/camera/" .. (mode or "") .. ".conf" then
+  return refuse(503, "the accounts are being changed; repeat the request")
+end
 if isLink() then return end
 for _, name in ipairs({ "Origin", "Referer" }) do
   if not comesFrom(name, host) then return refuse(403, name .. ": none, or the host that the request is for") end

@@ -108,6 +108,37 @@ TEST(Access, AnEventStreamLastsAsLongAsItsAccount) {
   EXPECT_EQ(waitFor(listener), 0) << "curl ran out of time";
 }
 
+// Requests whose head or body ends after the change that took their right away, and a stream.
+TEST(Access, NoRequestIsCarriedOutWithARightOfBefore) {
+  Guarded camera;
+  const std::string rest = "Host: 127.0.0.1\r\nConnection: close\r\n";
+  const Connection head(camera.port()), body(camera.port()), stream(camera.port());
+  head.send("GET /cgi-bin/io.cgi?out1=on HTTP/1.1\r\n");
+  body.send("POST /cgi-bin/io.cgi HTTP/1.1\r\nContent-Type: application/x-www-form-urlencoded\r\n" + rest +
+            "Content-Length: 7\r\n\r\nout2");
+  stream.send("GET /video.mjpg HTTP/1.1\r\n" + rest + "\r\n");
+  // curl logs in, then sends the body as it comes.
+  const auto later = [&](const std::string& account, const std::string& change) {
+    return camera
+        .run({"bash", "-c",
+              "(printf out3=; sleep 1; curl -s --digest -u \"$1\" \"$3$4\" >&2; printf on) |"
+              " curl -s --digest -u \"$2\" -X POST -T . -H Expect: -H 'Content-Type: "
+              "application/x-www-form-urlencoded' \"$3/cgi-bin/io.cgi\"",
+              "bash", kAdmin, account, "http://127.0.0.1:" + std::to_string(camera.port()), change})
+        .out;
+  };
+  EXPECT_EQ(camera.status("", "/cgi-bin/user_mod.cgi?name=admin&password=YTpiIyJcJz1j"), "200");
+  head.send(rest + "\r\n");
+  body.send("=on");
+  EXPECT_TRUE(head.receive().starts_with("HTTP/1.1 503 "));
+  EXPECT_TRUE(body.receive().starts_with("HTTP/1.1 503 "));
+  EXPECT_TRUE(stream.receive().starts_with("HTTP/1.1 200 "));  // and ends
+
+  EXPECT_EQ(camera.status(kAdmin, "/cgi-bin/user_mod.cgi?name=b.o_b-1&password=PTo9"), "200");
+  EXPECT_NE(later(kBob, "/cgi-bin/info.cgi").find("out3=on\n"), std::string::npos);
+  EXPECT_EQ(later(kBob, "/cgi-bin/user_del.cgi?name=b.o_b-1").substr(0, 10), "error=503\n");
+}
+
 // Any page can make its visitor's browser send these; over HTTP it may send nothing that says from where.
 TEST(Access, ABrowserChangesTheCameraOnlyFromTheCamerasOwnPage) {
   Guarded camera;

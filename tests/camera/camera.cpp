@@ -69,21 +69,39 @@ int freePort() {
   return port;
 }
 
-Reply ask(int port, const std::string& line, const std::string& rest) {
-  const int descriptor = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  const sockaddr_in address = loopback(port);
+Connection::Connection(int port, const char* from)
+    : descriptor_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+  const sockaddr_in to = loopback(port);
+  sockaddr_in own = loopback(0);
   const timeval patience{.tv_sec = 30, .tv_usec = 0};
-  setsockopt(descriptor, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-  const std::string host = rest.starts_with("Host: ") ? "" : "Host: 127.0.0.1\r\n";
-  const std::string request = line + " HTTP/1.1\r\nConnection: close\r\n" + host + rest + "\r\n";
+  setsockopt(descriptor_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+  if (from != nullptr && inet_pton(AF_INET, from, &own.sin_addr) == 1)
+    check(bind(descriptor_, reinterpret_cast<const sockaddr*>(&own), sizeof own) == 0, "cannot bind");
+  static_cast<void>(connect(descriptor_, reinterpret_cast<const sockaddr*>(&to), sizeof to));
+}
+
+Connection::~Connection() {
+  close(descriptor_);
+}
+
+// The server may refuse before it has read everything.
+void Connection::send(const std::string& part) const {
+  static_cast<void>(::send(descriptor_, part.data(), part.size(), MSG_NOSIGNAL));
+}
+
+std::string Connection::receive() const {
   std::string answer;
-  if (connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
-    send(descriptor, request.data(), request.size(),
-         MSG_NOSIGNAL);  // the server may refuse before it has read everything
   char buffer[4096];
-  for (ssize_t size = 0; (size = recv(descriptor, buffer, sizeof buffer, 0)) > 0;)
+  for (ssize_t size = 0; (size = recv(descriptor_, buffer, sizeof buffer, 0)) > 0;)
     answer.append(buffer, static_cast<std::size_t>(size));
-  close(descriptor);
+  return answer;
+}
+
+Reply ask(int port, const std::string& line, const std::string& rest) {
+  const std::string host = rest.starts_with("Host: ") ? "" : "Host: 127.0.0.1\r\n";
+  const Connection connection(port);
+  connection.send(line + " HTTP/1.1\r\nConnection: close\r\n" + host + rest + "\r\n");
+  const std::string answer = connection.receive();
   const std::size_t end = answer.find("\r\n\r\n");
   if (end == answer.npos) return {};
   return {std::stoi(answer.substr(9, 3)), answer.substr(0, end + 2), answer.substr(end + 4)};

@@ -37,6 +37,18 @@ int listenSomewhere(int* port);
 int freePort();
 // Sends the request line, to which it adds the version, and the rest: headers and perhaps a body. Adds a Host
 // unless the rest begins with one.
+// A request that a test sends in parts.
+class Connection {
+ public:
+  explicit Connection(int port, const char* from = nullptr);  // "from" is another loopback address
+  Connection(const Connection&) = delete;
+  ~Connection();
+  void send(const std::string& part) const;
+  std::string receive() const;  // until the other side closes or says nothing for 30 s
+
+ private:
+  int descriptor_;
+};
 Reply ask(int port, const std::string& line, const std::string& rest = {});
 Reply fetch(int port, const std::string& path);
 

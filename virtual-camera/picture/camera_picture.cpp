@@ -13,12 +13,14 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <memory>
 #include <string>
 
 #include "framework/reply.h"
 #include "framework/request.h"
 #include "platform/descriptor.h"
+#include "platform/file.h"
 #include "platform/text.h"
 #include "virtual-camera/picture/jpeg.h"
 #include "virtual-camera/picture/look.h"
@@ -34,6 +36,7 @@ using std::chrono::milliseconds;
 constexpr int kProfileCount = 4;
 constexpr milliseconds kRereadInterval{400};
 constexpr milliseconds kClientPatience{10'000};  // then a client that does not read is dropped
+constexpr char kLogins[] = "/run/camera/accounts/logins";
 constexpr char kNoStore[] = "Cache-Control: no-store\r\n";
 
 // Lets the heap begin with large pages, and keep them: a third of the time for a snapshot would go into small
@@ -106,15 +109,23 @@ void serveSnapshot(int profile) {
   writeOut(std::string{kNoStore} + "Content-Type: image/jpeg\r\n" + lengthOf(picture) + picture);
 }
 
-// Ends when the client goes, or when a stream that began without a login needs one.
+// True while the accounts are those of the request; the guard gave their stamp.
+bool maySee() {
+  const char* const stamp = std::getenv("ACCOUNTS");
+  std::string logins;
+  return stamp == nullptr ||
+         (readFile(kLogins, &logins) == 0 && logins.starts_with(std::string{"# "} + stamp + " "));
+}
+
+// Ends when the client goes or the accounts change: the right to see it, or to see it without a login, may be
+// gone.
 void serveStream(int profile, bool isForHead) {
   Sight sight(profile);
-  const bool neededLogin = sight.look().needsLogin;
   if (!writeOut(std::string{kNoStore} + "Content-Type: multipart/x-mixed-replace; boundary=frame\r\n\r\n"))
     return;
   for (auto next = Clock::now(); !isForHead;) {
     const std::string picture = sight.jpeg();
-    if (sight.look().needsLogin && !neededLogin) return;
+    if (!maySee()) return;
     if (!writeOut("--frame\r\nContent-Type: image/jpeg\r\n" + lengthOf(picture) + picture + "\r\n")) return;
     next = sight.nextAfter(next);
     if (!waitUntil(next)) return;

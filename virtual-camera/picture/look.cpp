@@ -104,7 +104,6 @@ Look readLook(int profile) {
     const auto privacy = stored<PrivacySettings>();
     look.isCovered = product->has_privacy && privacy.enable != 0 && privacy.manual != 0;
   }
-  look.needsLogin = stored<HttpServerSettings>().livevideo != 0;
   look.localShift = localShift();
   return look;
 }

@@ -29,7 +29,6 @@ struct Look {
   bool hasNightSwitch = true;
   bool hasLeds = true;
   bool isCovered = false;       // by the privacy mode
-  bool needsLogin = true;       // for live video
   std::int64_t localShift = 0;  // the camera's local time minus the system's clock, in milliseconds
 };
 
