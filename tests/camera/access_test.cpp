@@ -1,7 +1,9 @@
 // The whole camera: who may call which endpoint, and which files of the card are served.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <cstdio>
+#include <deque>
 #include <tuple>
 
 #include "tests/camera/camera.h"
@@ -137,6 +139,39 @@ TEST(Access, NoRequestIsCarriedOutWithARightOfBefore) {
   EXPECT_EQ(camera.status(kAdmin, "/cgi-bin/user_mod.cgi?name=b.o_b-1&password=PTo9"), "200");
   EXPECT_NE(later(kBob, "/cgi-bin/info.cgi").find("out3=on\n"), std::string::npos);
   EXPECT_EQ(later(kBob, "/cgi-bin/user_del.cgi?name=b.o_b-1").substr(0, 10), "error=503\n");
+}
+
+// Each connection sends a byte now and then. The limits are 64 connections of an address and 10 s for a
+// request.
+TEST(Access, SlowClientsKeepNobodyOut) {
+  const rlimit enough{4096, 4096};
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &enough), 0);
+  Guarded camera;
+  const std::string request = "GET /cgi-bin/info.cgi HTTP/1.1\r\nHost: 127.0.0.1\r\nConnection: close\r\n";
+  const auto seconds = [&](const char* from) {
+    const auto begun = std::chrono::steady_clock::now();
+    const Connection connection(camera.port(), from);
+    connection.send(request + "\r\n");
+    EXPECT_TRUE(connection.receive().starts_with("HTTP/1.1 200 ")) << from;
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begun).count();
+  };
+  const Connection early(camera.port(), "127.0.0.5"), late(camera.port(), "127.0.0.5");
+  late.send("G");
+  early.send(request + "\r\n");
+  EXPECT_TRUE(early.receive().starts_with("HTTP/1.1 200 "));
+  std::deque<Connection> slow;
+  for (int i = 0; i < 1500; ++i) slow.emplace_back(camera.port(), "127.0.0.2").send("G");
+  for (int i = 0; i < 500; ++i)
+    slow.emplace_back(camera.port(), ("127.0.1." + std::to_string(1 + i % 10)).c_str()).send("G");
+  for (int second = 0; second < 12; ++second) {
+    EXPECT_LT(seconds("127.0.0.2"), 1);
+    EXPECT_LT(seconds("127.0.0.3"), 1);
+    for (const Connection& connection : slow) connection.send("E");
+    late.send(second == 0 ? request.substr(1) : "X: x\r\n");
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+  }
+  late.send("\r\n");
+  EXPECT_EQ(late.receive(), "");
 }
 
 // Any page can make its visitor's browser send these; over HTTP it may send nothing that says from where.
