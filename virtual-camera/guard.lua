@@ -4,7 +4,8 @@ local common = dofile("/etc/camera/common.lua")(lighty)
 local refuse, isAllowed = common.refuse, common.isAllowed
 
 local kMethods = { GET = true, HEAD = true, POST = true }
-local kMaxTarget = 60 * 1024  -- bytes; lighttpd.conf allows 64 KiB with the headers
+local kMaxTarget = 30 * 1024  -- bytes; lighttpd.conf allows 64 KiB with the headers, and a digest login repeats it
+local kMaxLogin = 1024        -- bytes, beside the address that it repeats
 local kMaxFields = 200        -- of the header; each entry of a list counts
 local kPages = { ["/"] = true, ["/console/"] = true }  -- other sites may link to them
 -- These endpoints change nothing, whatever their parameters are.
@@ -135,6 +136,9 @@ end
 
 if target:find("[%c ]") then return refuse(400, "the address holds a space or a control character") end
 if #target > kMaxTarget then return refuse(414, "the address and its query have at most " .. kMaxTarget .. " bytes") end
+if #(request["Authorization"] or "") > #target + kMaxLogin then
+  return refuse(431, "Authorization: at most " .. kMaxLogin .. " bytes more than the address")
+end
 if not kMethods[method] and not isPreflight() then
   lighty.r.resp_header["Allow"] = "GET, HEAD, POST"
   return refuse(405, "method: GET, HEAD or POST")

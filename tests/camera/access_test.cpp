@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
+#include <atomic>
 #include <cstdio>
 #include <deque>
 #include <tuple>
+#include <vector>
 
 #include "tests/camera/camera.h"
 
@@ -139,6 +141,67 @@ TEST(Access, NoRequestIsCarriedOutWithARightOfBefore) {
   EXPECT_EQ(camera.status(kAdmin, "/cgi-bin/user_mod.cgi?name=b.o_b-1&password=PTo9"), "200");
   EXPECT_NE(later(kBob, "/cgi-bin/info.cgi").find("out3=on\n"), std::string::npos);
   EXPECT_EQ(later(kBob, "/cgi-bin/user_del.cgi?name=b.o_b-1").substr(0, 10), "error=503\n");
+}
+
+// The login is what curl sent, so that its nonce is the camera's.
+TEST(Access, ALoginIsAcceptedOnceAndGuessingIsSlow) {
+  Guarded camera;
+  EXPECT_EQ(camera.status("", "/cgi-bin/user_mod.cgi?name=admin&password=YTpiIyJcJz1j"), "200");
+  const std::string sent = camera
+                               .run({"curl", "-sv", "--digest", "-u", kAdmin, "-d", "out1=on",
+                                     "http://127.0.0.1:" + std::to_string(camera.port()) + "/cgi-bin/io.cgi"})
+                               .err;
+  const std::size_t begin = sent.find("> Authorization: Digest ") + 2;
+  const std::string login = sent.substr(begin, sent.find_first_of("\r\n", begin) - begin) + "\r\n";
+  const std::string form = "Content-Type: application/x-www-form-urlencoded\r\nContent-Length: 7\r\n";
+  const Reply again = ask(camera.port(), "POST /cgi-bin/io.cgi", login + form + "\r\nout2=on");
+  EXPECT_EQ(again.status, 401);
+  EXPECT_NE(again.head.find(", stale=true\r\n"), again.head.npos) << again.head;
+  EXPECT_EQ(ask(camera.port(), "GET /cgi-bin/io.cgi", login).status, 401);
+
+  const std::size_t limit = 30 * 1024;
+  const std::string longest = "/cgi-bin/io.cgi?" + std::string(limit - 16, 'x');
+  EXPECT_EQ(camera.status(kAdmin, longest), "400");
+  EXPECT_EQ(camera.status(kAdmin, longest + "x"), "414");
+
+  // Nothing of a request is logged, and a log is not larger than its limit.
+  const std::string before = ask(camera.port(), "GET /", "").head;
+  const std::size_t quote = before.find("nonce=\"") + 7;
+  const std::string nonce = before.substr(quote, before.find('"', quote) - quote);
+  const auto forged = [&](const std::string& user, const std::string& more) {
+    return "Authorization: Digest username=\"" + user + "\", realm=\"camera\", nonce=\"" + nonce +
+           "\", uri=\"/?secret\", response=\"" + std::string(32, '0') + more + "\"\r\n";
+  };
+  EXPECT_EQ(
+      ask(camera.port(), "GET /?secret", "Authorization: Digest " + std::string(2000, 'x') + "\r\n").status,
+      431);
+  for (const char* more : {"secret", "\", qop=\"auth-int secret", "\", response=\"secret"})
+    EXPECT_EQ(ask(camera.port(), "GET /?secret", forged("admin", more)).status, 401) << more;
+  EXPECT_EQ(ask(camera.port(), "GET /?other", forged("admin", "")).status, 400);
+
+  std::vector<std::thread> clients;
+  std::atomic<int> slowed{0};
+  for (int i = 0; i < 30; ++i)
+    clients.emplace_back(
+        [&] { slowed += ask(camera.port(), "GET /?secret", forged("admin", "")).status == 429; });
+  for (std::thread& client : clients) client.join();
+  EXPECT_GE(slowed, 15);
+  EXPECT_LE(slowed, 20);
+  EXPECT_EQ(ask(camera.port(), "GET /?secret", forged("ann", "")).status, 401);
+  const std::string log = readFile(camera.state() / "log" / "lighttpd.log");
+  EXPECT_NE(log.find("wrong password"), log.npos);
+  EXPECT_EQ(log.find("secret"), log.npos) << log;
+}
+
+TEST(Access, ALogHasALimit) {
+  Camera camera;
+  camera.inside({"sh", "-c",
+                 "for i in 1 2 3; do { seq 30000; echo '/cgi?secret'; } | /usr/lib/camera/bin/keepLog "
+                 "lighttpd.log; done"});
+  const std::filesystem::path log = camera.state() / "log" / "lighttpd.log";
+  EXPECT_LE(std::filesystem::file_size(log), 262'144u);
+  EXPECT_LE(std::filesystem::file_size(log.string() + ".0"), 262'144u);
+  EXPECT_TRUE(readFile(log).ends_with("30000\n/cgi?...\n"));
 }
 
 // Each connection sends a byte now and then. The limits are 64 connections of an address and 10 s for a
