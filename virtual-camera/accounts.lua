@@ -26,7 +26,8 @@ end
 if lighty.r.req_env["OPEN"] == "1" then return end
 
 local logins = read(kLogins)
-local stamp, administrator, privileges = logins:match("^# ([%d.]+) guarded\n# administrator ([^\n]*)\n# privileges ([^\n]*)\n")
+local stamp, administrator, privileges =
+  logins:match("^# ([%d.]+) guarded\n# administrator ([^\n]*)\n# privileges ([^\n]*)\n")
 -- Otherwise the name may belong to somebody else by now.
 if not stamp or lighty.r.req_env["ACCOUNTS"] ~= stamp then
   return refuse(503, "the accounts are being changed; repeat the request")

@@ -113,6 +113,23 @@ TEST(Device, ComesBackWhateverBecomesOfItsPortItsServerAndItsState) {
   EXPECT_TRUE(hasLine(device.call("camera_info.cgi?name=new"), "name=new"));
 }
 
+// What stands in its place may lead to the user's other files.
+TEST(State, AFolderThatSomebodyElseMadeIsNotTaken) {
+  TemporaryFolder mine;
+  Camera camera;
+  camera.boot();
+  std::filesystem::create_directory(mine.path("tmp"));
+  mine.put("tmp/file", "mine");
+  std::filesystem::remove_all(camera.state());
+  std::filesystem::create_directory(camera.state());
+  for (const char* name : {"settings", "daemons", "log", "run", "sdcard"})
+    std::filesystem::create_symlink(mine.path(), camera.state() / name);
+  EXPECT_TRUE(within(30, [&] { return camera.processes("").empty(); }));
+  EXPECT_EQ(readFile(mine.path("tmp/file")), "mine");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(mine.path()), {}), 1);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(camera.state()), {}), 5);
+}
+
 // These show no settings: what happens now, where the head is, the card in the slot.
 constexpr std::string_view kLive =
     "notify.cgi env_sound_lv.cgi event_log.cgi io.cgi ptz_pos.cgi ptz_move.cgi sdcard.cgi";
