@@ -4,7 +4,7 @@
 local common = dofile("/etc/camera/common.lua")(lighty)
 local refuse, read = common.refuse, common.read
 
-local kLogins = "/run/camera/accounts/logins"  -- as refreshAccounts writes it
+local kLogins = "/run/accounts/logins"  -- as refreshAccounts writes it
 local kAccess = "/etc/camera/access"
 
 -- Returns the second word of the line that begins with this name.

@@ -25,7 +25,7 @@ local target = lighty.r.req_attr["request.orig-uri"]
 
 -- accounts.lua compares this stamp of the accounts after the login was checked, and bin/answer when the request is
 -- complete.
-local logins = common.read("/run/camera/accounts/logins")
+local logins = common.read("/run/accounts/logins")
 local stamp, mode = logins:match("^# ([%d.]+) (%l+)\n")
 lighty.r.req_env["ACCOUNTS"] = stamp or "none"
 

@@ -86,9 +86,10 @@ TEST(Access, AnAccountMayCallWhatItsPrivilegesAllowWhileItIsStored) {
   camera.inside({"camera-settings", "set", "httpsvr", "livevideo=0"});
   EXPECT_TRUE(within(30, [&] { return camera.status("", "/video.mjpg?profile=0") == "400"; }));
 
-  // The record changes without an endpoint, and refreshAccounts starts before its file is renamed.
+  // The record changes without an endpoint, and its file is older than the accounts, as if the clock had been
+  // set back.
   camera.inside({"flock", "/var/lib/camera/settings", "sh", "-c",
-                 "cd /var/lib/camera/settings; echo >.new; refreshAccounts & sleep 0.5; mv .new account"});
+                 "cd /var/lib/camera/settings; echo >.new; touch -d 2001-01-01 .new; mv .new account"});
   EXPECT_TRUE(within(30, [&] { return camera.status(kRoot, "/cgi-bin/info.cgi") == "401"; }));
   camera.inside({"camera-settings", "reset", "account"});
   EXPECT_TRUE(within(30, [&] { return camera.status("", "/cgi-bin/network.cgi") == "200"; }));
@@ -191,6 +192,24 @@ TEST(Access, ALoginIsAcceptedOnceAndGuessingIsSlow) {
   const std::string log = readFile(camera.state() / "log" / "lighttpd.log");
   EXPECT_NE(log.find("wrong password"), log.npos);
   EXPECT_EQ(log.find("secret"), log.npos) << log;
+}
+
+// The refresh fails, and the web server is not there to be restarted.
+TEST(Access, AnAccountChangeThatDoesNotTakeEffectFails) {
+  Camera camera;
+  const auto create = [&](const std::string& name, const std::string& obstacle) {
+    return camera
+        .inside({"sh", "-c",
+                 obstacle +
+                     "; echo '# 1 guarded' >/run/accounts/logins; export ACCOUNTS=1 REQUEST_METHOD=GET;" +
+                     "export QUERY_STRING=name=" + name +
+                     "; answer /cgi-bin/user_mod.cgi; cat /run/accounts/logins"})
+        .out;
+  };
+  EXPECT_TRUE(create("ann", ":").starts_with("Status: 200 OK\r\n"));
+  const std::string reply = create("bob", "mkdir /run/accounts/logins.new");
+  EXPECT_TRUE(reply.starts_with("Status: 500\r\n")) << reply;
+  EXPECT_EQ(reply.find("guarded"), reply.npos) << "the old accounts can still log in";
 }
 
 TEST(Access, ALogHasALimit) {

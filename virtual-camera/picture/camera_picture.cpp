@@ -36,7 +36,7 @@ using std::chrono::milliseconds;
 constexpr int kProfileCount = 4;
 constexpr milliseconds kRereadInterval{400};
 constexpr milliseconds kClientPatience{10'000};  // then a client that does not read is dropped
-constexpr char kLogins[] = "/run/camera/accounts/logins";
+constexpr char kLogins[] = "/run/accounts/logins";
 constexpr char kNoStore[] = "Cache-Control: no-store\r\n";
 
 // Lets the heap begin with large pages, and keep them: a third of the time for a snapshot would go into small
