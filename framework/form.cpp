@@ -1,6 +1,7 @@
 // Parser of application/x-www-form-urlencoded texts.
 #include "framework/form.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "framework/utf8.h"
@@ -50,6 +51,57 @@ void appendEscaped(char c, std::string* text) {
   static constexpr char kHex[] = "0123456789ABCDEF";
   const auto byte = static_cast<unsigned char>(c);
   *text += {'%', kHex[byte >> 4], kHex[byte & 15]};
+}
+
+std::size_t controlSize(std::string_view text, std::size_t at) {
+  if (isControl(text[at])) return 1;
+  constexpr std::string_view kLineEnds[] = {"\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"};
+  for (const std::string_view end : kLineEnds) {
+    if (text.substr(at, end.size()) == end) return end.size();
+  }
+  return 0;
+}
+
+namespace {
+
+bool holdsControl(std::string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (controlSize(text, i) > 0) return true;
+  }
+  return false;
+}
+
+bool holdsEscape(std::string_view text) {
+  for (std::size_t i = 0; i + 2 < text.size(); ++i) {
+    if (text[i] == '%' && hexValue(text[i + 1]) >= 0 && hexValue(text[i + 2]) >= 0) return true;
+  }
+  return false;
+}
+
+void appendAllEscaped(std::string_view text, std::string* line) {
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t size = controlSize(text, i);
+    const std::size_t end = i + std::max<std::size_t>(size, 1);
+    if (size == 0 && text[i] != '%') {
+      *line += text[i++];
+    } else {
+      while (i < end) appendEscaped(text[i++], line);
+    }
+  }
+}
+
+}  // namespace
+
+void appendShown(std::string_view text, std::string* line) {
+  if (holdsControl(text)) return appendAllEscaped(text, line);
+  *line += text;
+}
+
+std::string shownName(std::string_view name) {
+  if (!holdsControl(name) && !holdsEscape(name)) return std::string{name};
+  std::string shown;
+  appendAllEscaped(name, &shown);
+  return shown;
 }
 
 }  // namespace camera

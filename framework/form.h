@@ -18,4 +18,15 @@ void parseForm(std::string_view text, Queries& queries, bool keepsBytes = false)
 // Appends the byte as "%XX".
 void appendEscaped(char c, std::string* text);
 
+// Bytes of the control character that begins at the position; 0 if there is none. U+0085, U+2028 and U+2029
+// count too: some clients take them for line ends.
+std::size_t controlSize(std::string_view text, std::size_t at);
+
+// Appends a text for a line. If it holds a control character, these and every "%" become "%XX".
+void appendShown(std::string_view text, std::string* line);
+
+// Returns the name of an entry for a line, so that decoding "%XX" in it gives the name, and no other entry is
+// shown like it.
+std::string shownName(std::string_view name);
+
 }  // namespace camera

@@ -39,19 +39,15 @@ const Reason& reasonOf(int code) {
   return kReasons[0];
 }
 
-void appendEncoded(std::string& line, std::string_view text) {
-  for (std::size_t start = 0, end = 0;; start = ++end) {
-    while (end < text.size() && !isControl(text[end])) ++end;
-    line.append(text.data() + start, end - start);
-    if (end == text.size()) return;
-    appendEscaped(text[end], &line);
-  }
+// True for the first byte of a control character, and of some others.
+bool mayBeControl(char c) {
+  return isControl(c) || c == '\xC2' || c == '\xE2';
 }
 
 // Most lines need no encoding: their bytes are copied at once.
 void appendLine(std::string& lines, std::string_view key, std::string_view value) {
   const auto isPlain = [](std::string_view text) {
-    return std::none_of(text.begin(), text.end(), isControl);
+    return std::none_of(text.begin(), text.end(), mayBeControl);
   };
   if (isPlain(key) && isPlain(value)) {
     const std::size_t start = lines.size();
@@ -61,9 +57,9 @@ void appendLine(std::string& lines, std::string_view key, std::string_view value
     std::copy(value.begin(), value.end(), end + 1);
     return;
   }
-  appendEncoded(lines, key);
+  appendShown(key, &lines);
   lines += '=';
-  appendEncoded(lines, value);
+  appendShown(value, &lines);
   lines += '\n';
 }
 
@@ -130,9 +126,9 @@ void Reply::sendFailure(int code, std::string_view parameter, std::string_view m
   appendLine(body, "error", Decimal(reason.code).text());
   if (!message.empty()) {
     body += "message=";
-    appendEncoded(body, parameter);
+    appendShown(parameter, &body);
     if (!parameter.empty()) body += ": ";
-    appendEncoded(body, message);
+    appendShown(message, &body);
     body += '\n';
   }
   write(reason, kTextType, header_, body);

@@ -16,8 +16,8 @@ class Reply {
   void useJson() { isJson_ = true; }
   bool isJson() const { return isJson_; }
 
-  // Append one line. Control characters are percent-encoded, so that no key or value can start a new line. In
-  // JSON they add a member.
+  // Append one line. Control characters are percent-encoded (appendShown), so that no key or value can start
+  // a new line. In JSON they add a member.
   void pair(std::string_view key, std::string_view value);
   void pair(std::string_view key, int value);
   // Adds a word that the client reads as a number, such as a volume.

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "framework/form.h"
 #include "handlers/storage/card_endpoint.h"
 #include "platform/card/card.h"
 #include "platform/shell.h"
@@ -66,7 +67,7 @@ class CardFilesEndpoint : public CardEndpoint<ParamEndpoint<kParams, kTakes>> {
   }
 
   void replyPath(std::string_view key, std::string_view path) {
-    this->pair(key, this->isJson() ? std::string{path} : shellQuoted(path));
+    this->pair(key, this->isJson() ? std::string{path} : shownName(shellQuoted(path)));
   }
 
   std::optional<std::string> folderOf(std::string_view path) const {

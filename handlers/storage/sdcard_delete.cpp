@@ -92,7 +92,7 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
 
   // The result is "|TYPE|CODE".
   void addResult(std::string_view name, std::string_view result) {
-    if (!isJson()) return addItem(&results_, joined({name, result}));
+    if (!isJson()) return addItem(&results_, joined({shownName(name), result}));
     JsonObject entry;
     entry.add("name", name);
     entry.add("type", result[1] == 'd' ? "folder" : result[1] == 'f' ? "file" : "none");

@@ -88,7 +88,8 @@ class SdcardListEndpoint final : public CardFilesEndpoint<kParams> {
 
   void addEntry(std::string* items, std::string_view name, bool isFolder, std::int64_t number) const {
     const Decimal shown(std::min<std::int64_t>(number, INT32_MAX));
-    if (!isJson()) return addItem(items, joined({name, isFolder ? "|d|n|" : "|f|n|", shown.text()}));
+    if (!isJson())
+      return addItem(items, joined({shownName(name), isFolder ? "|d|n|" : "|f|n|", shown.text()}));
     JsonObject entry;
     entry.add("name", name);
     entry.add("type", kItemTypes[isFolder ? 0 : 1]);

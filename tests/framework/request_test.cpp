@@ -76,11 +76,15 @@ TEST(Reply, IsTheseBytes) {
   constexpr char kType[] = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
   Reply reply;
   reply.pair("a", "x\r\ninjected\x7F\x01\xC3\xA9");
-  reply.pair("c\nd", "%");
+  reply.pair("c\nd", "%0A");
+  reply.pair("e", "%\n");
+  reply.pair("f", "\xC2\x85\xE2\x80\xA8\xE2\x80\xA9\xC2\x84\xE2\x80\xAA");
   reply.pair("n", -2);
   reply.append("a line\n");
   EXPECT_EQ(capture({}, [&] { reply.send(); }),
-            "Status: 200 OK"s + kType + "46\r\n\r\na=x%0D%0Ainjected%7F%01\xC3\xA9\nc%0Ad=%\nn=-2\na line\n");
+            "Status: 200 OK"s + kType +
+                "89\r\n\r\na=x%0D%0Ainjected%7F%01\xC3\xA9\nc%0Ad=%0A\ne=%25%0A\n"
+                "f=%C2%85%E2%80%A8%E2%80%A9\xC2\x84\xE2\x80\xAA\nn=-2\na line\n");
   reply.header("Pragma: no-cache");
   EXPECT_EQ(capture({}, [&] { reply.sendFailure(409, "", "a\nb"); }),
             "Pragma: no-cache\r\nStatus: 409 Conflict"s + kType + "24\r\n\r\nerror=409\nmessage=a%0Ab\n");
