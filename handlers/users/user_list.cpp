@@ -33,12 +33,12 @@ class UserListEndpoint final : public ParamEndpoint<kParams> {
       pair("group", kGroups[group_]);
       return 200;
     }
-    if (!isJson()) pair("users", account_.user_count + 1);
+    if (!isJson()) pair(kUsersKey, account_.user_count + 1);
     replyUser(account_.admin_name, kAdministrator);
     for (int slot = 1; slot <= account_.user_count; ++slot) {
       if (*account_.user_name[slot] != '\0') replyUser(account_.user_name[slot], kUsers);
     }
-    if (isJson()) value("users", users_.text());
+    if (isJson()) value(kUsersKey, users_.text());
     return 200;
   }
 

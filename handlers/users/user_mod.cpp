@@ -89,6 +89,7 @@ class UserModEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
 
   int addUser(std::string_view name, AccountSettings* changed) {
     if (given("newname")) return refuse("name", "no such account to rename");
+    if (isReserved(name)) return refuse("name", kReservedText);
     if (account_.user_count >= account_.max_users)
       return refuse("name", "there is no room for another account");
     slot_ = ++changed->user_count;
@@ -101,6 +102,9 @@ class UserModEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
     const int owner = findUser(account_, name);
     if ((owner > 0 && owner != slot_) || (!isAdmin_ && name == account_.admin_name))
       return refuse("newname", "taken by another account");
+    const char* const old = isAdmin_ ? account_.admin_name : account_.user_name[slot_];
+    if (name != old && isReserved(name) && !(isAdmin_ && name == kAdminWord))
+      return refuse("newname", kReservedText);
     setText(isAdmin_ ? changed->admin_name : changed->user_name[slot_], name);
     return 200;
   }
