@@ -1,13 +1,10 @@
 // The status channel: packages that the camera's daemons send by multicast to all listeners.
 #pragma once
 
-#include <netinet/in.h>
-
 #include <array>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 #include "platform/descriptor.h"
 
@@ -50,13 +47,10 @@ class StatusReceiver {
   using Clock = std::chrono::steady_clock;
   static constexpr std::size_t kBatch = 64;
 
-  void joinEverywhere();
-  bool isOwn(in_addr source) const;
   bool fetch(Clock::time_point end);
 
   Descriptor socket_;
   Clock::time_point begin_;
-  std::vector<in_addr_t> ownAddresses_;  // in network byte order
   std::array<StatusPackage, kBatch> batch_;
   std::size_t next_ = 0;
   std::size_t count_ = 0;

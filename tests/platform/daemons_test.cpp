@@ -175,6 +175,19 @@ TEST(StatusReceiver, TakesWholePackagesOfThisMachineThatMatch) {
   });
 }
 
+TEST(StatusReceiver, AFloodFromElsewhereHidesNothing) {
+  expectInOwnNetwork([] {
+    StatusReceiver receiver;
+    receiver.open();
+    const Sender foreign{"10.1.2.3"};
+    for (int i = 0; i < 20'000; ++i) foreign.send(package(0x1, 1));
+    Sender{}.send(package(0x1, 2));
+    StatusPackage taken{};
+    EXPECT_TRUE(receiver.wait(0x1, &taken, kSecond));
+    EXPECT_EQ(taken.value, 2);
+  });
+}
+
 double cpuSeconds() {
   return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }

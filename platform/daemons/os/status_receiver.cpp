@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <cstring>
 #include <thread>
+#include <vector>
 
 #include "platform/little_endian.h"
 #include "platform/log.h"
@@ -24,16 +25,32 @@ namespace {
 // package.
 constexpr std::chrono::milliseconds kFetchInterval{20};
 
-// Makes the kernel drop datagrams of another length, so that they do not fill the queue.
-bool acceptOnlyPackages(int descriptor) {
+constexpr in_addr_t kLoopbackNet = IN_LOOPBACKNET << IN_CLASSA_NSHIFT;
+constexpr std::size_t kMostAddresses = 500;  // a program may have some 2000 instructions
+
+// Makes the kernel drop datagrams of another length or from another machine, so that they do not fill the
+// queue.
+bool acceptOnlyPackages(int descriptor, const std::vector<in_addr_t>& ownAddresses) {
   constexpr std::uint32_t kUdpHeader = 8;
-  sock_filter program[] = {
+  constexpr auto kSource = static_cast<std::uint32_t>(SKF_NET_OFF + 12);  // in the IP header
+  constexpr sock_filter kAccept = BPF_STMT(BPF_RET | BPF_K, kUdpHeader + sizeof(StatusPackage));
+  constexpr sock_filter kDrop = BPF_STMT(BPF_RET | BPF_K, 0);
+  std::vector<sock_filter> program{
       BPF_STMT(BPF_LD | BPF_W | BPF_LEN, 0),
-      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, kUdpHeader + sizeof(StatusPackage), 0, 1),
-      BPF_STMT(BPF_RET | BPF_K, kUdpHeader + sizeof(StatusPackage)),
-      BPF_STMT(BPF_RET | BPF_K, 0),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, kUdpHeader + sizeof(StatusPackage), 1, 0),
+      kDrop,
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, kSource),
+      BPF_STMT(BPF_ALU | BPF_AND | BPF_K, IN_CLASSA_NET),
+      BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, kLoopbackNet, 0, 1),
+      kAccept,
+      BPF_STMT(BPF_LD | BPF_W | BPF_ABS, kSource),
   };
-  const sock_fprog filter{.len = static_cast<unsigned short>(std::size(program)), .filter = program};
+  for (std::size_t i = 0; i < std::min(ownAddresses.size(), kMostAddresses); ++i) {
+    program.push_back(BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, ntohl(ownAddresses[i]), 0, 1));
+    program.push_back(kAccept);
+  }
+  program.push_back(kDrop);
+  const sock_fprog filter{.len = static_cast<unsigned short>(program.size()), .filter = program.data()};
   return setsockopt(descriptor, SOL_SOCKET, SO_ATTACH_FILTER, &filter, sizeof filter) == 0;
 }
 
@@ -69,36 +86,30 @@ void toNative(StatusPackage* package) {
 
 }  // namespace
 
+// The system's list has one entry for each interface (AF_PACKET), and one for each address of it.
 void StatusReceiver::open() {
   begin_ = Clock::now();
-  socket_ = Descriptor(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
-  if (socket_.isOpen() && acceptOnlyPackages(socket_.number()) && bindToGroup(socket_.number())) {
-    joinEverywhere();
-  } else {
-    logDebug("status packages: %s", std::strerror(errno));
-  }
-}
-
-// The system's list has one entry for each interface (AF_PACKET), and one for each address of it.
-void StatusReceiver::joinEverywhere() {
   ifaddrs* interfaces = nullptr;
   if (getifaddrs(&interfaces) != 0) {
     logDebug("status packages: %s", std::strerror(errno));
     return;
   }
+  std::vector<in_addr_t> ownAddresses;  // in network byte order
   for (const ifaddrs* entry = interfaces; entry != nullptr; entry = entry->ifa_next) {
-    if (entry->ifa_addr == nullptr) continue;
-    if (entry->ifa_addr->sa_family == AF_PACKET) join(socket_.number(), *entry);
-    if (entry->ifa_addr->sa_family == AF_INET) {
-      ownAddresses_.push_back(reinterpret_cast<const sockaddr_in*>(entry->ifa_addr)->sin_addr.s_addr);
+    if (entry->ifa_addr != nullptr && entry->ifa_addr->sa_family == AF_INET)
+      ownAddresses.push_back(reinterpret_cast<const sockaddr_in*>(entry->ifa_addr)->sin_addr.s_addr);
+  }
+  socket_ = Descriptor(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+  if (socket_.isOpen() && acceptOnlyPackages(socket_.number(), ownAddresses) &&
+      bindToGroup(socket_.number())) {
+    for (const ifaddrs* entry = interfaces; entry != nullptr; entry = entry->ifa_next) {
+      if (entry->ifa_addr != nullptr && entry->ifa_addr->sa_family == AF_PACKET)
+        join(socket_.number(), *entry);
     }
+  } else {
+    logDebug("status packages: %s", std::strerror(errno));
   }
   freeifaddrs(interfaces);
-}
-
-bool StatusReceiver::isOwn(in_addr source) const {
-  return ntohl(source.s_addr) >> IN_CLASSA_NSHIFT == IN_LOOPBACKNET ||
-         std::find(ownAddresses_.begin(), ownAddresses_.end(), source.s_addr) != ownAddresses_.end();
 }
 
 int StatusReceiver::secondsSinceOpen() const {
@@ -129,11 +140,10 @@ bool StatusReceiver::fetch(Clock::time_point end) {
 
   std::array<mmsghdr, kBatch> messages{};
   std::array<iovec, kBatch> buffers;
-  std::array<sockaddr_in, kBatch> sources{};
   for (std::size_t i = 0; i < kBatch; ++i) {
     buffers[i] = {.iov_base = &batch_[i], .iov_len = sizeof batch_[i]};
-    messages[i].msg_hdr = {.msg_name = &sources[i],
-                           .msg_namelen = sizeof sources[i],
+    messages[i].msg_hdr = {.msg_name = nullptr,
+                           .msg_namelen = 0,
                            .msg_iov = &buffers[i],
                            .msg_iovlen = 1,
                            .msg_control = nullptr,
@@ -142,11 +152,7 @@ bool StatusReceiver::fetch(Clock::time_point end) {
   }
   const int received = recvmmsg(socket_.number(), messages.data(), kBatch, MSG_DONTWAIT, nullptr);
   if (received < static_cast<int>(kBatch)) nextFetch_ = Clock::now() + kFetchInterval;
-  for (std::size_t i = 0; static_cast<int>(i) < received; ++i) {
-    if (!isOwn(sources[i].sin_addr)) continue;
-    batch_[count_] = batch_[i];
-    toNative(&batch_[count_++]);
-  }
+  for (int i = 0; i < received; ++i) toNative(&batch_[count_++]);
   return true;
 }
 
