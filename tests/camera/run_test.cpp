@@ -77,6 +77,22 @@ TEST_F(Run, StartsOnceAndEndsWithEverythingItStarted) {
   EXPECT_TRUE(within(30, [&] { return processesOf(folder_).empty(); }));
 }
 
+TEST_F(Run, OutlivesTheReaderOfItsOutput) {
+  const int port = freePort();
+  const pid_t run = start({"bash", "-c", "exec \"$0\" --state \"$1\" --port \"$2\" > >(head -n 1)",
+                           folder_.path("run"), folder_.path("state"), std::to_string(port)},
+                          "/dev/null", folder_.path("camera"), folder_.path("err"));
+  ASSERT_TRUE(within(60, [&] { return answers(port); })) << readFile(folder_.path("err"));
+  for (int i = 0; i < 2; ++i) {  // each move is announced
+    const int moved = freePort();
+    inside({"settings", "set", "httpsvr", "http_port=" + std::to_string(moved)});
+    EXPECT_TRUE(within(30, [&] { return answers(moved); }));
+  }
+  kill(run, SIGINT);
+  EXPECT_EQ(waitFor(run), 0);
+  EXPECT_TRUE(processesOf(folder_).empty());
+}
+
 TEST_F(Run, RefusesInOneLineAndChangesNothing) {
   int taken = 0;
   const int listener = listenSomewhere(&taken);
