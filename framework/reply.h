@@ -37,8 +37,8 @@ class Reply {
   // Adds a header line, given without its line end.
   void header(std::string_view line) { header_.append(line).append("\r\n"); }
 
-  // send writes the lines with 200 OK. sendFailure writes the code (307, 400, 403, 404, 409, 500 or 503) and the
-  // message, unless that is empty; a line shows the parameter at fault before the message. Both write the
+  // send writes the lines with 200 OK. sendFailure writes the code (307, 400, 403, 404, 409, 500 or 503) and
+  // the message, unless that is empty; a line shows the parameter at fault before the message. Both write the
   // whole response to standard output, in one write if possible. A failed write is ignored: the request has
   // already taken effect.
   void send() const;
