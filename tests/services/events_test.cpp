@@ -130,9 +130,9 @@ void expectToBeInTimeAndResumed() {
                                                        {" " + std::to_string(last - 1), 1},
                                                        {" " + std::to_string(last - 99), 99},
                                                        {" " + std::to_string(last - 100), 100},
-                                                                                                        {" 0", 100},
+                                                       {" 0", 100},
                                                        {" " + std::to_string(last + 1), 100},
-                                                                                                        {" x", 0}};
+                                                       {" x", 0}};
   for (const auto& [after, count] : rows) {
     Listener again = recording.listen(after);
     EXPECT_TRUE(again.reads(count > 0 ? motion(150) : kStart)) << after;
