@@ -72,10 +72,4 @@ bool isNetmask(std::string_view text) {
   return mask != 0 && (host & (host + 1)) == 0;
 }
 
-std::string joined(std::initializer_list<std::string_view> parts) {
-  std::string text;
-  for (const std::string_view part : parts) text += part;
-  return text;
-}
-
 }  // namespace camera

@@ -52,9 +52,6 @@ bool parseIpv4(std::string_view text, unsigned char* address = nullptr);
 // True for an IPv4 netmask: at least one set bit, and all of them contiguous from the top.
 bool isNetmask(std::string_view text);
 
-// Joins the parts without a separator.
-std::string joined(std::initializer_list<std::string_view> parts);
-
 // The decimal digits of a number, without allocating memory.
 class Decimal {
  public:

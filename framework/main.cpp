@@ -21,7 +21,7 @@ void announce(const std::string& name) {
   const std::string line = "cgi_name " + name + "\n";
   const ssize_t ignored = write(STDERR_FILENO, line.data(), line.size());
   static_cast<void>(ignored);
-  camera::logDebug("cgi_name:%s", name.c_str());
+  camera::logDebug("cgi_name:" + name);
 }
 
 }  // namespace

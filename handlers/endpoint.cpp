@@ -69,7 +69,7 @@ void Endpoint::reportIgnored() {
     appendLogged(name, &logged);
     names.add(jsonString(shortened(name)));
   }
-  logDebug("%s: ignored: %s", program_invocation_short_name, logged.c_str());
+  logDebug(joined({program_invocation_short_name, ": ignored: ", logged}));
   if (isJson()) reply_.value("ignored", names.text());
 }
 

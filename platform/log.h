@@ -1,12 +1,15 @@
 // The camera's debug log.
 #pragma once
 
-#include <string>
+#include <string_view>
 
 namespace camera {
 
-// Formats printf-style (at most 1023 bytes), sends the text to the system log and returns it. If nobody reads
-// the log, the text is lost.
-[[gnu::format(printf, 1, 2)]] std::string logDebug(const char* format, ...);
+// Sends the text (at most 1023 bytes) to the system log and returns what it sent of it. If nobody reads the
+// log, the text is lost.
+std::string_view logDebug(std::string_view text);
+
+// What an errno value means, in English.
+const char* errorText(int error);
 
 }  // namespace camera

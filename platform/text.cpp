@@ -41,4 +41,13 @@ bool copyText(char* buffer, std::size_t size, std::string_view text) {
   return true;
 }
 
+std::string joined(std::initializer_list<std::string_view> parts) {
+  std::size_t length = 0;
+  for (const std::string_view part : parts) length += part.size();
+  std::string text;
+  text.reserve(length);
+  for (const std::string_view part : parts) text += part;
+  return text;
+}
+
 }  // namespace camera

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -28,6 +30,9 @@ bool readNumber(std::string_view text, Number* number, int base = 10) {
 
 // The same for a decimal number from min to max; value may be null.
 bool parseInteger(std::string_view text, int min, int max, int* value);
+
+// Joins the parts without a separator.
+std::string joined(std::initializer_list<std::string_view> parts);
 
 // True for a control character: a byte below 0x20, or 0x7F.
 constexpr bool isControl(char c) {

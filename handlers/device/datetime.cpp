@@ -1,6 +1,5 @@
 // datetime.cgi: the clock, its time zone and daylight saving, and the NTP server that can set it.
 #include <algorithm>
-#include <cstdio>
 #include <vector>
 
 #include "handlers/endpoint.h"
@@ -143,9 +142,15 @@ bool formatRule(std::string_view stored, std::string* text) {
   return true;
 }
 
-std::string threeNumbers(const char* format, int first, int second, int third) {
-  char text[40];
-  return std::snprintf(text, sizeof text, format, first, second, third) < 0 ? "" : text;
+// Fills up the number, which is not negative, with zeros to at least that many digits.
+std::string padded(int number, std::size_t digits) {
+  const Decimal decimal(number);
+  return std::string(digits - std::min(digits, decimal.text().size()), '0').append(decimal.text());
+}
+
+std::string threeNumbers(std::string_view separator, int first, int second, int third,
+                         std::size_t digits = 2) {
+  return joined({padded(first, digits), separator, padded(second, 2), separator, padded(third, 2)});
 }
 
 // Parts of the regular expressions in JSON schemas. Only leap years have a 29th of February.
@@ -230,11 +235,10 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
     pair("method", ntp_.method);
     pair("timeserver", ntp_.timeserver);
     pair("timezone", tzone_.timezone);
-    pair("utcdate", threeNumbers("%04d-%02d-%02d", curtime_.utc_year, curtime_.utc_month, curtime_.utc_day));
-    pair("utctime",
-         threeNumbers("%02d:%02d:%02d", curtime_.utc_hour, curtime_.utc_minute, curtime_.utc_second));
-    pair("date", threeNumbers("%d-%02d-%02d", curtime_.year, curtime_.month, curtime_.day));
-    pair("time", threeNumbers("%02d:%02d:%02d", curtime_.hour, curtime_.minute, curtime_.second));
+    pair("utcdate", threeNumbers("-", curtime_.utc_year, curtime_.utc_month, curtime_.utc_day, 4));
+    pair("utctime", threeNumbers(":", curtime_.utc_hour, curtime_.utc_minute, curtime_.utc_second));
+    pair("date", threeNumbers("-", curtime_.year, curtime_.month, curtime_.day, 1));
+    pair("time", threeNumbers(":", curtime_.hour, curtime_.minute, curtime_.second));
     pair("dstenable", kNoYes[tzone_.dstenable]);
     pair("dstauto", kNoYes[tzone_.dstauto]);
     pair("offset", offset);
@@ -279,9 +283,9 @@ class DatetimeEndpoint final : public ParamEndpoint<kParams> {
     curtime_.utc_minute = utc.minute;
     curtime_.utc_second = utc.second;
     copyText(curtime_.utc_date_text, sizeof curtime_.utc_date_text,
-             threeNumbers("%04d/%02d/%02d", curtime_.utc_year, curtime_.utc_month, curtime_.utc_day));
+             threeNumbers("/", curtime_.utc_year, curtime_.utc_month, curtime_.utc_day, 4));
     copyText(curtime_.utc_time_text, sizeof curtime_.utc_time_text,
-             threeNumbers("%02d:%02d:%02d", curtime_.utc_hour, curtime_.utc_minute, curtime_.utc_second));
+             threeNumbers(":", curtime_.utc_hour, curtime_.utc_minute, curtime_.utc_second));
   }
 
   NtpSettings ntp_;

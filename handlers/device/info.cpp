@@ -1,7 +1,6 @@
 // info.cgi: the camera's identity, network address and features.
-#include <arpa/inet.h>
-
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 
 #include "handlers/endpoint.h"
@@ -16,6 +15,13 @@ namespace {
 constexpr char kInterfaceVersion[] = "1.9.5";                   // of this HTTP interface, for clients
 constexpr const char* kInterfaces[] = {"ppp0", "eth0", "ra0"};  // in order of preference
 constexpr std::string_view kVideoOutSensor = "vx1128";  // sensors of this family have an analogue output
+
+std::string ipv4Text(in_addr address) {
+  std::uint8_t bytes[4];
+  std::memcpy(bytes, &address, sizeof bytes);
+  return joined({Decimal(bytes[0]).text(), ".", Decimal(bytes[1]).text(), ".", Decimal(bytes[2]).text(), ".",
+                 Decimal(bytes[3]).text()});
+}
 
 }  // namespace
 
@@ -48,9 +54,9 @@ class InfoEndpoint final : public ReadOnlyEndpoint {
     pair("name", host_.name);
     pair("location", host_.location);
     pair("macaddr", product.mac_address);
-    pair("ipaddr", inet_ntoa(interface_->address));
-    pair("netmask", inet_ntoa(interface_->netmask));
-    pair("gateway", inet_ntoa(interface_->gateway));
+    pair("ipaddr", ipv4Text(interface_->address));
+    pair("netmask", ipv4Text(interface_->netmask));
+    pair("gateway", ipv4Text(interface_->gateway));
   }
 
   void replyFeatures(const ProductInfo& product) {

@@ -4,10 +4,10 @@
 #include <fcntl.h>
 
 #include <cerrno>
-#include <cstring>
 
 #include "platform/descriptor.h"
 #include "platform/log.h"
+#include "platform/text.h"
 
 namespace camera {
 
@@ -17,7 +17,7 @@ int readFile(const char* path, std::string* text, int expected) {
   const int error = file.isOpen() ? readAll(file.number(), text) : errno;
   if (error == 0) return 0;
   text->clear();
-  if (error != expected) logDebug("%s: %s", path, std::strerror(error));
+  if (error != expected) logDebug(joined({path, ": ", errorText(error)}));
   return error;
 }
 

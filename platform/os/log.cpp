@@ -4,17 +4,17 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
-#include <array>
-#include <cstdarg>
-#include <cstdio>
-#include <string_view>
+#include <cstring>
+#include <string>
 
 #include "platform/descriptor.h"
+#include "platform/text.h"
 
 namespace camera {
 namespace {
 
 constexpr std::string_view kHead = "<15>camera: ";  // facility user, severity debug
+constexpr std::size_t kMostBytes = 1023;
 
 void send(const std::string& line) {
   const Descriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
@@ -25,17 +25,19 @@ void send(const std::string& line) {
 
 }  // namespace
 
-// NOLINTNEXTLINE(cert-dcl50-cpp): gnu::format checks the callers.
-std::string logDebug(const char* format, ...) {
-  std::array<char, 1024> text{};
-  va_list arguments;
-  va_start(arguments, format);
-  if (vsnprintf(text.data(), text.size(), format, arguments) < 0) text[0] = '\0';
-  va_end(arguments);
-  std::string line(kHead);
-  line += text.data();
-  send(line);
-  return line.substr(kHead.size());
+std::string_view logDebug(std::string_view text) {
+  const std::string_view sent = text.substr(0, kMostBytes);
+  send(joined({kHead, sent}));
+  return sent;
+}
+
+// GNU's strerror would link the translation of messages, an eighth of the program.
+const char* errorText(int error) {
+#ifdef __GLIBC__
+  return strerrordesc_np(error);
+#else
+  return std::strerror(error);
+#endif
 }
 
 }  // namespace camera

@@ -8,12 +8,12 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <span>
 
 #include "platform/descriptor.h"
 #include "platform/log.h"
 #include "platform/process.h"
+#include "platform/text.h"
 
 namespace camera {
 namespace {
@@ -26,7 +26,7 @@ int startShell(const char* command, int output, pid_t* shell) {
   const char* const arguments[] = {"/bin/sh", "-c", command, nullptr};
   const int error =
       startProgram({arguments, path == nullptr ? "/usr/bin:/bin" : path, STDIN_FILENO, output}, shell);
-  if (error != 0) logDebug("/bin/sh: %s", std::strerror(error));
+  if (error != 0) logDebug(joined({"/bin/sh: ", errorText(error)}));
   return error;
 }
 

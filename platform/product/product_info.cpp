@@ -132,7 +132,7 @@ bool ProductInfo::parse(std::string file) {
     const auto index = static_cast<std::size_t>(key - kKeys);
     if (!hasValue || key == std::end(kKeys) || seen[index] ||
         !std::visit(Reader{*this, trimmed(value)}, key->target)) {
-      logDebug("product information:%d: malformed", number);
+      logDebug(joined({"product information:", std::to_string(number), ": malformed"}));
       return false;
     }
     seen[index] = true;

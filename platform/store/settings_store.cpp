@@ -10,6 +10,7 @@
 #include "platform/little_endian.h"
 #include "platform/log.h"
 #include "platform/store/record_fields.h"
+#include "platform/text.h"
 
 namespace camera {
 namespace {
@@ -265,12 +266,12 @@ StoreResult SettingsStore::refuseOvertaken(const RecordInfo& info) {
 StoreResult SettingsStore::fail(const char* name, const std::string& reason, int error) {
   error_ = error;
   fault_ = files_.path(name) + ": " + reason;
-  logDebug("settings: %s", fault_.c_str());
+  logDebug(joined({"settings: ", fault_}));
   return StoreResult::kFailed;
 }
 
 StoreResult SettingsStore::fail(const char* name, int error) {
-  return fail(name, std::strerror(error), error);
+  return fail(name, errorText(error), error);
 }
 
 }  // namespace camera

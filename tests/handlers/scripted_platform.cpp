@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdarg>
 #include <cstring>
 #include <fstream>
 #include <sstream>
@@ -161,13 +160,9 @@ using camera::test::scripted;
 
 namespace camera {
 
-std::string logDebug(const char* format, ...) {
-  char text[1024];
-  va_list arguments;
-  va_start(arguments, format);
-  vsnprintf(text, sizeof text, format, arguments);
-  va_end(arguments);
-  return scripted().log += std::string{text} + "\n";
+std::string_view logDebug(std::string_view text) {
+  scripted().log.append(text).append("\n");
+  return text;
 }
 
 StoreResult loadRecord(RecordIndex index, void* record) {

@@ -88,8 +88,8 @@ TEST_F(Actions, StartCleanWhateverTheProgramInherited) {
   EXPECT_NE(folder.content("whole").find("SigBlk:\t0000000000000000\n"), std::string::npos);
 }
 
-TEST(Log, ReturnsTheTextItFormattedUpTo1023Bytes) {
-  EXPECT_EQ(logDebug("%d%%%s", 7, std::string(2000, 'x').c_str()), "7%" + std::string(1021, 'x'));
+TEST(Log, CutsATextAfter1023Bytes) {
+  EXPECT_EQ(logDebug(std::string(2000, 'x')), std::string(1023, 'x'));
 }
 
 std::vector<std::string> pieces(const char* command) {

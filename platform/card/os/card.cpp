@@ -8,12 +8,12 @@
 
 #include <cerrno>
 #include <climits>
-#include <cstring>
 #include <string>
 
 #include "platform/card/beneath.h"
 #include "platform/descriptor.h"
 #include "platform/log.h"
+#include "platform/text.h"
 
 namespace camera {
 namespace {
@@ -132,8 +132,7 @@ void awaitMount() {
 }
 
 void makeCardFolder(const std::string& path) {
-  if (mkdir(path.c_str(), 0777) != 0 && errno != EEXIST)
-    logDebug("%s: %s", path.c_str(), std::strerror(errno));
+  if (mkdir(path.c_str(), 0777) != 0 && errno != EEXIST) logDebug(joined({path, ": ", errorText(errno)}));
 }
 
 }  // namespace camera

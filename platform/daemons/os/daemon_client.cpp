@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "platform/log.h"
+#include "platform/text.h"
 
 namespace camera {
 namespace {
@@ -92,7 +93,7 @@ bool DaemonClient::ask(const char* path, const void* request, std::size_t length
   const bool isAnswered = connection.isOpen() &&
                           sendAll(connection.number(), static_cast<const char*>(request), length) &&
                           receive(connection.number(), end_, static_cast<char*>(reply), capacity);
-  if (!isAnswered) logDebug("daemon %s: %s", path, std::strerror(errno));
+  if (!isAnswered) logDebug(joined({"daemon ", path, ": ", errorText(errno)}));
   return isAnswered;
 }
 

@@ -17,6 +17,7 @@
 
 #include "platform/little_endian.h"
 #include "platform/log.h"
+#include "platform/text.h"
 
 namespace camera {
 namespace {
@@ -73,7 +74,7 @@ void join(int descriptor, const ifaddrs& interface) {
   membership.imr_multiaddr.s_addr = inet_addr(kStatusGroup);
   membership.imr_ifindex = reinterpret_cast<const sockaddr_ll*>(interface.ifa_addr)->sll_ifindex;
   if (setsockopt(descriptor, IPPROTO_IP, IP_ADD_MEMBERSHIP, &membership, sizeof membership) != 0) {
-    logDebug("status packages on %s: %s", interface.ifa_name, std::strerror(errno));
+    logDebug(joined({"status packages on ", interface.ifa_name, ": ", errorText(errno)}));
   }
 }
 
@@ -91,7 +92,7 @@ void StatusReceiver::open() {
   begin_ = Clock::now();
   ifaddrs* interfaces = nullptr;
   if (getifaddrs(&interfaces) != 0) {
-    logDebug("status packages: %s", std::strerror(errno));
+    logDebug(joined({"status packages: ", errorText(errno)}));
     return;
   }
   std::vector<in_addr_t> ownAddresses;  // in network byte order
@@ -107,7 +108,7 @@ void StatusReceiver::open() {
         join(socket_.number(), *entry);
     }
   } else {
-    logDebug("status packages: %s", std::strerror(errno));
+    logDebug(joined({"status packages: ", errorText(errno)}));
   }
   freeifaddrs(interfaces);
 }

@@ -48,7 +48,7 @@ bool readDefaultRoute(std::string_view line, std::string_view systemName, Route*
 class KernelInterface {
  public:
   explicit KernelInterface(std::string_view name) : socket_(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
-    if (!socket_.isOpen()) logDebug("interfaces: %s", std::strerror(errno));
+    if (!socket_.isOpen()) logDebug(joined({"interfaces: ", errorText(errno)}));
     // A name that is too long for the system stays empty; a shortened one could be another interface's.
     if (name.size() < sizeof request_.ifr_name) name.copy(request_.ifr_name, name.size());
   }

@@ -9,11 +9,11 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <cstring>
 
 #include "platform/descriptor.h"
 #include "platform/log.h"
 #include "platform/process.h"
+#include "platform/text.h"
 
 namespace camera {
 namespace {
@@ -65,14 +65,14 @@ bool runAction(const std::string& program, int waitMilliseconds) {
   const int error =
       startProgram({arguments, "/usr/sbin:/usr/bin:/sbin:/bin", nothing.number(), nothing.number()}, &child);
   if (error != 0) {
-    logDebug("action %s: %s", program.c_str(), std::strerror(error));
+    logDebug(joined({"action ", program, ": ", errorText(error)}));
     return false;
   }
   int status = 0;
   if (!waitFor(child, std::chrono::milliseconds(waitMilliseconds), &status)) {
-    logDebug("action %s: still running", program.c_str());
+    logDebug(joined({"action ", program, ": still running"}));
   } else if (status != 0) {
-    logDebug("action %s: wait status 0x%x", program.c_str(), static_cast<unsigned>(status));
+    logDebug(joined({"action ", program, ": wait status ", std::to_string(status)}));
   }
   return true;
 }
