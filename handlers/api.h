@@ -89,10 +89,10 @@ consteval Api describes(Api api) {
   for (const ParamRow& row : kParams.rows) {
     if (row.kind == ParamKind::kIgnored) continue;
     if (next == api.params.count || std::string_view{api.params.items[next].name} != row.name)
-      throw "a parameter has no sentence, or not at its place";
+      failToCompile("a parameter has no sentence, or not at its place");
     ++next;
   }
-  if (next != api.params.count) throw "a sentence has no parameter";
+  if (next != api.params.count) failToCompile("a sentence has no parameter");
   api.rows = kParams.list();
   return api;
 }

@@ -19,4 +19,7 @@ struct Bounds {
   std::int32_t max;
 };
 
+// Has no definition: a constant expression that calls it does not compile, and the compiler shows the reason.
+void failToCompile(const char* reason);
+
 }  // namespace camera

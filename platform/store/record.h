@@ -106,7 +106,7 @@ constexpr Field field(std::string_view name, std::size_t position, std::size_t o
   constexpr bool isText = std::is_same_v<Element, char>;
   constexpr bool isByte = std::is_same_v<Element, std::uint8_t>;
   static_assert(isText || isByte || std::is_same_v<Element, std::int32_t>);
-  if (position != offset) throw "the struct has another offset than files";
+  if (position != offset) failToCompile("the struct has another offset than files");
   const bool isReserved = name.starts_with("reserved");
   const bool isArray = !isReserved && std::rank_v<Member> == (isText ? 2 : 1);
   const std::size_t count = isArray ? std::extent_v<Member, 0> : 1;
@@ -135,7 +135,7 @@ constexpr Field field(std::string_view name, std::size_t position, std::size_t o
                       std::int32_t max) {
   Field bounded = field<Member>(name, position, offset);
   if (bounded.kind == FieldKind::kReserved || min < bounded.min || max > bounded.max)
-    throw "the type does not hold these bounds";
+    failToCompile("the type does not hold these bounds");
   bounded.min = min;
   bounded.max = max;
   return bounded;
