@@ -1,0 +1,50 @@
+// Ends the process at once where the C and C++ libraries would first print a message. Nobody would read it,
+// and what formats it is a quarter of the program: stdio, translation, exceptions, the name demangler.
+//
+// CMakeLists.txt leaves this file out if it does not suit the libraries; bench/ then fails because of the
+// size.
+#include <cstdlib>
+#include <exception>
+
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming): the
+// names are those of the libraries' own functions.
+
+#ifdef __GLIBC__
+extern "C" {
+
+[[noreturn, gnu::used]] void __assert_fail(const char*, const char*, unsigned, const char*) noexcept {
+  std::abort();
+}
+
+[[gnu::used]] char* __dcgettext(const char* /*domain*/, const char* message, int /*category*/) noexcept {
+  return const_cast<char*>(message);
+}
+}
+#endif
+
+#ifdef __GLIBCXX__
+namespace std {
+
+void __throw_bad_alloc() {
+  abort();
+}
+void __throw_bad_array_new_length() {
+  abort();
+}
+void __throw_length_error(const char*) {
+  abort();
+}
+void __throw_logic_error(const char*) {
+  abort();
+}
+void __throw_out_of_range(const char*) {
+  abort();
+}
+void __throw_out_of_range_fmt(const char*, ...) {
+  abort();
+}
+
+}  // namespace std
+#endif
+
+// NOLINTEND
