@@ -1,8 +1,8 @@
-// Ends the process at once where the C and C++ libraries would first print a message. Nobody would read it,
-// and what formats it is a quarter of the program: stdio, translation, exceptions, the name demangler.
+// Ends the process at once where the C and C++ libraries would first print a message or throw. Nobody would
+// read it, and what writes it is large: message translation, exceptions, the name demangler.
 //
-// CMakeLists.txt leaves this file out if it does not suit the libraries; bench/ then fails because of the
-// size.
+// CMakeLists.txt leaves this file out if it does not suit the libraries; the program is then larger than its
+// budget in bench/.
 #include <cstdlib>
 #include <exception>
 
