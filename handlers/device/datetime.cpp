@@ -144,8 +144,9 @@ bool formatRule(std::string_view stored, std::string* text) {
 
 // Fills up the number, which is not negative, with zeros to at least that many digits.
 std::string padded(int number, std::size_t digits) {
-  const Decimal decimal(number);
-  return std::string(digits - std::min(digits, decimal.text().size()), '0').append(decimal.text());
+  std::string text{Decimal(number).text()};
+  while (text.size() < digits) text.insert(text.begin(), '0');
+  return text;
 }
 
 std::string threeNumbers(std::string_view separator, int first, int second, int third,
