@@ -39,24 +39,15 @@ const Reason& reasonOf(int code) {
   return kReasons[0];
 }
 
-// True for the first byte of a control character, and of some others.
-bool mayBeControl(char c) {
-  return isControl(c) || c == '\xC2' || c == '\xE2';
-}
-
 // Most lines need no encoding: their bytes are copied at once.
 void appendLine(std::string& lines, std::string_view key, std::string_view value) {
-  const auto isPlain = [](std::string_view text) {
-    return std::none_of(text.begin(), text.end(), mayBeControl);
-  };
-  if (isPlain(key) && isPlain(value)) {
-    const std::size_t start = lines.size();
-    lines.resize(start + key.size() + value.size() + 2, '\n');
-    char* end = std::copy(key.begin(), key.end(), &lines[start]);
-    *end = '=';
-    std::copy(value.begin(), value.end(), end + 1);
-    return;
-  }
+  const std::size_t start = lines.size();
+  lines.resize(start + key.size() + value.size() + 2, '\n');
+  char* end = std::copy(key.begin(), key.end(), &lines[start]);
+  *end = '=';
+  std::copy(value.begin(), value.end(), end + 1);
+  if (isPlain({&lines[start], key.size() + value.size() + 1})) return;
+  lines.resize(start);
   appendShown(key, &lines);
   lines += '=';
   appendShown(value, &lines);

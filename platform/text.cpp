@@ -1,6 +1,7 @@
 // Cuts texts into parts, reads numbers from them and copies them into fields.
 #include "platform/text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstring>
 
@@ -32,6 +33,17 @@ bool parseInteger(std::string_view text, int min, int max, int* value) {
   if (!readInteger(text, 10, &number) || number < min || number > max) return false;
   if (value != nullptr) *value = static_cast<int>(number);
   return true;
+}
+
+// Checks eight bytes at once: most texts are plain.
+bool isPlain(std::string_view text) {
+  constexpr std::uint64_t kEach = 0x0101010101010101;  // times a byte: that byte eight times
+  std::uint64_t found = 0;
+  for (std::uint64_t bytes = 0; text.size() >= sizeof bytes; text.remove_prefix(sizeof bytes)) {
+    std::memcpy(&bytes, text.data(), sizeof bytes);
+    found |= (bytes | (bytes - 0x20 * kEach) | ((bytes ^ 0x7F * kEach) - kEach)) & 0x80 * kEach;
+  }
+  return found == 0 && std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
 }
 
 bool copyText(char* buffer, std::size_t size, std::string_view text) {

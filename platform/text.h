@@ -40,6 +40,9 @@ constexpr bool isControl(char c) {
   return byte < 0x20 || byte == 0x7F;
 }
 
+// True if all characters are printable ASCII.
+bool isPlain(std::string_view text);
+
 // Copies the text and clears the rest of the buffer. False, with nothing changed, if the text does not fit
 // with a NUL after it, or holds a NUL.
 bool copyText(char* buffer, std::size_t size, std::string_view text);

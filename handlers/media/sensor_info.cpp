@@ -1,5 +1,4 @@
 // sensor_info.cgi: which settings the image sensor has and which values each takes.
-#include <set>
 #include <utility>
 
 #include "handlers/endpoint.h"
@@ -50,9 +49,12 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
   int replyValues(const Capability& capability) {
     if (capability.values == nullptr) return replyExposureTimes(capability);
     if (capability.currentKey != nullptr) return replyCurrent(capability);
-    // Two capabilities that offer the same for one parameter have one line.
-    const auto [line, isNew] = lines_.emplace(capability.parameter, offeredBy(sensor_.values(capability)));
-    if (isNew) replyList(line->first, line->second, sensor_.values(capability));
+    std::string offered = offeredBy(sensor_.values(capability));
+    // Two capabilities that offer the same for one parameter stand one after the other and have one line.
+    if (capability.parameter == parameter_ && offered == offered_) return 200;
+    replyList(capability.parameter, offered, sensor_.values(capability));
+    parameter_ = capability.parameter;
+    offered_ = std::move(offered);
     return 200;
   }
 
@@ -82,7 +84,8 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
   }
 
   SensorCapabilities sensor_;
-  std::set<std::pair<std::string_view, std::string>> lines_;
+  std::string_view parameter_;  // of the last list
+  std::string offered_;
 };
 
 constexpr char kRange[] = "The values; in JSON a list of numbers, or `min` and `max` of a range.";

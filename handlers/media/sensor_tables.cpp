@@ -289,6 +289,8 @@ const Row* findModel(std::span<const Row> rows, std::string_view model) {
   return nullptr;
 }
 
+constexpr std::size_t kUsualList = 63;  // characters of a list; few are longer
+
 constexpr int kLargestStep = 100;  // of the numbers that are listed in steps
 
 int numberIn(const Range& range, std::string_view value, int /*stored*/) {
@@ -328,7 +330,11 @@ const Names* namesOf(const ValueSet& values) {
 
 std::string listed(Words words) {
   std::string text;
-  for (const char* word : words) text += joined({text.empty() ? "" : ",", word});
+  text.reserve(kUsualList);
+  for (const char* word : words) {
+    if (!text.empty()) text += ',';
+    text += word;
+  }
   return text;
 }
 
@@ -347,9 +353,10 @@ std::string offeredBy(const ValueSet& values) {
   if (const auto* range = std::get_if<Range>(&values))
     return joined({Decimal(range->min).text(), "...", Decimal(range->max).text()});
   const int step = std::get<Steps>(values).step;
-  std::string text = "0";
-  for (int number = step; number <= kLargestStep; number += step)
-    text += joined({",", Decimal(number).text()});
+  std::string text;
+  text.reserve(kUsualList);
+  text = "0";
+  for (int number = step; number <= kLargestStep; number += step) (text += ',') += Decimal(number).text();
   return text;
 }
 
@@ -393,11 +400,11 @@ std::span<const Capability> capabilities() {
 bool SensorCapabilities::init(const ProductInfo& product) {
   const ImageSensor* known = findModel<ImageSensor>(kImageSensors, product.sensor);
   sensor_ = known != nullptr ? known : &kUnknownSensor;
-  const std::string text = product.sensor_caps.spaced();
-  if (text.size() > kLongestList) return false;
-  for (std::string_view rest = text; !rest.empty();) {
-    const std::string_view name = takeUntil(' ', &rest);
-    if (name.size() > kLongestName) return false;
+  WordList names = product.sensor_caps;
+  std::size_t length = 0;  // of the list with single separators
+  for (std::string_view name = names.next(); !name.empty(); name = names.next()) {
+    length += name.size() + (length > 0 ? 1 : 0);
+    if (name.size() > kLongestName || length > kLongestList) return false;
     for (std::size_t i = 0; i < std::size(kCapabilities); ++i)
       if (name == kCapabilities[i].name) has_ |= std::uint32_t{1} << i;
   }

@@ -75,8 +75,8 @@ struct ImageSensor;
 // A capability, as the product information names it. It has a parameter of sensor.cgi, a reply line with the
 // same key, and a field of the record image.
 struct Capability {
-  const char* name;
-  const char* parameter;
+  std::string_view name;
+  std::string_view parameter;
   std::uint8_t ImageSettings::*field;
   const ValueSet* ImageSensor::*values;  // null: the product's exposure times
   const char* currentKey = nullptr;  // sensor_info.cgi shows the stored value under this key, not the values

@@ -29,7 +29,7 @@ class StreamInfoEndpoint final : public ReadOnlyEndpoint {
  private:
   int load() override {
     if (read(profiles_, audio_) != 200) return 500;
-    displaySystem_ = displaySystemInUse();
+    displaySystem_ = profiles_.display_system;
     display_ = displayMode(displaySystem_);
     return display_ != nullptr ? 200 : fail(500, "display system: cannot be read");
   }
