@@ -35,15 +35,20 @@ bool parseInteger(std::string_view text, int min, int max, int* value) {
   return true;
 }
 
-// Checks eight bytes at once: most texts are plain.
+// Looks at eight bytes at once, since most texts are plain. The last eight may overlap those before.
 bool isPlain(std::string_view text) {
   constexpr std::uint64_t kEach = 0x0101010101010101;  // times a byte: that byte eight times
-  std::uint64_t found = 0;
-  for (std::uint64_t bytes = 0; text.size() >= sizeof bytes; text.remove_prefix(sizeof bytes)) {
-    std::memcpy(&bytes, text.data(), sizeof bytes);
-    found |= (bytes | (bytes - 0x20 * kEach) | ((bytes ^ 0x7F * kEach) - kEach)) & 0x80 * kEach;
-  }
-  return found == 0 && std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
+  constexpr std::size_t kStep = sizeof kEach;
+  const auto foundAt = [&](std::size_t position) {
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, text.data() + position, kStep);
+    return (bytes | (bytes - 0x20 * kEach) | ((bytes ^ 0x7F * kEach) - kEach)) & 0x80 * kEach;
+  };
+  if (text.size() < kStep)
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
+  std::uint64_t found = foundAt(text.size() - kStep);
+  for (std::size_t i = 0; i + kStep < text.size(); i += kStep) found |= foundAt(i);
+  return found == 0;
 }
 
 bool copyText(char* buffer, std::size_t size, std::string_view text) {

@@ -50,9 +50,13 @@ class WlanSurveyEndpoint final : public ReadOnlyEndpoint {
       const char* auth = authWord(site);
       const int encryption = indexOf(site.encryption, kSurveyedEncryptions);
       if (*site.ssid == '\0' || auth == nullptr || encryption < 0) continue;
+      if (!isJson()) {
+        replySite(site, auth, kEncryptionWords[encryption], &fullReply());
+        continue;
+      }
       Reply network;
-      if (isJson()) network.useJson();
-      replySite(site, auth, kEncryptionWords[encryption], isJson() ? &network : &fullReply());
+      network.useJson();
+      replySite(site, auth, kEncryptionWords[encryption], &network);
       networks.add(network.json());
     }
     if (isJson()) value("networks", networks.text());

@@ -1,0 +1,26 @@
+// Texts: cutting, reading and checking them.
+#include "platform/text.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace camera {
+namespace {
+
+// At every place of texts that are shorter and longer than what is looked at in one step.
+TEST(Text, FindsAControlCharacterAnywhere) {
+  for (std::size_t size = 1; size < 20; ++size) {
+    for (std::size_t at = 0; at < size; ++at) {
+      for (int byte = 0; byte < 256; ++byte) {
+        std::string text(size, '~');
+        text[at] = static_cast<char>(byte);
+        ASSERT_EQ(hasControl(text), byte < 0x20 || byte == 0x7F) << size << ' ' << at << ' ' << byte;
+      }
+    }
+  }
+  EXPECT_FALSE(hasControl(""));
+}
+
+}  // namespace
+}  // namespace camera
