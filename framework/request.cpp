@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <utility>
 
 #include "framework/checks.h"
@@ -138,7 +137,9 @@ CgiVariables cgiVariables() {
   for (const char* const* entry = environ; *entry != nullptr; ++entry) {
     const char* text = *entry;
     const auto take = [text](std::string_view start, std::string_view* value) {
-      if (std::strncmp(text, start.data(), start.size()) == 0) *value = text + start.size();
+      std::size_t i = 0;  // in place, because most variables differ soon
+      while (i < start.size() && text[i] == start[i]) ++i;
+      if (i == start.size()) *value = text + i;
     };
     switch (*text) {
       case 'C':

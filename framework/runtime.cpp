@@ -47,4 +47,23 @@ void __throw_out_of_range_fmt(const char*, ...) {
 }  // namespace std
 #endif
 
+#ifdef _LIBCPP_VERSION
+extern "C" {
+
+[[gnu::used]] char* __cxa_demangle(const char*, char*, std::size_t*, int*) {
+  return nullptr;
+}
+
+[[noreturn, gnu::used]] void abort_message(const char* /*format*/, ...) {
+  std::abort();
+}
+}
+
+_LIBCPP_BEGIN_NAMESPACE_STD
+[[gnu::used]] void __libcpp_verbose_abort(const char* /*format*/, ...) {
+  std::abort();
+}
+_LIBCPP_END_NAMESPACE_STD
+#endif
+
 // NOLINTEND
