@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <exception>
 
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming): the
-// names are those of the libraries' own functions.
+// The names are those of the libraries' own functions.
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl50-cpp,cert-dcl58-cpp)
 
 #ifdef __GLIBC__
 extern "C" {
@@ -66,4 +66,4 @@ _LIBCPP_BEGIN_NAMESPACE_STD
 _LIBCPP_END_NAMESPACE_STD
 #endif
 
-// NOLINTEND
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl50-cpp,cert-dcl58-cpp)

@@ -49,7 +49,7 @@ void Heap::release(void* block) {
 
 // Cuts a block off the memory that is left. What is too small for it stays unused.
 Heap::Block* Heap::carve(unsigned order) {
-  constexpr std::size_t kMoreBytes = 256 * 1024;
+  constexpr std::size_t kMoreBytes = std::size_t{256} * 1024;
   const std::size_t size = std::size_t{1} << order;
   if (size > left_) {
     const std::size_t more = std::max(size, kMoreBytes);
