@@ -269,6 +269,7 @@ class Streams(unittest.TestCase):
         self.assertLessEqual(camera.descriptors(), idle + 2)
 
         camera.ask("video", profileid=1, framerate=30)
+        time.sleep(SETTLE_S)
         idler = Viewer(camera.url("live1"))
         self.assertEqual(idler.play(), 200)
         path = camera.url("live1")
