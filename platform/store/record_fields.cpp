@@ -1,6 +1,8 @@
 // The elements of a record: their names, places and values.
 #include "platform/store/record_fields.h"
 
+#include <algorithm>
+#include <bit>
 #include <cstring>
 #include <string_view>
 
@@ -47,6 +49,15 @@ bool validElement(const Field& field, const void* element) {
   // A text without a NUL is longer than any bound.
   const auto length = static_cast<std::int32_t>(textOf(field, element).size());
   return length >= field.min && length <= field.max;
+}
+
+void convertByteOrder(const RecordInfo& info, std::span<std::uint8_t> record) {
+  if constexpr (std::endian::native == std::endian::little) return;
+  forEachElement(info, [&](const Field& field, unsigned, std::size_t offset) {
+    if (field.kind != FieldKind::kInteger || offset + field.width > record.size()) return;
+    const auto element = record.subspan(offset, field.width);
+    std::reverse(element.begin(), element.end());
+  });
 }
 
 std::string firstInvalid(const RecordInfo& info, const void* record) {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "platform/store/record.h"
@@ -30,6 +31,10 @@ void copyElement(const Field& field, void* to, const void* from);
 
 // False for a text without a NUL and for a value outside the bounds.
 bool validElement(const Field& field, const void* element);
+
+// Converts the elements that lie within the bytes between this machine's byte order and that of files,
+// which is little-endian.
+void convertByteOrder(const RecordInfo& info, std::span<std::uint8_t> record);
 
 // Calls visit(field, index, offset) for every element, in the order of their offsets.
 template <class Visit>

@@ -43,31 +43,42 @@ std::uint32_t crc32(std::span<const std::uint8_t> bytes) {
   return ~crc;
 }
 
-// Decodes a file. The new fields that an older file lacks come from the defaults. Returns what is wrong with
-// the file, empty if nothing is.
+// A newer version may have given a field values that this one does not know: they become the default.
+void replaceUnknownValues(const RecordInfo& info, std::uint8_t* record) {
+  const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
+  forEachElement(info, [&](const Field& field, unsigned, std::size_t offset) {
+    if (!validElement(field, record + offset)) copyElement(field, record + offset, defaults + offset);
+  });
+}
+
+// Decodes a file. The new fields that an older file lacks come from the defaults; of a newer file, the fields
+// that this version knows are read. Returns what is wrong with the file, empty if nothing is.
 std::string decode(const RecordInfo& info, std::span<const std::uint8_t> file,
                    std::vector<std::uint8_t>* record) {
   if (file.size() < kHeaderSize) return "wrong size";
   if (!std::equal(std::begin(kMagic), std::end(kMagic), file.begin())) return "corrupt: not a settings file";
   if (loadLittle<std::uint16_t>(&file[kFormatAt]) != kFormatVersion) return "corrupt: unknown format";
   const auto version = loadLittle<std::uint16_t>(&file[kVersionAt]);
-  if (version > info.version) return "newer version";
 
+  // A record grows with each version.
   const std::span<const std::uint8_t> payload = file.subspan(kHeaderSize);
-  const bool older = version < info.version;
-  const bool fits = older ? payload.size() < info.size : payload.size() == info.size;
+  const bool fits = (version <=> info.version) == (payload.size() <=> info.size);
   if (!fits || loadLittle<std::uint32_t>(&file[kLengthAt]) != payload.size()) return "wrong size";
   if (loadLittle<std::uint32_t>(&file[kCrcAt]) != crc32(payload)) return "corrupt: checksum";
 
   const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
+  const std::size_t known = std::min<std::size_t>(payload.size(), info.size);
   record->reserve(info.size);
-  record->assign(payload.begin(), payload.end());
-  record->insert(record->end(), defaults + payload.size(), defaults + info.size);
+  record->assign(payload.begin(), payload.begin() + static_cast<std::ptrdiff_t>(known));
+  convertByteOrder(info, *record);
+  record->insert(record->end(), defaults + known, defaults + info.size);
+  if (version > info.version) replaceUnknownValues(info, record->data());
   const std::string invalid = firstInvalid(info, record->data());
   return invalid.empty() ? "" : "corrupt: " + invalid;
 }
 
-std::vector<std::uint8_t> encode(const RecordInfo& info, const std::vector<std::uint8_t>& record) {
+std::vector<std::uint8_t> encode(const RecordInfo& info, std::vector<std::uint8_t> record) {
+  convertByteOrder(info, record);
   std::vector<std::uint8_t> file(kHeaderSize);
   std::copy(std::begin(kMagic), std::end(kMagic), file.begin());
   storeLittle(&file[kFormatAt], kFormatVersion);
@@ -187,8 +198,7 @@ StoreResult SettingsStore::begin(const Lock& lock) {
 StoreResult SettingsStore::load(const RecordInfo& info, Bytes* record) {
   std::array<std::uint8_t, kMostBytes> file;
   std::size_t length = 0;
-  // One byte more than a file has, to notice one that is too long.
-  const int error = files_.read(info.name, file.data(), kHeaderSize + info.size + 1, &length);
+  const int error = files_.read(info.name, file.data(), file.size(), &length);
   if (error == ENOENT) {
     const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
     record->assign(defaults, defaults + info.size);

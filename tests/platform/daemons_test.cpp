@@ -150,7 +150,8 @@ TEST(StatusReceiver, TakesWholePackagesOfThisMachineThatMatch) {
     other.open();
     const Sender local;
     const std::string large(65'507, '\xFF');
-    for (const std::size_t size : {0UL, 95UL, 97UL, large.size()}) local.send(large.data(), size);
+    for (const std::size_t size : std::initializer_list<std::size_t>{0, 95, 97, large.size()})
+      local.send(large.data(), size);
     local.send(large.data(), 96, "127.0.0.1");
     Sender{"10.1.2.3"}.send(package(0x1, 1));
     local.send(package(0x2, 2));

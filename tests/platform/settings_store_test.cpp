@@ -169,17 +169,60 @@ RecordInfo variant(std::uint16_t version, std::span<const Field> fields) {
   return {"sample", version, static_cast<std::uint16_t>(size), fields, &kSampleDefaults, false, 0};
 }
 
-TEST_F(Store, TakesTheTailOfAnOlderRecordFromTheDefaults) {
-  const std::span<const Field> withoutLevels = std::span(SampleDescription::kFields).first<5>();
-  const Sample written{
-      .number = 5, .flag = 1, .reserved = {}, .text = "x", .names = {}, .levels = {9, 9, 9, 9}};
-  ASSERT_EQ(SettingsStore(disk, {}).write(variant(1, withoutLevels), &written), kDone);
-  EXPECT_EQ(disk.content("sample").size(), 16 + offsetof(Sample, levels));
-  EXPECT_EQ(stored(disk).number, 5);
-  EXPECT_EQ(std::memcmp(stored(disk).levels, kSampleDefaults.levels, sizeof written.levels), 0);
-  // Refused: a short record of this version, a whole one of an older version, one of a newer version.
-  for (const RecordInfo& writer : {variant(2, withoutLevels), variant(1, SampleDescription::kFields),
-                                   variant(3, SampleDescription::kFields)}) {
+constexpr Field kUnbounded[] = {{"all", FieldKind::kReserved, false, 0, sizeof(Sample), 1, 0, 0}};
+constexpr std::size_t kFieldsOf[] = {0, 4, 5, 6};  // of a version's record
+
+RecordInfo inVersion(std::uint16_t version) {
+  return variant(version, std::span(SampleDescription::kFields).first(kFieldsOf[version]));
+}
+
+// stored/1 to 3 are what programs of these versions stored. All hold number 1000, text "stored" and 9 in
+// every byte and name that they have.
+TEST_F(Store, IsReadByProgramsThatAreTwoVersionsOlderOrNewer) {
+  Sample written{.number = 1000,
+                 .flag = 0,
+                 .reserved = {9, 9, 9},
+                 .text = "stored",
+                 .names = {"9", "9"},
+                 .levels = {9, 9, 9, 9}};
+  for (std::uint16_t writer = 1; writer <= 3; ++writer) {
+    const std::string file = readFile(CAMERA_SOURCE_DIR "/tests/platform/stored/" + std::to_string(writer));
+    disk = MemoryDisk();
+    ASSERT_EQ(SettingsStore(disk, {}).write(inVersion(writer), &written), kDone);
+    EXPECT_EQ(disk.content("sample"), file) << writer;
+    for (std::uint16_t reader = 1; reader <= 3; ++reader) {
+      const RecordInfo known = inVersion(reader);
+      const std::size_t common = std::min(inVersion(writer).size, known.size);
+      Sample expected = kSampleDefaults;
+      std::memcpy(&expected, &written, common);
+      Sample read = kSampleDefaults;
+      disk.content("sample") = file;
+      EXPECT_EQ(SettingsStore(disk, {}).read(known, &read), kDone) << writer << " read by " << reader;
+      EXPECT_TRUE(same(read, expected)) << writer << " read by " << reader;
+      read.number = 5;
+      EXPECT_EQ(SettingsStore(disk, {}).write(known, &read), kDone);
+      EXPECT_EQ(disk.content("sample").size(), 16U + known.size) << writer << " changed by " << reader;
+    }
+  }
+}
+
+TEST_F(Store, TakesTheDefaultForAValueThatOnlyANewerVersionKnows) {
+  Sample written{.number = 1001, .flag = 0, .reserved = {}, .text = "", .names = {}, .levels = {}};
+  ASSERT_EQ(SettingsStore(disk, {}).write(variant(3, kUnbounded), &written), kDone);
+  Sample read = written;
+  EXPECT_EQ(SettingsStore(disk, {}).read(inVersion(2), &read), kDone);
+  std::memcpy(&written.text, &kSampleDefaults.text, sizeof written.text);
+  written.number = kSampleDefaults.number;
+  EXPECT_EQ(std::memcmp(&read, &written, inVersion(2).size), 0);
+}
+
+// A record has grown with each version.
+TEST_F(Store, RefusesARecordWhoseSizeIsNotThatOfItsVersion) {
+  const std::span<const Field> fields = SampleDescription::kFields;
+  Sample written = kSampleDefaults;
+  written.number = 5;
+  for (const RecordInfo& writer : {variant(2, fields.first<5>()), variant(1, fields), variant(3, fields),
+                                   variant(3, fields.first<5>())}) {
     disk = MemoryDisk();
     ASSERT_EQ(SettingsStore(disk, {}).write(writer, &written), kDone);
     EXPECT_EQ(Process(disk).read(), kFailed) << "version " << writer.version << ", size " << writer.size;
@@ -187,7 +230,6 @@ TEST_F(Store, TakesTheTailOfAnOlderRecordFromTheDefaults) {
 }
 
 TEST_F(Store, RefusesWhatIsOutsideItsBoundsInAWriteAndInAFile) {
-  static constexpr Field kUnbounded[] = {{"all", FieldKind::kReserved, false, 0, sizeof(Sample), 1, 0, 0}};
   const std::tuple<const char*, bool, Change> rows[] = {
       {"number 1000", true, [](Sample& s) { s.number = 1000; }},
       {"number 1001", false, [](Sample& s) { s.number = 1001; }},

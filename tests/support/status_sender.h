@@ -6,7 +6,11 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
+#include <array>
+#include <bit>
+
 #include "platform/daemons/status_receiver.h"
+#include "platform/little_endian.h"
 
 namespace camera::test {
 
@@ -34,7 +38,11 @@ class Sender {
         sendto(socket_.number(), data, size, 0, reinterpret_cast<const sockaddr*>(&address), sizeof address),
         static_cast<ssize_t>(size));
   }
-  void send(const StatusPackage& what) const { send(&what, sizeof what); }
+  void send(const StatusPackage& what) const {
+    auto words = std::bit_cast<std::array<std::uint32_t, sizeof what / sizeof(std::uint32_t)>>(what);
+    for (std::uint32_t& word : words) storeLittle(&word, word);
+    send(words.data(), sizeof words);
+  }
 
  private:
   Descriptor socket_{socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)};
