@@ -14,7 +14,8 @@ namespace camera {
 namespace {
 
 constexpr char kFormat[] = "sdmanage.sh format >> /tmp/sd.txt";
-constexpr std::size_t kMostPath = 31;  // characters of the folder's path
+constexpr char kTryLog[] = ": >> /tmp/sd.txt";  // the shell starts no program whose output it cannot open
+constexpr std::size_t kMostPath = 31;           // characters of the folder's path
 
 constexpr auto kParams = paramRows<Confirmation>(confirmationParam("format"));
 
@@ -36,7 +37,10 @@ class SdcardFormatEndpoint final : public CardEndpoint<StateEndpoint<kParams, Ta
     int result = readCard();
     if (result == 200) result = checkState();
     if (result != 200) return result;
-    if (WEXITSTATUS(runShell(kFormat)) != 0) runShell(kFormat);
+    if (WEXITSTATUS(runShell(kFormat)) != 0) {
+      if (runShell(kTryLog) != 0) return fail(500, "Not formatted: /tmp/sd.txt cannot be written");
+      runShell(kFormat);
+    }
     awaitMount();
     result = readCard();
     SystemSettings system;
@@ -72,7 +76,10 @@ const Api kApi<SdcardFormatEndpoint> = describes<kParams>(
      .codes = {
          {409,
           "While the card is write-protected, is being formatted or is recorded to; the message says which."},
-         {500, "Can also come after the card was formatted."}}});
+         {500,
+          "Can also come after the card was formatted. Nothing was formatted if the message says so: the "
+          "camera "
+          "cannot write the log of the formatting."}}});
 template struct EndpointOf<SdcardFormatEndpoint>;
 
 }  // namespace camera

@@ -24,11 +24,14 @@ TEST(Card, IsFormattedOnGoUnlessItsStateOrARecordingForbidsIt) {
     kFormat.refuses("format=go", state, 409);
   kFormat.refuses("! format=go", "product.has_sdcard=0", 404);
 
-  // A failed format is tried once more.
-  scripted().reset(kReady);
-  scripted().results[kCommand] = 0x100;
-  EXPECT_EQ(request("sdcard_format.cgi", "format=go").status, 200);
-  EXPECT_EQ(scripted().writes(), std::string{kCommand} + " " + kCommand + "#2 run mkdir /mnt/usb/IPCAM");
+  // A failed format is tried once more, unless it failed because its log cannot be written.
+  const std::string tried = std::string{kCommand} + " run : >> /tmp/sd.txt";
+  for (const bool hasLog : {true, false}) {
+    scripted().reset(kReady);
+    scripted().results = {{kCommand, 0x100}, {"run : >> /tmp/sd.txt", hasLog ? 0 : 0x200}};
+    EXPECT_EQ(request("sdcard_format.cgi", "format=go").status, hasLog ? 200 : 500);
+    EXPECT_EQ(scripted().writes(), hasLog ? tried + " " + kCommand + "#2 run mkdir /mnt/usb/IPCAM" : tried);
+  }
 }
 
 const Endpoint kList{.cgi = "sdcard_list.cgi",
