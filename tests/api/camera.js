@@ -10,15 +10,20 @@ import { fileURLToPath } from 'node:url';
 export const root = fileURLToPath(new URL('../..', import.meta.url));
 export const build = process.env.CAMERA_BUILD_DIR ?? root + 'build';
 
+export async function freePort() {
+  const server = net.createServer().listen(0, '127.0.0.1');
+  await once(server, 'listening');
+  const { port } = server.address();
+  await once(server.close(), 'close');
+  return port;
+}
+
 export class Camera {
   agent = new http.Agent({ keepAlive: true, maxSockets: 1 });
   state = mkdtempSync(tmpdir() + '/camera-api-');
 
   async start(product) {
-    const server = net.createServer().listen(0, '127.0.0.1');
-    await once(server, 'listening');
-    this.port = server.address().port;
-    await once(server.close(), 'close');
+    this.port ??= await freePort();
     const command = [root + 'run', '--port', this.port, '--state', this.state, '--product', product];
     this.process = spawn('setpriv', ['--pdeathsig', 'TERM', ...command],
       { env: { ...process.env, CAMERA_BUILD_DIR: build }, stdio: ['ignore', 'pipe', 'inherit'] });
@@ -31,18 +36,26 @@ export class Camera {
   get(path, parameters = {}) {
     const url = `${path}?${new URLSearchParams(parameters)}`;
     const options = { port: this.port, agent: this.agent, path: url, headers: { accept: 'application/json' } };
-    return new Promise((done, fail) => http.get(options, async response => {
-      let body = '';
-      for await (const part of response) body += part;
-      const status = response.statusCode;
-      done({ status, json: JSON.parse(body), text: `${url} answered ${status} ${body.slice(0, 300)}` });
-    }).on('error', fail));
+    return new Promise((done, fail) => {
+      const request = http.get(options, async response => {
+        let body = '';
+        for await (const part of response) body += part;
+        const status = response.statusCode;
+        done({ status, json: JSON.parse(body), text: `${url} answered ${status} ${body.slice(0, 300)}` });
+      });
+      // The web server may close an idle connection just then.
+      request.on('error', error => request.reusedSocket ? done(this.get(path, parameters)) : fail(error));
+    });
   }
 
-  async stop() {
+  async switchOff() {
     this.agent.destroy();
     this.process.kill();
     await this.ended;
+  }
+
+  async stop() {
+    await this.switchOff();
     rmSync(this.state, { recursive: true });
   }
 }
