@@ -73,17 +73,6 @@ std::string accepted(const RecordInfo& info, const Field& field) {
   return range + " bytes, \\\\ for a backslash, \\n and \\xNN for control bytes";
 }
 
-// Reads to the end of the file, but not much more than kMaxBackup. Returns 0 or an errno value.
-int readBackup(int descriptor, std::string* text) {
-  char buffer[4096];
-  int error = 0;
-  for (std::size_t length = 1; error == 0 && length > 0 && text->size() < kMaxBackup;) {
-    error = readOnce(descriptor, buffer, sizeof buffer, &length);
-    text->append(buffer, error == 0 ? length : 0);
-  }
-  return error;
-}
-
 // One run of the program.
 class Command {
  public:
@@ -94,6 +83,7 @@ class Command {
   StoreResult get(Arguments arguments);
   StoreResult set(Arguments arguments);
   StoreResult reset(Arguments arguments);
+  StoreResult factory(Arguments arguments);
   StoreResult backup(Arguments arguments);
   StoreResult restore(Arguments arguments);
   StoreResult version(Arguments arguments);
@@ -102,7 +92,11 @@ class Command {
   std::vector<const RecordInfo*> restorable() const;
   static const RecordInfo* find(Arguments names, std::span<const RecordInfo* const> records);
   StoreResult restoreLine(std::string_view line, std::vector<Restored>* restored);
-  StoreResult writeRestored(const std::vector<Restored>& restored);
+  StoreResult readInput(std::string* text);
+  StoreResult factoryLine(std::string_view line, std::vector<Bytes>* records);
+  StoreResult replaceAll(std::span<const Replacement> replacements);
+  StoreResult atLine(std::size_t number, StoreResult result);
+  StoreResult assign(const RecordInfo& info, std::string_view assignment, unsigned char* record);
   StoreResult checkEnd(std::string_view line, std::size_t elements);
   StoreResult refuse(std::string message);
   StoreResult refuseRecord(std::string_view name);
@@ -142,30 +136,61 @@ StoreResult Command::set(Arguments arguments) {
     return report(*info, result);
   }
   for (const std::string_view assignment : arguments.subspan(1)) {
-    std::string_view value = assignment;
-    const std::string_view name = takeUntil('=', &value);
-    const std::optional<Element> element = findElement(*info, name);
-    if (!element) return refuse(noField(*info, name));
-    if (name.size() == assignment.size()) return refuse("no value for " + shown(name));
-    if (!parseElement(*element->field, value, &record[element->offset])) {
-      return refuse(accepted(*info, *element->field));
-    }
+    const StoreResult result = assign(*info, assignment, record.data());
+    if (result != StoreResult::kDone) return result;
   }
   return report(*info, store_.write(*info, record.data()));
 }
 
-// Resets the other records even if one cannot be reset.
+StoreResult Command::assign(const RecordInfo& info, std::string_view assignment, unsigned char* record) {
+  std::string_view value = assignment;
+  const std::string_view name = takeUntil('=', &value);
+  const std::optional<Element> element = findElement(info, name);
+  if (!element) return refuse(noField(info, name));
+  if (name.size() == assignment.size()) return refuse("no value for " + shown(name));
+  if (parseElement(*element->field, value, record + element->offset)) return StoreResult::kDone;
+  return refuse(accepted(info, *element->field));
+}
+
 StoreResult Command::reset(Arguments arguments) {
-  std::span<const RecordInfo* const> records = store_.records();
-  const RecordInfo* info = nullptr;
   if (!arguments.empty()) {
-    info = find(arguments, records);
-    if (info == nullptr) return refuseRecord(arguments[0]);
-    records = {&info, 1};
+    const RecordInfo* info = find(arguments, store_.records());
+    return info == nullptr ? refuseRecord(arguments[0]) : report(*info, store_.reset(*info));
   }
-  StoreResult worst = StoreResult::kDone;
-  for (const RecordInfo* each : records) worst = std::max(worst, report(*each, store_.reset(*each)));
-  return worst;
+  std::vector<Replacement> all;
+  all.reserve(store_.records().size());
+  for (const RecordInfo* info : store_.records()) all.push_back({info, nullptr});
+  return replaceAll(all);
+}
+
+StoreResult Command::factory(Arguments /*arguments*/) {
+  std::string text;
+  if (const StoreResult result = readInput(&text); result != StoreResult::kDone) return result;
+  std::vector<Bytes> records(store_.records().size());  // empty: the factory defaults
+  std::string_view rest = text;
+  for (std::size_t number = 1; !rest.empty(); ++number) {
+    const StoreResult result = factoryLine(takeUntil('\n', &rest), &records);
+    if (result != StoreResult::kDone) return atLine(number, result);
+  }
+  std::vector<Replacement> all;
+  all.reserve(records.size());
+  for (std::size_t i = 0; i < records.size(); ++i)
+    all.push_back({store_.records()[i], records[i].empty() ? nullptr : records[i].data()});
+  return replaceAll(all);
+}
+
+StoreResult Command::factoryLine(std::string_view line, std::vector<Bytes>* records) {
+  if (line.empty() || line.starts_with('#')) return StoreResult::kDone;
+  const std::string_view name[] = {takeUntil(' ', &line)};
+  for (std::size_t i = 0; i < records->size(); ++i) {
+    const RecordInfo& info = *store_.records()[i];
+    if (info.name != name[0]) continue;
+    Bytes& record = (*records)[i];
+    const auto* defaults = static_cast<const unsigned char*>(info.defaults);
+    if (record.empty()) record.assign(defaults, defaults + info.size);
+    return assign(info, line, record.data());
+  }
+  return refuseRecord(name[0]);
 }
 
 StoreResult Command::backup(Arguments /*arguments*/) {
@@ -188,10 +213,7 @@ StoreResult Command::backup(Arguments /*arguments*/) {
 
 StoreResult Command::restore(Arguments /*arguments*/) {
   std::string text;
-  if (const int error = readBackup(streams_.input, &text); error != 0) {
-    refuse(std::string("standard input: ") + std::strerror(error));
-    return StoreResult::kFailed;
-  }
+  if (const StoreResult result = readInput(&text); result != StoreResult::kDone) return result;
   std::vector<Restored> restored;
   std::string_view rest = text;
   bool complete = false;
@@ -209,12 +231,25 @@ StoreResult Command::restore(Arguments /*arguments*/) {
     } else if (number > 1) {
       result = restoreLine(line, &restored);
     }
-    if (result != StoreResult::kDone) {
-      streams_.error = "line " + std::to_string(number) + ": " + streams_.error;
-      return result;
-    }
+    if (result != StoreResult::kDone) return atLine(number, result);
   }
-  return writeRestored(restored);
+  std::vector<Replacement> all;
+  all.reserve(restored.size());
+  for (const Restored& entry : restored) all.push_back({entry.info, entry.record.data()});
+  return replaceAll(all);
+}
+
+// Reads to the end of standard input, but not much more than kMaxBackup.
+StoreResult Command::readInput(std::string* text) {
+  char buffer[4096];
+  int error = 0;
+  for (std::size_t length = 1; error == 0 && length > 0 && text->size() < kMaxBackup;) {
+    error = readOnce(streams_.input, buffer, sizeof buffer, &length);
+    text->append(buffer, error == 0 ? length : 0);
+  }
+  if (error == 0) return StoreResult::kDone;
+  refuse(std::string("standard input: ") + std::strerror(error));
+  return StoreResult::kFailed;
 }
 
 std::vector<const RecordInfo*> Command::restorable() const {
@@ -262,12 +297,15 @@ StoreResult Command::checkEnd(std::string_view line, std::size_t elements) {
   return refuse("the number at the end is not that of the lines");
 }
 
-StoreResult Command::writeRestored(const std::vector<Restored>& restored) {
-  for (const Restored& entry : restored) {
-    const StoreResult result = report(*entry.info, store_.overwrite(*entry.info, entry.record.data()));
-    if (result != StoreResult::kDone) return result;
-  }
-  return StoreResult::kDone;
+StoreResult Command::replaceAll(std::span<const Replacement> replacements) {
+  const StoreResult result = store_.replaceAll(replacements);
+  if (result != StoreResult::kDone) streams_.error = store_.fault();
+  return result;
+}
+
+StoreResult Command::atLine(std::size_t number, StoreResult result) {
+  streams_.error = "line " + std::to_string(number) + ": " + streams_.error;
+  return result;
 }
 
 StoreResult Command::version(Arguments /*arguments*/) {
@@ -305,10 +343,10 @@ struct Verb {
 };
 
 constexpr Verb kVerbs[] = {
-    {"list", 0, 0, &Command::list},         {"get", 1, 2, &Command::get},
-    {"set", 2, SIZE_MAX, &Command::set},    {"reset", 0, 1, &Command::reset},
-    {"backup", 0, 0, &Command::backup},     {"restore", 0, 0, &Command::restore},
-    {"--version", 0, 0, &Command::version},
+    {"list", 0, 0, &Command::list},       {"get", 1, 2, &Command::get},
+    {"set", 2, SIZE_MAX, &Command::set},  {"reset", 0, 1, &Command::reset},
+    {"factory", 0, 0, &Command::factory}, {"backup", 0, 0, &Command::backup},
+    {"restore", 0, 0, &Command::restore}, {"--version", 0, 0, &Command::version},
 };
 
 // The help, with the name by which the user called the program.

@@ -98,6 +98,12 @@ void merge(const RecordInfo& info, const std::uint8_t* base, const std::uint8_t*
   });
 }
 
+// Whether a file system or a kernel lacks hard links or the exchange of two folders, or the folder is a link.
+bool isUnsupported(int error) {
+  constexpr int kErrors[] = {EINVAL, ENOSYS, EXDEV, EPERM, EOPNOTSUPP, EMLINK, ENOTDIR};
+  return std::find(std::begin(kErrors), std::end(kErrors), error) != std::end(kErrors);
+}
+
 }  // namespace
 
 class SettingsStore::Lock {
@@ -178,6 +184,52 @@ StoreResult SettingsStore::reset(const RecordInfo& info) {
   if (error != 0 && error != ENOENT) return fail(info.name, error);
   const auto* defaults = static_cast<const std::uint8_t*>(info.defaults);
   return finish(info, {}, Bytes(defaults, defaults + info.size));
+}
+
+StoreResult SettingsStore::replaceAll(std::span<const Replacement> replacements) {
+  for (const Replacement& each : replacements) {
+    if (each.record == nullptr) continue;
+    const std::string invalid = firstInvalid(*each.info, each.record);
+    if (!invalid.empty()) return refuseInvalid(*each.info, invalid);
+  }
+  const Lock lock(*this);
+  StoreResult result = begin(lock);
+  if (result != StoreResult::kDone) return result;
+  bool isPossible = true;
+  result = replaceFolder(replacements, &isPossible);
+  if (!isPossible) {
+    result = putAll(replacements);
+    const int error = result == StoreResult::kDone ? files_.syncFolder() : 0;
+    if (error != 0) result = fail("", error);
+  }
+  known_.clear();
+  return result;
+}
+
+StoreResult SettingsStore::replaceFolder(std::span<const Replacement> replacements, bool* isPossible) {
+  int error = files_.beginReplacement();
+  if (error == 0) {
+    const StoreResult result = putAll(replacements);
+    error = files_.endReplacement(result == StoreResult::kDone);
+    if (result != StoreResult::kDone) return result;
+  }
+  *isPossible = !isUnsupported(error);
+  return error == 0 ? StoreResult::kDone : fail("", error);
+}
+
+StoreResult SettingsStore::putAll(std::span<const Replacement> replacements) {
+  for (const Replacement& each : replacements) {
+    const RecordInfo& info = *each.info;
+    if (each.record == nullptr) {
+      const int error = files_.remove(info.name);
+      if (error != 0 && error != ENOENT) return fail(info.name, error);
+      continue;
+    }
+    Bytes whole(info.size);
+    merge(info, nullptr, static_cast<const std::uint8_t*>(each.record), whole.data());
+    if (const StoreResult result = replace(info, whole); result != StoreResult::kDone) return result;
+  }
+  return StoreResult::kDone;
 }
 
 void SettingsStore::hold() {

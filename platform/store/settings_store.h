@@ -23,6 +23,12 @@
 
 namespace camera {
 
+// A record that replaces what is stored; without its bytes, the factory defaults do.
+struct Replacement {
+  const RecordInfo* info;
+  const void* record;
+};
+
 // One per process; not thread-safe. Every record that is read is validated. Only overwrite and reset replace
 // a file that cannot be read.
 class SettingsStore {
@@ -48,6 +54,10 @@ class SettingsStore {
 
   // Restores the factory defaults, whatever the file holds.
   StoreResult reset(const RecordInfo& info);
+
+  // Overwrites or resets these records in one step: afterwards, also after a power failure, either all or
+  // none are replaced. On a file system that cannot exchange two folders, it replaces one after the other.
+  StoreResult replaceAll(std::span<const Replacement> replacements);
 
   // Locks the store until release or the end of this process, so that nobody else changes what is read from
   // now on. If the store cannot be locked, nothing is held, and each
@@ -85,6 +95,8 @@ class SettingsStore {
   StoreResult load(const RecordInfo& info, Bytes* record);
   StoreResult checkDependencies(const RecordInfo& info);
   StoreResult replace(const RecordInfo& info, const Bytes& record);
+  StoreResult putAll(std::span<const Replacement> replacements);
+  StoreResult replaceFolder(std::span<const Replacement> replacements, bool* isPossible);
   StoreResult finish(const RecordInfo& info, Bytes callersCopy, Bytes storedCopy);
   const Known* known(const RecordInfo& info) const;
   void remember(const RecordInfo& info, Bytes callersCopy, Bytes storedCopy);

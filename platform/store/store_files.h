@@ -1,6 +1,7 @@
 // The files of the settings store: one method for each step that can fail.
 #pragma once
 
+#include <cerrno>
 #include <cstddef>
 #include <string>
 
@@ -15,7 +16,7 @@ class StoreFiles {
  public:
   virtual ~StoreFiles() = default;
 
-  // Waits until no other process holds the lock.
+  // Waits until no other process holds the lock. Removes what a killed process left of a replacement.
   virtual int lock() = 0;
   virtual void unlock() = 0;
 
@@ -34,12 +35,18 @@ class StoreFiles {
   // Makes renames and removals durable. The store must be locked.
   virtual int syncFolder() = 0;
 
+  // Replaces the folder as a whole. The store must be locked. From begin to end, all methods but read are
+  // about a new folder, which begins with the old one's files; end puts it into the old one's place in one
+  // step, or drops it. The lock is then that of the folder in place.
+  virtual int beginReplacement() { return ENOSYS; }
+  virtual int endReplacement(bool /*isWanted*/) { return ENOSYS; }
+
   // For messages.
   virtual std::string path(const char* name) const = 0;
 };
 
 // Files in a folder. The lock is on the folder itself, so that no lock file lies among the records.
-class PosixStoreFiles final : public StoreFiles {
+class PosixStoreFiles : public StoreFiles {
  public:
   explicit PosixStoreFiles(std::string folder) : folder_(std::move(folder) + "/") {}
 
@@ -55,11 +62,35 @@ class PosixStoreFiles final : public StoreFiles {
   int syncFolder() override;
   std::string path(const char* name) const override;
 
+ protected:
+  std::string newFolder() const;  // with its slash, like folder()
+  void removeNewFolder() const;
+  void removeLeftovers() const;
+  int syncParent() const;
+  const std::string& folder() const { return folder_; }
+  Descriptor& locked() { return lock_; }
+
  private:
-  std::string folder_;    // with its slash
+  int lockOnce();
+
+  std::string folder_;
   std::string readPath_;  // of the last read; kept so that the next one need not allocate
   Descriptor lock_;       // the folder, while it is locked
   Descriptor file_;       // the file that is being written
+};
+
+// The same for a program that replaces the folder, which needs a writable parent. Endpoints do not.
+class ReplaceableStoreFiles final : public PosixStoreFiles {
+ public:
+  using PosixStoreFiles::PosixStoreFiles;
+
+  int syncFolder() override;
+  int beginReplacement() override;
+  int endReplacement(bool isWanted) override;
+  std::string path(const char* name) const override;
+
+ private:
+  Descriptor new_;  // the new folder, which is locked too, during a replacement
 };
 
 }  // namespace camera

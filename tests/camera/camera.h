@@ -82,7 +82,7 @@ class Camera {
   Output run(const Command& command);     // on the host
   Output inside(const Command& command);  // in another sandbox of the same state
 
-  std::filesystem::path record(const std::string& name) const { return state() / "settings" / name; }
+  std::filesystem::path record(const std::string& name) const { return state() / "store/settings" / name; }
   std::filesystem::path state() const { return folder_.path("state"); }
   std::vector<pid_t> processes(const std::string& program) const { return processesOf(folder_, program); }
   std::string log() const { return readFile(state() / "log" / "camera.log"); }

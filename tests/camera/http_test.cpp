@@ -231,7 +231,7 @@ TEST_F(Http, AStormOfChangesIsAnsweredAndEndsInOneOfThem) {
   const int to = std::stoi(stored.substr(stored.find('=') + 1));
   EXPECT_NE(std::find(ports.begin(), ports.end(), to), ports.end()) << to;
   expectMoved(from, to);
-  for (const auto& entry : std::filesystem::directory_iterator(camera_->state() / "settings"))
+  for (const auto& entry : std::filesystem::directory_iterator(camera_->state() / "store/settings"))
     EXPECT_NE(std::string{"httpsvr pppoe sd"}.find(entry.path().filename()), std::string::npos)
         << entry.path();
 }

@@ -135,20 +135,20 @@ TEST_F(Run, RefusesInOneLineAndChangesNothing) {
   writeFile(folder_.path("state/log"), "");
   expectRefusal({"settings", "list"}, "state/log is not a folder; delete it");
 
-  if (chown((folder_.path("state/settings")).c_str(), 65534, 65534) == 0)  // which only root can do
-    expectRefusal(
-        {},
-        "state/settings belongs to nobody, and only that user can use this folder; choose another (--state "
-        "DIR), or make this one yours: sudo chown -R ");
+  if (chown((folder_.path("state/store/settings")).c_str(), 65534, 65534) == 0)  // which only root can do
+    expectRefusal({},
+                  "state/store/settings belongs to nobody, and only that user can use this folder; choose "
+                  "another (--state "
+                  "DIR), or make this one yours: sudo chown -R ");
 }
 
 // The first start found no space for some of the files and settings.
 TEST_F(Run, CompletesWhatAnEarlierStartCouldNot) {
-  inside({"settings", "set", "sd", "total=1"});
+  inside({"settings", "list"});
   const std::string folder = folder_.path("state/sdcard/IPCAM/");
   std::filesystem::create_directories(folder);
   writeFile(folder_.path("state/daemons/card-filling"), "");
-  writeFile(folder_.path("state/daemons/reset-begun"), "");
+  std::filesystem::remove_all(folder_.path("state/store/settings"));
   for (const char* name : {"product", "product.conf", "factory-settings"})
     std::filesystem::remove(folder_.path("state/") + name);
   writeFile(folder_.path("state/serial"), "");

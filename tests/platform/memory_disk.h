@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/store/store_files.h"
 
@@ -18,6 +19,7 @@ enum class Crash { kKilled, kPowerLost, kDataLost };
 class MemoryDisk : public StoreFiles {
  public:
   std::string failing;              // the step that fails with EIO; a write has then written half
+  int replacementError = 0;         // what a file system answers that cannot exchange folders
   int stepsToLive = kUnthreatened;  // that succeed; the process dies at the next one, halfway through a write
 
   int lock() override { return step("lock"); }
@@ -65,8 +67,25 @@ class MemoryDisk : public StoreFiles {
 
   int syncFolder() override {
     if (step("syncFolder") != 0) return EIO;
-    durable_ = names_;
+    if (!isReplacing_) durable_ = names_;
     return 0;
+  }
+
+  int beginReplacement() override {
+    if (replacementError != 0 || step("begin") != 0) return replacementError != 0 ? replacementError : EIO;
+    old_ = names_;
+    isReplacing_ = true;
+    return 0;
+  }
+
+  int endReplacement(bool isWanted) override {
+    isReplacing_ = false;
+    const int error = step("end");
+    if (!isWanted || error != 0)
+      names_ = old_;
+    else
+      durable_ = names_;
+    return error;
   }
 
   std::string path(const char* name) const override { return std::string("disk/") + name; }
@@ -78,6 +97,7 @@ class MemoryDisk : public StoreFiles {
   // What the next process finds.
   void restartAfter(Crash crash) {
     stepsToLive = kUnthreatened;
+    if (std::exchange(isReplacing_, false)) names_ = old_;
     if (crash == Crash::kKilled) return;
     if (crash == Crash::kPowerLost) names_ = durable_;
     for (auto& [name, file] : names_) file->data.resize(file->synced);
@@ -94,6 +114,8 @@ class MemoryDisk : public StoreFiles {
 
   std::map<std::string, std::shared_ptr<File>> names_;
   std::map<std::string, std::shared_ptr<File>> durable_;
+  std::map<std::string, std::shared_ptr<File>> old_;  // what is in place during a replacement
+  bool isReplacing_ = false;
   std::shared_ptr<File> open_;
 };
 

@@ -132,6 +132,24 @@ TEST_F(SettingsCommand, RestoreWritesNothingOfAMalformedBackup) {
   EXPECT_EQ(output({"get", "whole"}).substr(0, 16), "number=5\nflag=0\n");
 }
 
+TEST_F(SettingsCommand, FactoryReplacesAllRecordsOrNone) {
+  for (const char* record : {"sample", "whole"}) ASSERT_EQ(run({"set", record, "number=5", "flag=0"}), 0);
+  const std::string good = "# a product's\n\nlinked number=1\nsample text=a =b\n";
+  const std::pair<std::string, const char*> rows[] = {
+      {"other number=1\n", "line 5: no record other; there are sample, whole, linked"},
+      {"linked flag=2", "line 5: linked.flag: 0 to 1"}};
+  for (const auto& [line, error] : rows) {
+    EXPECT_EQ(run({"factory"}, good + line), 1);
+    EXPECT_EQ(streams.error, error);
+    EXPECT_EQ(output({"get", "whole"}).substr(0, 16), "number=5\nflag=0\n");
+  }
+  ASSERT_EQ(run({"factory"}, good), 0) << streams.error;
+  EXPECT_EQ(output({"get", "sample", "number"}), "number=-7\n");
+  EXPECT_EQ(output({"get", "sample", "text"}), "text=a =b\n");
+  EXPECT_EQ(output({"get", "linked", "number"}), "number=1\n");
+  EXPECT_FALSE(disk.has("whole"));
+}
+
 TEST_F(SettingsCommand, NamesTheFileThatCannotBeReadOrWritten) {
   ASSERT_EQ(run({"set", "sample", "number=5"}), 0);
   disk.content("sample").resize(3);

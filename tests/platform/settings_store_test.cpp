@@ -145,6 +145,43 @@ TEST_F(Store, DeathAtAnyStepLeavesTheOldOrTheNewRecord) {
   }
 }
 
+// One record is replaced, one reset, one stays.
+TEST_F(Store, ReplacesAllRecordsOrNoneWhereverItDies) {
+  Sample wanted = kSampleDefaults;
+  wanted.number = 2;
+  const Replacement both[] = {{&kSample, &wanted}, {&kIndivisible, nullptr}};
+  const int reset = kSampleDefaults.number;
+  for (const int error : {0, EINVAL}) {
+    for (const Crash crash : {Crash::kKilled, Crash::kPowerLost, Crash::kDataLost}) {
+      bool survived = false;
+      for (int step = 0; !survived; ++step) {
+        SCOPED_TRACE(testing::Message() << "crash " << static_cast<int>(crash) << " at step " << step);
+        disk = MemoryDisk();
+        for (const RecordInfo* info : kSampleRecords) ASSERT_EQ(Process(disk).put(1, *info), kDone);
+        disk.replacementError = error;
+        disk.stepsToLive = step;
+        const StoreResult result = Process(disk).store.replaceAll(both);
+        survived = !disk.dead();
+        ASSERT_LT(step, 20);
+        disk.restartAfter(crash);
+        const int first = stored(disk).number;
+        const int second = stored(disk, kIndivisible).number;
+        EXPECT_TRUE(first == 2 || (first == 1 && result != kDone)) << first;
+        if (error == 0) {
+          EXPECT_EQ(second, first == 2 ? reset : 1);
+        } else {
+          EXPECT_TRUE(second == reset || (second == 1 && result != kDone)) << second;
+        }
+        EXPECT_EQ(stored(disk, kDependent).number, 1);
+        EXPECT_EQ(Process(disk).put(3), kDone);
+        EXPECT_FALSE(disk.has(".new"));
+      }
+    }
+  }
+  wanted.number = 1001;
+  EXPECT_EQ(Process(disk).store.replaceAll(both), kRefused);
+}
+
 TEST_F(Store, RefusesToReadOrReplaceAFileThatIsNotWhatItWrote) {
   ASSERT_EQ(Process(disk).put(1), kDone);
   const std::string good = disk.content("sample");
@@ -389,6 +426,46 @@ TEST(StoreProcesses, WaitForTheHolderOfTheLockUnlessItWasKilled) {
   EXPECT_EQ(statusOf(child), SIGKILL);
   EXPECT_EQ(stored(files, kIndivisible).number, 1);
   EXPECT_EQ(holder.put(4, kIndivisible), kDone) << "the killed process holds the store no more";
+}
+
+// The child waits for the lock of the folder that the holder replaces. If it took that lock for the store's,
+// it would write during the pause, and the holder's write would be refused.
+TEST(StoreProcesses, TakeTheLockOfTheFolderThatReplacedTheOneTheyWaitedFor) {
+  const TemporaryFolder parent;
+  const std::string folder = parent.path("settings");
+  std::filesystem::create_directory(folder);
+  std::filesystem::permissions(folder, std::filesystem::perms(0750));
+  ReplaceableStoreFiles files(folder);
+  Process holder(files);
+  ASSERT_EQ(holder.put(1), kDone);
+  parent.put("settings/unknown", "of a newer version");
+  std::filesystem::create_directory(folder + ".new");
+  parent.put("settings.new/sample", "left by a killed process");
+  Sample wanted = kSampleDefaults;
+  wanted.number = 2;
+  const Replacement replacement{&kIndivisible, &wanted};
+  holder.store.hold();
+  const pid_t child = fork([&] {
+    files.unlock();
+    ReplaceableStoreFiles own(folder);
+    Process waiting(own);
+    waiting.store.hold();
+    return waiting.put(4, kIndivisible) == kDone;
+  });
+  usleep(100'000);  // so that it waits
+  EXPECT_EQ(holder.store.replaceAll({&replacement, 1}), kDone);
+  holder.read(kIndivisible);
+  EXPECT_EQ(holder.sample.number, 2);
+  usleep(100'000);
+  ++holder.sample.number;
+  EXPECT_EQ(holder.write(kIndivisible), kDone);
+  holder.store.release();
+  EXPECT_EQ(statusOf(child), 0);
+  EXPECT_EQ(stored(files).number, 1);
+  EXPECT_EQ(stored(files, kIndivisible).number, 4);
+  EXPECT_EQ(parent.content("settings/unknown"), "of a newer version");
+  EXPECT_EQ(std::filesystem::status(folder).permissions(), std::filesystem::perms(0750));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(parent.path()), {}), 1);
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #
 #   sdmanage.sh format    empties it
 #   sdmanage.sh insert    fills a new card with recordings and snapshots, or completes that
-#   sdmanage.sh measure   stores how much of it is used; runs only at a factory reset
+#   sdmanage.sh measure   prints how much of it is used as settings, for a factory reset
 #   sdmanage.sh folder    prints the path of the product's folder on it, with a slash at the end
 #
 # It fails outside of the sandbox.
@@ -37,10 +37,11 @@ folder() {
 
 measure() {
   local total used
-  total=$(value sd total)
-  ((total)) || return 0
+  total=$(sed -n 's/^sd total=//p' /etc/camera/factory-settings)
+  [[ $total ]] || return 0
   used=$(du -sk --apparent-size "$kCard" | cut -f 1)
-  camera-settings set sd "used=$used" "free=$((used < total ? total - used : 0))"
+  echo "sd used=$used"
+  echo "sd free=$((used < total ? total - used : 0))"
 }
 
 format() {

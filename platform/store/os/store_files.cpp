@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -29,7 +30,23 @@ std::string PosixStoreFiles::path(const char* name) const {
   return path;
 }
 
+// Whoever waited for the lock may have got that of a folder which was replaced meanwhile.
 int PosixStoreFiles::lock() {
+  struct stat locked;
+  struct stat inPlace;
+  do {
+    if (const int error = lockOnce(); error != 0) return error;
+    if (fstat(lock_.number(), &locked) != 0 || stat(folder_.c_str(), &inPlace) != 0) {
+      const int error = errno;
+      unlock();
+      return error;
+    }
+  } while (locked.st_ino != inPlace.st_ino || locked.st_dev != inPlace.st_dev);
+  removeLeftovers();
+  return 0;
+}
+
+int PosixStoreFiles::lockOnce() {
   lock_ = Descriptor(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!lock_.isOpen()) return errno;
   int error = 0;
@@ -46,7 +63,9 @@ void PosixStoreFiles::unlock() {
 
 int PosixStoreFiles::read(const char* name, void* buffer, std::size_t size, std::size_t* length) {
   readPath_.assign(folder_).append(name);
-  const Descriptor file(::open(readPath_.c_str(), O_RDONLY | O_CLOEXEC));
+  Descriptor file(::open(readPath_.c_str(), O_RDONLY | O_CLOEXEC));
+  // If the folder was replaced while its path was resolved, the file is no longer in the old one.
+  if (!file.isOpen() && errno == ENOENT) file = Descriptor(::open(readPath_.c_str(), O_RDONLY | O_CLOEXEC));
   return file.isOpen() ? readOnce(file.number(), buffer, size, length) : errno;
 }
 

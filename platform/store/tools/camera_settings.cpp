@@ -20,7 +20,7 @@ std::string calledName() {
 
 int main(int argc, char* argv[]) {
   const std::string name = calledName();
-  camera::PosixStoreFiles files(camera::kSettingsFolder);
+  camera::ReplaceableStoreFiles files(camera::kSettingsFolder);
   camera::SettingsStore store(files, camera::kRecords);
   camera::CommandStreams streams{.input = STDIN_FILENO, .output = {}, .error = {}};
   const std::vector<std::string_view> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
