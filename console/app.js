@@ -1,6 +1,6 @@
 // The frame: navigation, pages, the state of the connection, and the first password.
-import { Refusal, actionForm, bus, camera, card, change, el, endpointsOf, fieldOf, has, kindOf, link, loadDescription,
-  newId, ping, read, report, sleep } from './core.js';
+import { Refusal, actionForm, bus, button, camera, card, change, el, endpointsOf, fieldOf, has, kindOf, link,
+  loadDescription, newId, ping, read, report, sleep } from './core.js';
 
 /** @typedef {(page: HTMLElement, signal: AbortSignal, rest: string) => unknown} Show */
 
@@ -11,10 +11,14 @@ let ended = new AbortController();
 
 /** The cards of one subsystem. @param {string} tag @returns {Show} */
 const settingsPage = (tag) => (page, signal) => {
+  const index = el('div', { class: 'buttons index', role: 'group', 'aria-label': 'Cards of this page' });
+  page.append(index);
   for (const kind of ['Settings', 'Commands', 'Information']) {
     const those = endpointsOf(tag).filter((endpoint) => kindOf(endpoint) === kind);
     if (!those.length) continue;
-    page.append(el('h2', {}, kind), el('div', { class: 'cards' }, ...those.map((e) => card(e, { signal }))));
+    const cards = those.map((e) => card(e, { signal }));
+    page.append(el('h2', {}, kind), el('div', { class: 'cards' }, ...cards));
+    index.append(...those.map(({ title }, i) => button(title, () => cards[i].scrollIntoView(), { class: 'quiet' })));
   }
 };
 
@@ -69,6 +73,7 @@ function route(isFirst = false) {
 function toggleMenu(isOpen) {
   byId('nav').classList.toggle('open', isOpen);
   byId('menu').setAttribute('aria-expanded', String(isOpen));
+  if (isOpen) byId('nav').scrollIntoView();
 }
 
 /** Who is logged in: only the administrator may list the accounts. */
@@ -84,7 +89,7 @@ async function checkPassword() {
   if (password) return sessionStorage.setItem('hasPassword', '1');
   const title = newId();
   const field = fieldOf('user_mod.cgi', 'password', { label: 'New password', required: true, description:
-    'Up to 30 letters, digits and punctuation marks. The browser then asks for it.', accepted: '' });
+    `No spaces. The browser then asks for the name ${camera.administrator} and this password.`, accepted: '' });
   const form = actionForm([field], 'Set password', async (params) => {
     if (!params.password) throw new Refusal(400, 'type one first', 'password');
     await change('user_mod.cgi', { name: camera.administrator, ...params });

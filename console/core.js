@@ -4,11 +4,11 @@
 /** @typedef {Record<string, string | number>} Params */
 /** A parameter. accepted: in words; depends: other settings can make the camera reject it; choices: value and text.
  * @typedef {{ name: string, label: string, description: string, accepted: string, unit: string, factory?: string,
- * required: boolean, depends: boolean, choices: [string, string][], number: boolean, min: number, max: number, step:
- * number, maxLength: number, secret: boolean, base64: boolean }} Field */
-/** records: that it changes or reads; changes: whether it takes a POST; always: the keys that each reply has. @typedef
- * {{ name: string, title: string, summary: string, tag: string, privilege: string, records: string[], changes:
- * boolean, fields: Field[], always: string[] }} Endpoint */
+ * start?: string, required: boolean, depends: boolean, choices: [string, string][], number: boolean, min: number, max:
+ * number, step: number, maxLength: number, secret: boolean, base64: boolean }} Field */
+/** records: that it changes or reads; stores: if it changes some; changes: if it takes a POST; always: keys of replies.
+ * @typedef {{ name: string, title: string, summary: string, tag: string, privilege: string, records: string[], stores:
+ * boolean, changes: boolean, fields: Field[], always: string[] }} Endpoint */
 
 /** @typedef {ReturnType<typeof controlOf>} Control */
 /** pace: changes are sent at once, through it. @typedef {{ signal: AbortSignal, title?: string, level?: number, pace?:
@@ -37,6 +37,8 @@ export const bdi = (text) => el('bdi', {}, String(text));
 export const prose = (text) => text.split('`').map((part, i) => (i % 2 ? el('code', {}, part) : part));
 
 let lastId = 0;
+export const isNear = /^(127\.|localhost$|\[::1\]$)/.test(location.hostname);
+
 export const newId = () => `id${++lastId}`;
 
 /** @param {string} title @param {string} endpoint @param {...Child} content */
@@ -229,20 +231,20 @@ export async function exactNames(url, names, find) {
 
 /** Better words for names, or parts of them. What is not here is shown as it is, with a capital. */
 const kWords = Object.fromEntries(`
-  auth:authentication, autoexposure:automatic exposure, autogainctrl:automatic gain,
-  backlightcomp:back-light compensation, bitrate:bit rate, current:display system, ddns:dynamic DNS, del:delete,
-  dhcp:DHCP, dns1:DNS server 1, dns2:DNS server 2, dstauto:daylight saving by region, dstenable:daylight saving time,
-  essid:network name, framerate:frame rate, ftp:FTP, httpexternalport:external HTTP port, httpport:HTTP port,
-  icr:day/night switch, info:information, io:inputs and outputs, ip:IP address, ipaddr:IP address,
-  irled:infrared LEDs, key1:WEP key, livevideo:live video needs login, macaddr:MAC address,
-  maxexposuretime:longest exposure, mbmask:motion mask, method:clock set by, mic:microphone, mod:change,
-  noisereduction:noise reduction, p:pan, t:tilt, z:zoom, pass:password, pir:infrared sensor, pppoe:PPPoE,
-  privacy:privacy mode, profileid:profile, ptz:head, rel:step, rtspexternalport:external RTSP port,
-  rtspport:RTSP port, rtspurl:RTSP path, sd:SD card, sdcard:SD card, sensor:image sensor,
-  snapshoturl:snapshot needs login, sw:software, timeserver:NTP server, timestamp:on-screen display,
-  timezone:time zone, upnp:UPnP, qualitymode:quality mode, urlentry:path, videoinformat:video format, user:account,
-  whitebalance:white balance, reboot:restart, H264:H.264, MPEG4:MPEG-4, CBR:constant bit rate,
-  Fixquality:fixed quality, datetime.cgi:clock, video.cgi:video profiles, audio.cgi:audio profiles`
+  auth:authentication, autoexposure:automatic exposure, autogainctrl:automatic gain, backlightcomp:back-light
+  compensation, bitrate:bit rate, current:display system, ddns:dynamic DNS, del:delete, dhcp:DHCP, dns1:DNS server 1,
+  dns2:DNS server 2, dstauto:daylight saving by region, dstenable:daylight saving time, essid:network name,
+  framerate:frame rate, ftp:FTP, httpexternalport:external HTTP port, httpport:HTTP port, icr:day/night switch,
+  info:information, io:inputs and outputs, ip:IP address, ipaddr:IP address, irled:infrared LEDs, key1:WEP key,
+  livevideo:live video needs login, macaddr:MAC address, maxexposuretime:longest exposure, mbmask:motion mask,
+  method:clock set by, mic:microphone, mod:change, newname:new name, samplerate:sample rate, noisereduction:noise
+  reduction, p:pan, t:tilt, z:zoom, pass:password, pir:infrared sensor, pppoe:PPPoE, privacy:privacy mode,
+  profileid:profile, ptz:head, rel:step, rtspexternalport:external RTSP port, rtspport:RTSP port, rtspurl:RTSP path,
+  sd:SD card, sdcard:SD card, sensor:image sensor, snapshoturl:snapshot needs login, sw:software, timeserver:NTP server,
+  timestamp:on-screen display, timezone:time zone, upnp:UPnP, qualitymode:quality mode, urlentry:path,
+  videoinformat:video format, user:account, whitebalance:white balance, reboot:restart, H264:H.264, MPEG4:MPEG-4,
+  CBR:constant bit rate, Fixquality:fixed quality, datetime.cgi:clock, video.cgi:video profiles, audio.cgi:audio
+  profiles`
   .split(',').map((pair) => pair.trim().split(':')));
 
 /** @param {string} name of an endpoint, a parameter or a value */
@@ -324,7 +326,7 @@ export async function loadDescription() {
     const reply = at(at(operation.responses?.['200']).content?.['application/json']?.schema);
     camera.endpoints.set(name, { name, title: words(name), summary: operation.summary ?? '', fields, changes: !!post,
       tag: operation.tags?.[0] ?? 'Other', privilege: operation['x-privilege'] ?? '', always: reply.required ?? [],
-      records: (operation['x-records'] ?? '').match(/\w+(?=`)/g) ?? [] });
+      records: operation['x-records']?.match(/\w+(?=`)/g) ?? [], stores: !/^none/.test(operation['x-records']) });
   }
   const tags = new Set([...camera.endpoints.values()].map(({ tag }) => tag));
   camera.tags = (api.tags ?? []).filter((/** @type {any} */ { name }) => tags.delete(name));
@@ -420,6 +422,7 @@ export function controlOf(field, isBlank = false) {
     'aria-describedby': `${error.id} ${hint.id}` });
   const note = el('p', { class: 'note' });
   const box = el('div', { class: 'control' }, input);
+  if (isBlank && field.start) input.value = field.start;
   if (isBlank && choices.length && !field.required) input.prepend(new Option('–', '', true, true));
   if (field.number && (max - min) / step <= 300) box.append(sliderOf(field, input));
   if (unit) box.append(el('span', { class: 'unit' }, unit));
@@ -521,6 +524,7 @@ export function actionForm(fields, actions, send, look = 'primary') {
     try {
       const params = Object.fromEntries(given.map(({ field, get }) => [field.name, get()]));
       answer.replaceChildren(el('div', {}, (await send(params, go.value)) || ''));
+      for (const { input } of controls) if (/text|password/.test(input.type)) input.value = '';  // done with
     } catch (error) {
       showRefusal(controls, error, answer)?.input.focus();
     }
@@ -569,7 +573,7 @@ export function kindOf(endpoint) {
   if (!changes) return 'Information';
   const hasState = !fields.some(({ required }) => required) &&
     fields.some(({ name, factory, depends }) => factory !== undefined || (always.includes(name) && !depends));
-  return hasState || selectorOf(endpoint) ? 'Settings' : 'Commands';
+  return hasState || (endpoint.stores && selectorOf(endpoint)) ? 'Settings' : 'Commands';
 }
 
 /** @param {Endpoint} endpoint @param {Options} options */

@@ -1,7 +1,7 @@
 // The pages System, Accounts, API and Card; waiting for the camera.
 import { Refusal, actionForm, ask, awake, bdi, button, bytesOf, camera, card, carryOut, change, controlOf, decodeBytes,
-  el, encodeBytes, endpointOf, endpointsOf, exactNames, fieldOf, has, loadWhenSeen, makeField, newId, ping, post,
-  prose, read, refill, request, say, section, size, sleep, table, textOf, words } from './core.js';
+  el, encodeBytes, endpointOf, endpointsOf, exactNames, fieldOf, has, isNear, loadWhenSeen, makeField, newId, ping,
+  post, prose, read, refill, request, say, section, size, sleep, table, textOf, words } from './core.js';
 
 /** @import { Child, Endpoint, Params } from './core.js' */
 
@@ -18,7 +18,7 @@ export function showSystem(page, signal) {
       button(`${title}…`, run, { class: 'danger' })));
   }
   page.append(cards);
-  if (/^(127\.|localhost$|\[::1\]$)/.test(location.hostname)) simulator(page, signal).catch(() => undefined);
+  if (isNear) simulator(page, signal).catch(() => undefined);
 }
 
 function backup() {
@@ -128,7 +128,7 @@ async function simulator(page, signal) {
     const text = await (await post('/simulator', `command=${encodeURIComponent(command)}`, 'text/plain')).text();
     return text ? el('pre', {}, bdi(text)) : 'Done.';
   };
-  page.append(section('What happens around it', 'simulator', el('p', { class: 'summary' },
+  page.append(section('Simulate events', 'simulator', el('p', { class: 'summary' },
     'This camera is a virtual one. Here you make something happen to it.'), el('div', { class: 'cards' },
     ...commands.map(({ name, usage, help }) => el('div', { class: 'card', 'data-command': name },
       el('h3', {}, words(name)), el('p', { class: 'hint' }, help), simulated(name, usage, run))))));
@@ -144,7 +144,8 @@ function simulated(name, usage, run) {
     if (text.includes('|')) return makeField(text, { enum: text.split('|'), title: 'State' }, required);
     const [, min, max] = new RegExp(`${text} (\\d+) to (\\d+)`).exec(usage) ?? [];
     const range = max ? { type: 'integer', minimum: Number(min), maximum: Number(max) } : {};
-    return makeField(text, { ...range, title: words(text.toLowerCase()) }, required);
+    const field = makeField(text, { ...range, title: words(text.toLowerCase()) }, required);
+    return { ...field, start: max && required ? '50' : '' };
   });
   const [only, ...others] = fields;
   if (only?.choices.length && !others.length) {
@@ -158,7 +159,7 @@ function simulated(name, usage, run) {
 /** @typedef {{ name: string, group: string }} Account */
 
 const passwordField = () => fieldOf('user_mod.cgi', 'password', { description: '', accepted:
-  'Up to 30 letters, digits and punctuation marks' });
+  'Up to 30 letters, digits and punctuation marks, no spaces' });
 
 /** @param {HTMLElement} page @param {AbortSignal} signal */
 export function showAccounts(page, signal) {
@@ -207,7 +208,8 @@ function actions({ name, group }, load) {
   });
   const send = (/** @type {Params} */ params) => change('user_mod.cgi', { name, ...params });
   return [
-    act('New password', { fields: [passwordField()], send: (params) => send({ password: '', ...params }) }),
+    act('New password', { fields: [passwordField()], send: (params) => send({ password: '', ...params }), body: [who(),
+      isAdministrator && el('p', {}, 'If it is empty, everybody who reaches the camera can do everything.')] }),
     act('Rename', { fields: [fieldOf('user_mod.cgi', 'newname', { description: '' })], send }),
     !isAdministrator && has('user_del.cgi') &&
       act('Delete', { danger: true, send: () => change('user_del.cgi', { name }) }),
@@ -273,6 +275,7 @@ function trial({ name, fields, privilege, changes }) {
     const [status, text] = await sent.then(async (response) => [response.status, await response.text()],
       ({ status, parameter, message }) => [status || 'no answer', parameter ? `${parameter}: ${message}` : message]);
     answer.replaceChildren(`${status}, ${Math.round(performance.now() - start)} ms\n`, bdi(text));
+    answer.scrollIntoView({ block: 'nearest' });
   }, { class: 'primary', type: 'submit' });
   const copy = button('Copy as curl', () => {
     getSelection()?.selectAllChildren(command);

@@ -1,6 +1,6 @@
 // The pages Live and Events: what the camera sees, what turns it and changes its picture, and what happens.
 import { Pace, Refusal, actionForm, ask, awake, bdi, bus, button, card, carryOut, change, el, endpointOf, fieldOf, has,
-  link, loadWhenSeen, newId, ping, read, refill, repeat, report, request, say, section, sleep, table,
+  isNear, link, loadWhenSeen, newId, ping, read, refill, repeat, report, request, say, section, sleep, table,
   words } from './core.js';
 
 /** @import { Child, Params } from './core.js' */
@@ -343,6 +343,7 @@ const timeText = (at) => new Date(at).toLocaleTimeString(undefined, { timeStyle:
 /** @param {HTMLElement} page @param {AbortSignal} signal */
 export function showEvents(page, signal) {
   page.append(has('notify.cgi') ? now(signal) : '');
+  if (isNear) page.append(el('p', {}, 'Simulate events: ', el('a', { href: '#/system' }, 'System'), '.'));
   if (has('event_log.cgi')) page.append(log(signal));
   if (has('event_info.cgi')) page.append(rules(signal));
 }
@@ -379,7 +380,7 @@ function now(signal) {
       const isOn = !!last && time - last.at < kHolds;
       const text = isOn ? last.text || 'on' : key === 'storage' ? 'ok' : (key === 'sound' && newest?.text) || 'off';
       tile.replaceChildren(el('span', { class: `lamp ${key} ${isOn ? 'on' : ''}` }, labelOf(key)),
-        el('strong', {}, text), el('span', { class: 'soft' }, last ? `last ${timeText(last.at)}` : 'not yet'));
+        el('strong', {}, text), el('span', { class: 'soft' }, last ? `last ${timeText(last.at)}` : 'none seen yet'));
       drawStrip(strip, all, time, key);
     }
     began.sort((a, b) => b.at - a.at);
