@@ -48,6 +48,7 @@ struct RecordInfo {
 #define CAMERA_RECORD_INDEX(name, type) name,
 enum class RecordIndex : std::uint8_t { CAMERA_RECORDS(CAMERA_RECORD_INDEX) count };
 #undef CAMERA_RECORD_INDEX
+inline constexpr std::size_t kMostRecordBytes = 2000;
 inline constexpr std::size_t kRecordCount = static_cast<std::size_t>(RecordIndex::count);
 static_assert(kRecordCount <= 64, "Actions holds a bit per record");
 
@@ -160,7 +161,7 @@ template <class Description>
 consteval RecordInfo record(const char* name, const Exceptions& exceptions = Description::kExceptions) {
   using Record = typename Description::Record;
   static_assert(std::is_trivially_copyable_v<Record> && sizeof(Record) == Description::kSize);
-  static_assert(sizeof(Record) <= 2000, "the store reads a file at once");
+  static_assert(sizeof(Record) <= kMostRecordBytes, "the store reads a file at once");
   static_assert(tiles(Description::kFields, sizeof(Record)),
                 "the fields leave a gap or overlap; declare padding as a reserved member");
   return {.name = name,
