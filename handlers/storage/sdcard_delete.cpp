@@ -21,7 +21,8 @@ constexpr auto kParams =
 constexpr std::size_t kMostOfEntry = 333;
 constexpr std::size_t kMostOfName = 255;
 constexpr std::size_t kMostOfPath = 319;
-constexpr std::size_t kMostOfCommand = 333;
+constexpr std::size_t kMostOfCommand = 333;  // that removes a folder by its whole path
+constexpr std::size_t kCommandAround = std::string_view{"rm -rf ''"}.size();
 
 // True if the text begins with the name, and the name ends there.
 bool beginsWithName(std::string_view text, std::string_view name) {
@@ -113,9 +114,9 @@ class SdcardDeleteEndpoint final : public CardFilesEndpoint<kParams> {
   }
 
   bool removeFolder(const std::string& entry) const {
-    const std::string path = std::string{kCardFolder}.append(productFolder().model) + '/' + entry;
-    const std::string command = "rm -rf '" + shellQuoted(path) + "'";
-    return command.size() <= kMostOfCommand && runShell(command.c_str()) == 0;
+    const std::string path = shellQuoted(joined({kCardFolder, productFolder().model, "/", entry}));
+    return path.size() + kCommandAround <= kMostOfCommand &&
+           camera::removeFolder(productFolder(), entry) == 0;
   }
 
   Wanted wanted_;

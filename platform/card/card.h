@@ -38,6 +38,9 @@ class CardFolder {
 int findEntry(const ProductFolder& product, std::string_view path, EntryKind* kind);
 bool canReadFile(const ProductFolder& product, std::string_view path);
 int removeFile(const ProductFolder& product, std::string_view path);
+// Removes a folder with its contents by the shell command rm -rf, which begins at the open folder that it is
+// in.
+int removeFolder(const ProductFolder& product, std::string_view path);
 
 // Gives the system a second to mount the card again after formatting.
 void awaitMount();

@@ -76,4 +76,8 @@ int removeFile(const ProductFolder& /*product*/, std::string_view path) {
   return scripted().answer("run remove " + std::string{path});
 }
 
+int removeFolder(const ProductFolder& /*product*/, std::string_view path) {
+  return scripted().answer("run remove folder " + std::string{path});
+}
+
 }  // namespace camera

@@ -5,10 +5,14 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
+#include <cstdio>
 #include <iomanip>
 #include <random>
 
@@ -102,6 +106,33 @@ TEST_F(Card, FindsReadsAndRemovesInTheProductsFolderAlone) {
   EXPECT_EQ(removeFile(product, "2014/clip.mp4") + removeFile(product, "a.jpg"), 0);
   EXPECT_TRUE(removeFile(product, "2014") != 0 && fs::exists(at("M/2014")));
   EXPECT_TRUE(fs::exists(at("other/secret")) && fs::exists(at("secret")) && !fs::exists(at("M/a.jpg")));
+}
+
+// While a link that leads outside and a folder are exchanged again and again.
+TEST_F(Card, RemovesAFolderWhereverAPathLeadsMeanwhile) {
+  const auto exchange = [&] {
+    syscall(SYS_renameat2, AT_FDCWD, at("M/2014").c_str(), AT_FDCWD, at("M/aside").c_str(), RENAME_EXCHANGE);
+  };
+  const pid_t child = fork();
+  if (child == 0) {
+    for (;;) exchange();
+  }
+  int removed = 0;
+  for (int i = 0; i < 200; ++i) {
+    fs::create_directories(at("other/it's;-rf/kept"));
+    if (removeFolder(product, "2014/it's;-rf") == 0) ++removed;
+    EXPECT_TRUE(fs::exists(at("other/it's;-rf/kept"))) << "after " << removed;
+  }
+  kill(child, SIGKILL);
+  waitpid(child, nullptr, 0);
+  EXPECT_GT(removed, 0);
+  if (!fs::is_directory(fs::symlink_status(at("M/2014")))) exchange();
+  for (const char* name : {"it's;-rf", "-rf", "sub"}) {
+    fs::create_directories(at("M/2014/"s + name + "/inside"));
+    EXPECT_EQ(removeFolder(product, "2014/"s + name), 0);
+    EXPECT_FALSE(fs::exists(at("M/2014/"s + name))) << name;
+  }
+  EXPECT_EQ(chdir("/"), 0);
 }
 
 TEST_F(Card, ListsAFolderWithTheSizesOfFilesAndTheEntryCountsOfFolders) {

@@ -13,6 +13,7 @@
 #include "platform/card/beneath.h"
 #include "platform/descriptor.h"
 #include "platform/log.h"
+#include "platform/shell.h"
 #include "platform/text.h"
 
 namespace camera {
@@ -46,6 +47,14 @@ Descriptor openInside(const ProductFolder& product, std::string_view path, int f
   if (!folder.isOpen()) return Descriptor();
   while (path.starts_with('/')) path.remove_prefix(1);
   return openBeneath(folder.number(), path.empty() ? "." : std::string{path}.c_str(), flags);
+}
+
+// Opens the folder of an entry, and sets the entry's name in it.
+Descriptor openParent(const ProductFolder& product, std::string_view path, std::string* name) {
+  const std::size_t slash = path.rfind('/');
+  *name = slash == path.npos ? path : path.substr(slash + 1);
+  return openInside(product, slash == path.npos ? std::string_view{} : path.substr(0, slash),
+                    O_PATH | O_DIRECTORY);
 }
 
 EntryKind kindOf(mode_t mode) {
@@ -119,12 +128,18 @@ bool canReadFile(const ProductFolder& product, std::string_view path) {
 }
 
 int removeFile(const ProductFolder& product, std::string_view path) {
-  const std::size_t slash = path.rfind('/');
-  const std::string_view folder = slash == path.npos ? std::string_view{} : path.substr(0, slash);
-  const std::string name{slash == path.npos ? path : path.substr(slash + 1)};
-  const Descriptor parent = openInside(product, folder, O_PATH | O_DIRECTORY);
+  std::string name;
+  const Descriptor parent = openParent(product, path, &name);
   if (!parent.isOpen()) return errorOf(errno);
   return unlinkat(parent.number(), name.c_str(), 0) == 0 ? 0 : errno;
+}
+
+// A path from the root would be resolved again, through links that have taken a folder's place meanwhile.
+int removeFolder(const ProductFolder& product, std::string_view path) {
+  std::string name;
+  const Descriptor parent = openParent(product, path, &name);
+  if (!parent.isOpen() || fchdir(parent.number()) != 0) return errorOf(errno);
+  return runShell(joined({"rm -rf './", shellQuoted(name), "'"}).c_str()) == 0 ? 0 : EIO;
 }
 
 void awaitMount() {
