@@ -34,6 +34,7 @@ struct ParamRow {
   const char* name;
   ParamKind kind;
   bool isRequired = false;
+  bool isSecret = false;      // a password or key
   bool storesNumber = false;  // a choice among numbers stores the number, not its position
   CharClass characters{};
   FieldKind fieldKind{};
@@ -207,6 +208,12 @@ struct TypedRow : ParamRow {
   constexpr TypedRow required() const {
     TypedRow row = *this;
     row.isRequired = true;
+    return row;
+  }
+  // A reply that holds such a value must not be stored by anybody on its way.
+  constexpr TypedRow secret() const {
+    TypedRow row = *this;
+    row.isSecret = true;
     return row;
   }
   constexpr TypedRow storingNumber() const {

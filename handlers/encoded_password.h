@@ -33,7 +33,8 @@ template <auto... kPath>
 constexpr auto encodedPasswordParam(const char* name) {
   return textParam<kPath...>(name, 0, kEncodedSize - 1, "+/=")
       .also(isEncodedPassword, "0 to 30 letters, digits, punctuation, in base64")
-      .naming(encodingFault);
+      .naming(encodingFault)
+      .secret();
 }
 
 template <std::size_t N>

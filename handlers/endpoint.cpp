@@ -52,6 +52,11 @@ void appendLogged(std::string_view name, std::string* names) {
 void Endpoint::serve() {
   const CgiVariables variables = cgiVariables();
   if (prefersJson(variables.accept)) reply_.useJson();
+  for (const ParamRow& row : params_.rows) {
+    if (!row.isSecret) continue;
+    reply_.header("Cache-Control: no-store");
+    break;
+  }
   const int result = answer(variables);
   if (!ignored_.empty() && result < 400) reportIgnored();
   if (!warnings_.empty()) reply_.value("warnings", warnings_.text());

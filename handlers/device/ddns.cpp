@@ -10,7 +10,7 @@ constexpr auto kParams =
                             choiceParam<&DdnsSettings::provider>("provider", kDdnsProviders),
                             textParam<&DdnsSettings::host>("host", kNameText),
                             textParam<&DdnsSettings::user>("user", kPunctuationText),
-                            textParam<&DdnsSettings::password>("pass", kPunctuationText));
+                            textParam<&DdnsSettings::password>("pass", kPunctuationText).secret());
 
 }  // namespace
 

@@ -30,27 +30,27 @@ constexpr auto addressParam(const char* name, const char* accepted = "an IPv4 ad
 
 constexpr char kAddressOrNone[] = "an IPv4 address, or empty";
 
-constexpr auto kParams =
-    paramRows<Network>(choiceParam<&Network::lan, &LanSettings::dhcp>("dhcp", kOffOn),
-                       addressParam<&Network::lan, &LanSettings::ip>("ip"),
-                       textParam<&Network::lan, &LanSettings::netmask>("netmask", ".", kDigits)
-                           .also(isNetmask, "an IPv4 netmask"),
-                       addressParam<&Network::lan, &LanSettings::gateway>("gateway"),
-                       addressParam<&Network::lan, &LanSettings::dns1>("dns1", kAddressOrNone),
-                       addressParam<&Network::lan, &LanSettings::dns2>("dns2", kAddressOrNone),
-                       choiceParam<&Network::pppoe, &PppoeSettings::enable>("pppoe", kOffOn),
-                       textParam<&Network::pppoe, &PppoeSettings::user>("pppoeuser", kPunctuationText),
-                       textParam<&Network::pppoe, &PppoeSettings::password>("pppoepass", kPunctuationText),
-                       choiceParam<&Network::ddns, &DdnsSettings::enable>("ddns", kOffOn),
-                       choiceParam<&Network::ddns, &DdnsSettings::provider>("ddnsprovider", kDdnsProviders),
-                       textParam<&Network::ddns, &DdnsSettings::host>("ddnshost", kNameText),
-                       textParam<&Network::ddns, &DdnsSettings::user>("ddnsuser", kPunctuationText),
-                       textParam<&Network::ddns, &DdnsSettings::password>("ddnspass", kPunctuationText),
-                       choiceParam<&Network::upnp, &UpnpSettings::enable>("upnp", kOffOn),
-                       integerParam<&Network::httpsvr, &HttpServerSettings::http_port>("httpport"),
-                       integerParam<&Network::upnp, &UpnpSettings::http_external_port>("httpexternalport"),
-                       integerParam<&Network::rtspsvr, &RtspServerSettings::rtsp_port>("rtspport"),
-                       integerParam<&Network::upnp, &UpnpSettings::rtsp_external_port>("rtspexternalport"));
+constexpr auto kParams = paramRows<Network>(
+    choiceParam<&Network::lan, &LanSettings::dhcp>("dhcp", kOffOn),
+    addressParam<&Network::lan, &LanSettings::ip>("ip"),
+    textParam<&Network::lan, &LanSettings::netmask>("netmask", ".", kDigits)
+        .also(isNetmask, "an IPv4 netmask"),
+    addressParam<&Network::lan, &LanSettings::gateway>("gateway"),
+    addressParam<&Network::lan, &LanSettings::dns1>("dns1", kAddressOrNone),
+    addressParam<&Network::lan, &LanSettings::dns2>("dns2", kAddressOrNone),
+    choiceParam<&Network::pppoe, &PppoeSettings::enable>("pppoe", kOffOn),
+    textParam<&Network::pppoe, &PppoeSettings::user>("pppoeuser", kPunctuationText),
+    textParam<&Network::pppoe, &PppoeSettings::password>("pppoepass", kPunctuationText).secret(),
+    choiceParam<&Network::ddns, &DdnsSettings::enable>("ddns", kOffOn),
+    choiceParam<&Network::ddns, &DdnsSettings::provider>("ddnsprovider", kDdnsProviders),
+    textParam<&Network::ddns, &DdnsSettings::host>("ddnshost", kNameText),
+    textParam<&Network::ddns, &DdnsSettings::user>("ddnsuser", kPunctuationText),
+    textParam<&Network::ddns, &DdnsSettings::password>("ddnspass", kPunctuationText).secret(),
+    choiceParam<&Network::upnp, &UpnpSettings::enable>("upnp", kOffOn),
+    integerParam<&Network::httpsvr, &HttpServerSettings::http_port>("httpport"),
+    integerParam<&Network::upnp, &UpnpSettings::http_external_port>("httpexternalport"),
+    integerParam<&Network::rtspsvr, &RtspServerSettings::rtsp_port>("rtspport"),
+    integerParam<&Network::upnp, &UpnpSettings::rtsp_external_port>("rtspexternalport"));
 
 // JSON schemas of addresses and netmasks. In a netmask, 255 alone stands above another byte, 0 alone below.
 constexpr std::string_view kByte = "(25[0-5]|2[0-4][0-9]|1[0-9]{2}|[1-9]?[0-9])";

@@ -8,7 +8,7 @@ namespace {
 constexpr auto kParams =
     paramRows<PppoeSettings>(choiceParam<&PppoeSettings::enable>("pppoe", kOffOn),
                              textParam<&PppoeSettings::user>("user", kPunctuationText),
-                             textParam<&PppoeSettings::password>("pass", kPunctuationText));
+                             textParam<&PppoeSettings::password>("pass", kPunctuationText).secret());
 
 }  // namespace
 

@@ -114,8 +114,8 @@ constexpr auto kParams = paramRows<Wanted>(
     choiceParam<&Wanted::auth>("auth", kAuthChoices),
     choiceParam<&Wanted::record, &WirelessSettings::encryption>("encryption", kEncryptionWords),
     integerParam<&Wanted::activeKey>("activekey", 1, 1),  // the camera stores only the first of four keys
-    textParam<&Wanted::key1>("key1", 0, 26, kPrintableText).also(isWepKey, kWepKey),
-    textParam<&Wanted::passphrase>("passphrase", 0, 64, kPrintableText).also(isWpaKey, kWpaKey),
+    textParam<&Wanted::key1>("key1", 0, 26, kPrintableText).also(isWepKey, kWepKey).secret(),
+    textParam<&Wanted::passphrase>("passphrase", 0, 64, kPrintableText).also(isWpaKey, kWpaKey).secret(),
     ignoredParam("chpatterns"), ignoredParam("format"), ignoredParam("keylength"), ignoredParam("key2"),
     ignoredParam("key3"), ignoredParam("key4"));
 

@@ -43,7 +43,8 @@ constexpr auto kParams = paramRows<Wanted>(
     textParam<&Wanted::newName>("newname", 1, 30, kNameText),
     textParam<&Wanted::encoded>("password", 0, 64, "", kAnyBytes)
         .also(isEncoded, "0 to 30 letters, digits, punctuation, in at most 64 characters of base64")
-        .naming(faultOf),
+        .naming(faultOf)
+        .secret(),
     choiceParam<&Wanted::group>("group", kGroups));
 
 }  // namespace

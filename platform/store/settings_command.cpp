@@ -96,6 +96,7 @@ class Command {
   StoreResult factoryLine(std::string_view line, std::vector<Bytes>* records);
   StoreResult replaceAll(std::span<const Replacement> replacements);
   StoreResult atLine(std::size_t number, StoreResult result);
+  StoreResult assignLines(const RecordInfo& info, unsigned char* record);
   StoreResult assign(const RecordInfo& info, std::string_view assignment, unsigned char* record);
   StoreResult checkEnd(std::string_view line, std::size_t elements);
   StoreResult refuse(std::string message);
@@ -136,10 +137,23 @@ StoreResult Command::set(Arguments arguments) {
     return report(*info, result);
   }
   for (const std::string_view assignment : arguments.subspan(1)) {
-    const StoreResult result = assign(*info, assignment, record.data());
+    const StoreResult result =
+        assignment == "-" ? assignLines(*info, record.data()) : assign(*info, assignment, record.data());
     if (result != StoreResult::kDone) return result;
   }
   return report(*info, store_.write(*info, record.data()));
+}
+
+// Other users can see the arguments of a program, but not what it reads.
+StoreResult Command::assignLines(const RecordInfo& info, unsigned char* record) {
+  std::string text;
+  StoreResult result = readInput(&text);
+  std::string_view rest = text;
+  for (std::size_t number = 1; result == StoreResult::kDone && !rest.empty(); ++number) {
+    result = assign(info, takeUntil('\n', &rest), record);
+    if (result != StoreResult::kDone) return atLine(number, result);
+  }
+  return result;
 }
 
 StoreResult Command::assign(const RecordInfo& info, std::string_view assignment, unsigned char* record) {

@@ -23,7 +23,12 @@ bool answers(int port) {
 
 struct Device : Camera {
   Device() { boot(); }
-  Reply call(const std::string& query) { return get("/cgi-bin/" + query); }
+  // Repeats a request that came while the accounts were being changed.
+  Reply call(const std::string& query) {
+    Reply reply{};
+    within(30, [&] { return (reply = get("/cgi-bin/" + query)).status != 503; });
+    return reply;
+  }
   // Gives it another port and a name server.
   int move() {
     const int to = freePort();
@@ -169,7 +174,12 @@ TEST(Device, ShowsTheSameSettingsAfterARestore) {
   std::string request;
   while (changes >> request) EXPECT_EQ(device.call(request).status, 200) << request;
   const auto before = settings(device);
-  EXPECT_EQ(device.inside({"sh", "-c", "camera-settings backup >/var/log/backup; factoryReset"}).status, 0);
+  EXPECT_EQ(
+      device.inside({"sh", "-c", "umask 0 && camera-settings backup /var/log/backup && factoryReset"}).status,
+      0);
+  EXPECT_EQ(std::filesystem::status(device.state() / "log/backup").permissions(),
+            std::filesystem::perms(0600));
+  EXPECT_EQ(device.inside({"camera-settings", "backup", "/var/log/backup"}).status, 2) << "it exists";
   const auto reset = settings(device);
   for (changes = std::istringstream(changes.str()); changes >> request;) {
     const std::string cgi = request.substr(0, request.find('?'));

@@ -2,6 +2,7 @@
 #include <fnmatch.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "tests/camera/camera.h"
@@ -48,7 +49,13 @@ TEST_F(Run, StartsOnceAndEndsWithEverythingItStarted) {
   expectRefusal({"--port", std::to_string(freePort())}, "another camera");
   EXPECT_EQ(inside({"settings", "get", "httpsvr", "http_port"}), "http_port=" + std::to_string(port) + "\n");
 
-  EXPECT_EQ(inside({"settings", "backup"}).find("\nsystem."), std::string::npos) << "the firmware's own";
+  const std::string backup = inside({"settings", "backup"});
+  EXPECT_EQ(backup.find("\nsystem."), std::string::npos) << "the firmware's own";
+  umask(0);
+  EXPECT_EQ(inside({"settings", "backup", folder_.path("backup")}), "");
+  EXPECT_EQ(folder_.content("backup"), backup);
+  EXPECT_EQ(std::filesystem::status(folder_.path("backup")).permissions(), std::filesystem::perms(0600));
+  expectRefusal({"settings", "backup", folder_.path("backup")}, "backup exists or cannot be written");
 
   const auto hasInput = [&] { return inside({"sim", "status"}).find("input2=on") != std::string::npos; };
   EXPECT_EQ(inside({"sim", "input", "2", "on"}), "");

@@ -82,5 +82,24 @@ TEST(EveryEndpoint, ShowsAfterASensorResetWhatANewCameraShows) {
   }
 }
 
+// Plain or in base64.
+TEST(EveryEndpoint, ForbidsToStoreAReplyThatHoldsASecret) {
+  const std::string secret = "zq7Secretzq7z";
+  std::string holders;
+  scripted().reset("product.wireless=1 wireless.auth=2 wireless.encryption=3");
+  for (const char* field : {"account.admin_password", "ddns.password", "ftp.pass", "pppoe.password",
+                            "smtp.pass", "wireless.key"})
+    scripted().store(field + ("=" + secret));
+  for (const EndpointEntry& entry : endpointTable()) {
+    const std::string cgi{entry.name};
+    const Reply reply = request(cgi, cgi == "user_mod.cgi" ? "name=admin" : "");
+    const bool isPlain = reply.body.find(secret) != reply.body.npos;
+    if (!isPlain && reply.body.find("enE3U2VjcmV0enE3eg") == reply.body.npos) continue;
+    holders += cgi + " ";
+    EXPECT_EQ(reply.header, "Cache-Control: no-store\r\n") << cgi;
+  }
+  EXPECT_EQ(holders, "action_ftp.cgi action_mail.cgi ddns.cgi network.cgi pppoe.cgi user_mod.cgi wireless.cgi ");
+}
+
 }  // namespace
 }  // namespace camera::test

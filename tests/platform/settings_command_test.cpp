@@ -92,6 +92,15 @@ TEST_F(SettingsCommand, SetsAllFieldsOrNone) {
   }
 }
 
+TEST_F(SettingsCommand, SetsTheLinesOfStandardInput) {
+  ASSERT_EQ(run({"set", "sample", "number=5", "-", "flag=0"}, "text=a=b\nnames[0]= x"), 0) << streams.error;
+  EXPECT_EQ(output({"get", "sample"}).substr(0, 53),
+            "number=5\nflag=0\nreserved=000000\ntext=a=b\nnames[0]= x\n");
+  EXPECT_EQ(run({"set", "sample", "number=6", "-"}, "flag=1\nflag=2"), 1);
+  EXPECT_EQ(streams.error, "line 2: sample.flag: 0 to 1");
+  EXPECT_EQ(output({"get", "sample", "number"}), "number=5\n");
+}
+
 TEST_F(SettingsCommand, RestoresExactlyWhatItBackedUp) {
   ASSERT_EQ(
       run({"set", "sample", "text=\\\\\\n\\x1b\xC3\xA4=", "names[0]==", "reserved=0102ff", "levels[3]=255"}),
