@@ -1,7 +1,7 @@
 // video.cgi: one of the four video profiles: codec, resolution, frame rate, and a quality or a bit rate.
 #include "handlers/endpoint.h"
 #include "handlers/media/sensor_tables.h"
-#include "platform/product/sensor.h"
+#include "platform/product/display_system.h"
 #include "platform/store/records/profile.h"
 
 namespace camera {
@@ -87,9 +87,10 @@ class VideoEndpoint final : public ParamEndpoint<kParams, Takes::kCommand> {
   }
 
   int readCamera() {
-    video_.display = displayMode(displaySystemInUse());
+    // From the record that a write compares with what is stored then, so that a switch meanwhile is noticed.
+    const bool isRead = read(video_.profiles) == 200;
+    video_.display = isRead ? displayMode(video_.profiles.display_system) : nullptr;
     if (video_.display == nullptr) return fail(500, "display system: cannot be read");
-    if (read(video_.profiles) != 200) return 500;
     const ProductInfo* known = product();
     if (known == nullptr) return 500;
     video_.hasH264 = known->has_h264;

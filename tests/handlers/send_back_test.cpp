@@ -87,8 +87,8 @@ TEST(EveryEndpoint, ForbidsToStoreAReplyThatHoldsASecret) {
   const std::string secret = "zq7Secretzq7z";
   std::string holders;
   scripted().reset("product.wireless=1 wireless.auth=2 wireless.encryption=3");
-  for (const char* field : {"account.admin_password", "ddns.password", "ftp.pass", "pppoe.password",
-                            "smtp.pass", "wireless.key"})
+  for (const char* field :
+       {"account.admin_password", "ddns.password", "ftp.pass", "pppoe.password", "smtp.pass", "wireless.key"})
     scripted().store(field + ("=" + secret));
   for (const EndpointEntry& entry : endpointTable()) {
     const std::string cgi{entry.name};
@@ -98,7 +98,8 @@ TEST(EveryEndpoint, ForbidsToStoreAReplyThatHoldsASecret) {
     holders += cgi + " ";
     EXPECT_EQ(reply.header, "Cache-Control: no-store\r\n") << cgi;
   }
-  EXPECT_EQ(holders, "action_ftp.cgi action_mail.cgi ddns.cgi network.cgi pppoe.cgi user_mod.cgi wireless.cgi ");
+  EXPECT_EQ(holders,
+            "action_ftp.cgi action_mail.cgi ddns.cgi network.cgi pppoe.cgi user_mod.cgi wireless.cgi ");
 }
 
 }  // namespace

@@ -170,5 +170,12 @@ TEST(StreamInfo, OffersWhatTheSensorAndTheDisplaySystemHave) {
   }
 }
 
+// A display system that is switched between two readings would go with the other one's profiles.
+TEST(Video, ReadsTheDisplaySystemAndTheProfilesAtOnce) {
+  scripted().reset("");
+  scripted().results = {{"get profile#2", static_cast<int>(StoreResult::kFailed)}};
+  EXPECT_EQ(request("video.cgi", "profileid=1&framerate=5").status, 200);
+}
+
 }  // namespace
 }  // namespace camera::test

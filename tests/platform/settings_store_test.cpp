@@ -6,6 +6,8 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <functional>
@@ -401,6 +403,76 @@ TEST(StoreProcesses, LoseNothingToEachOther) {
   }
   for (const pid_t child : children) EXPECT_EQ(statusOf(child), 0);
   EXPECT_TRUE(same(stored(shared), expected));
+}
+
+// A counter in several fields, so that a mix of two records would show.
+void setCount(int count, Sample* sample) {
+  sample->number = count % 1000;
+  std::memcpy(sample->levels, &count, sizeof sample->levels);
+  std::snprintf(sample->text, sizeof sample->text, "%d", count);
+}
+
+// The count; -1 if the fields are not of one count.
+int countOf(const Sample& sample) {
+  int count = 0;
+  std::memcpy(&count, sample.levels, sizeof sample.levels);
+  Sample expected = sample;
+  setCount(count, &expected);
+  return same(expected, sample) ? count : -1;
+}
+
+// Like a request: decides again on what is stored, and holds the store if it was overtaken.
+bool countUp(Process& process) {
+  StoreResult result = kRefused;
+  for (int attempt = 0; result == kRefused && attempt < 2; ++attempt) {
+    if (attempt > 0) process.store.hold();
+    if (process.read(kIndivisible) != kDone) break;
+    setCount(countOf(process.sample) + 1, &process.sample);
+    result = process.write(kIndivisible);
+  }
+  process.store.release();
+  return result == kDone;
+}
+
+// ./test --long makes ten thousand changes. Meanwhile the folder is replaced again and again.
+TEST(StoreProcesses, SixteenCountUpAndSixteenReadNoMix) {
+  const int changes = std::getenv("CAMERA_TEST_LONG") == nullptr ? 1'000 : 10'000;
+  constexpr int kProcesses = 16;
+  const TemporaryFolder parent;
+  const std::string folder = parent.path("settings");
+  std::filesystem::create_directory(folder);
+  ReplaceableStoreFiles files(folder);
+  Process first(files);
+  setCount(0, &first.sample);
+  ASSERT_EQ(first.store.write(kIndivisible, &first.sample), kDone);
+  std::vector<pid_t> writers;
+  std::vector<pid_t> others;
+  for (int i = 0; i < kProcesses; ++i) {
+    writers.push_back(fork([&] {
+      PosixStoreFiles own(folder);
+      Process process(own);
+      for (int n = i; n < changes; n += kProcesses) {
+        if (!countUp(process)) return false;
+      }
+      return true;
+    }));
+    others.push_back(fork([&] {
+      PosixStoreFiles own(folder);
+      for (int last = 0, count = 0;; last = count) {
+        count = countOf(stored(own, kIndivisible));
+        if (count < last) return false;
+      }
+    }));
+  }
+  others.push_back(fork([&] {
+    ReplaceableStoreFiles own(folder);
+    while (Process(own).store.replaceAll({}) == kDone) usleep(1000);
+    return false;
+  }));
+  for (const pid_t writer : writers) EXPECT_EQ(statusOf(writer), 0);
+  for (const pid_t other : others) kill(other, SIGKILL);
+  for (const pid_t other : others) EXPECT_EQ(statusOf(other), SIGKILL) << "it saw a mix, or failed";
+  EXPECT_EQ(countOf(stored(files, kIndivisible)), changes);
 }
 
 // Without the lock the child would write during the pause, and the holder's write would be refused.
