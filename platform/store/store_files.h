@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cerrno>
+#include <chrono>
 #include <cstddef>
 #include <string>
 
@@ -16,7 +17,8 @@ class StoreFiles {
  public:
   virtual ~StoreFiles() = default;
 
-  // Waits until no other process holds the lock. Removes what a killed process left of a replacement.
+  // Waits until no other process holds the lock; EBUSY if one holds it for too long. Removes what a killed
+  // process left of a replacement.
   virtual int lock() = 0;
   virtual void unlock() = 0;
 
@@ -48,7 +50,10 @@ class StoreFiles {
 // Files in a folder. The lock is on the folder itself, so that no lock file lies among the records.
 class PosixStoreFiles : public StoreFiles {
  public:
-  explicit PosixStoreFiles(std::string folder) : folder_(std::move(folder) + "/") {}
+  // Waits so long for a lock, less than the ten seconds in which a client expects an answer. Once that was in
+  // vain, it waits no more.
+  explicit PosixStoreFiles(std::string folder, std::chrono::milliseconds patience = std::chrono::seconds(8))
+      : folder_(std::move(folder) + "/"), patience_(patience) {}
 
   int lock() override;
   void unlock() override;
@@ -74,6 +79,7 @@ class PosixStoreFiles : public StoreFiles {
   int lockOnce();
 
   std::string folder_;
+  std::chrono::milliseconds patience_;
   std::string readPath_;  // of the last read; kept so that the next one need not allocate
   Descriptor lock_;       // the folder, while it is locked
   Descriptor file_;       // the file that is being written

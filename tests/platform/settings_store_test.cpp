@@ -1,10 +1,13 @@
 // The settings store: its file, its failures, its crashes, and what two processes do to one record.
 #include "platform/store/settings_store.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -403,6 +406,37 @@ TEST(StoreProcesses, LoseNothingToEachOther) {
   }
   for (const pid_t child : children) EXPECT_EQ(statusOf(child), 0);
   EXPECT_TRUE(same(stored(shared), expected));
+}
+
+// A request takes the store's lock up to three times.
+TEST(StoreProcesses, FailInsteadOfWaitingForEver) {
+  const TemporaryFolder folder;
+  for (const RecordInfo* info : {&kSample, &kIndivisible})
+    ASSERT_EQ(mkfifo(folder.path(info->name).c_str(), 0600), 0);
+  const int writer = open(folder.path("whole").c_str(), O_RDWR | O_CLOEXEC);
+  std::filesystem::create_symlink("/dev/zero", folder.path("linked"));
+  alarm(20);  // ends the test if it hangs
+  PosixStoreFiles files(folder.path(), std::chrono::seconds(1));
+  for (const RecordInfo* info : kSampleRecords) {
+    EXPECT_EQ(Process(files).read(*info), kFailed) << info->name;
+    EXPECT_EQ(Process(files).store.write(*info, &kSampleDefaults), kFailed) << info->name;
+    std::filesystem::remove(folder.path(info->name));
+  }
+  close(writer);
+
+  PosixStoreFiles others(folder.path());
+  ASSERT_EQ(others.lock(), 0);
+  Process process(files);
+  const auto start = std::chrono::steady_clock::now();
+  process.store.hold();
+  EXPECT_EQ(process.put(1), kFailed);
+  EXPECT_EQ(process.store.error(), EBUSY);
+  EXPECT_EQ(process.store.reset(kSample), kFailed);
+  const auto waited = std::chrono::steady_clock::now() - start;
+  EXPECT_TRUE(waited >= std::chrono::seconds(1) && waited < std::chrono::seconds(2));
+  others.unlock();
+  EXPECT_EQ(process.put(1), kDone);
+  alarm(0);
 }
 
 // A counter in several fields, so that a mix of two records would show.

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
@@ -15,6 +16,8 @@
 
 namespace camera {
 namespace {
+
+constexpr unsigned kPauseMicroseconds = 2000;  // a write takes about as long
 
 int errorOf(int result) {
   return result < 0 ? errno : 0;
@@ -49,12 +52,21 @@ int PosixStoreFiles::lock() {
 int PosixStoreFiles::lockOnce() {
   lock_ = Descriptor(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!lock_.isOpen()) return errno;
-  int error = 0;
-  do {
-    error = errorOf(flock(lock_.number(), LOCK_EX));
-  } while (error == EINTR);
-  if (error != 0) unlock();
-  return error;
+  const auto end = std::chrono::steady_clock::now() + patience_;
+  while (flock(lock_.number(), LOCK_EX | LOCK_NB) != 0) {
+    int error = errno;
+    if (error == EINTR) continue;
+    if (error == EWOULDBLOCK && std::chrono::steady_clock::now() >= end) {
+      patience_ = {};
+      error = EBUSY;
+    }
+    if (error != EWOULDBLOCK) {
+      unlock();
+      return error;
+    }
+    usleep(kPauseMicroseconds);
+  }
+  return 0;
 }
 
 void PosixStoreFiles::unlock() {
@@ -63,9 +75,11 @@ void PosixStoreFiles::unlock() {
 
 int PosixStoreFiles::read(const char* name, void* buffer, std::size_t size, std::size_t* length) {
   readPath_.assign(folder_).append(name);
-  Descriptor file(::open(readPath_.c_str(), O_RDONLY | O_CLOEXEC));
+  // A pipe or a device in a record's place must not keep the reader waiting.
+  constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+  Descriptor file(::open(readPath_.c_str(), kFlags));
   // If the folder was replaced while its path was resolved, the file is no longer in the old one.
-  if (!file.isOpen() && errno == ENOENT) file = Descriptor(::open(readPath_.c_str(), O_RDONLY | O_CLOEXEC));
+  if (!file.isOpen() && errno == ENOENT) file = Descriptor(::open(readPath_.c_str(), kFlags));
   return file.isOpen() ? readOnce(file.number(), buffer, size, length) : errno;
 }
 
