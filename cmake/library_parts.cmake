@@ -3,7 +3,7 @@
 function(replace_library_parts program part sources)
   list(TRANSFORM sources PREPEND ${CMAKE_SOURCE_DIR}/)
   set(probe SOURCES ${CMAKE_SOURCE_DIR}/cmake/probe.cpp ${sources}
-    COMPILE_DEFINITIONS -I${CMAKE_SOURCE_DIR} LINK_OPTIONS -static CXX_STANDARD 20)
+    COMPILE_DEFINITIONS -I${CMAKE_SOURCE_DIR} -D_FILE_OFFSET_BITS=64 -D_TIME_BITS=64 LINK_OPTIONS -static CXX_STANDARD 20)
   if(NOT DEFINED CAMERA_REPLACES_${part})
     if(CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR)
       try_compile(links ${probe})

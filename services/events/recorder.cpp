@@ -178,7 +178,8 @@ std::string Recorder::since(std::string_view id) const {
   const std::uint64_t first = nextId_ - last_.size();
   const auto next = static_cast<std::uint64_t>(after) + 1;
   std::string all;
-  for (std::size_t i = next > first && next <= nextId_ ? next - first : 0; i < last_.size(); ++i) {
+  for (std::size_t i = next > first && next <= nextId_ ? static_cast<std::size_t>(next - first) : 0;
+       i < last_.size(); ++i) {
     all += last_[i];
   }
   return all;

@@ -143,13 +143,8 @@ bool StatusReceiver::fetch(Clock::time_point end) {
   std::array<iovec, kBatch> buffers;
   for (std::size_t i = 0; i < kBatch; ++i) {
     buffers[i] = {.iov_base = &batch_[i], .iov_len = sizeof batch_[i]};
-    messages[i].msg_hdr = {.msg_name = nullptr,
-                           .msg_namelen = 0,
-                           .msg_iov = &buffers[i],
-                           .msg_iovlen = 1,
-                           .msg_control = nullptr,
-                           .msg_controllen = 0,
-                           .msg_flags = 0};
+    messages[i].msg_hdr.msg_iov = &buffers[i];
+    messages[i].msg_hdr.msg_iovlen = 1;
   }
   const int received = recvmmsg(socket_.number(), messages.data(), kBatch, MSG_DONTWAIT, nullptr);
   if (received < static_cast<int>(kBatch)) nextFetch_ = Clock::now() + kFetchInterval;
