@@ -54,24 +54,10 @@ void appendLine(std::string& lines, std::string_view key, std::string_view value
   lines += '\n';
 }
 
+constexpr std::string_view kNoStore = "\r\nCache-Control: no-store";
 constexpr std::string_view kTextType = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
 constexpr std::string_view kJsonType =
     "\r\nContent-Type: application/json; charset=utf-8\r\nContent-Length: ";
-
-void write(const Reason& reason, std::string_view type, const std::string& header, const std::string& body) {
-  constexpr std::size_t kOtherBytes = 64;  // at most; status, length and line ends
-  const Decimal length(static_cast<std::int64_t>(body.size()));
-  std::string response;
-  response.reserve(header.size() + type.size() + kOtherBytes + body.size());
-  response.append(header).append("Status: ").append(reason.status).append(type);
-  response.append(length.text()).append("\r\n\r\n").append(body);
-  std::string_view rest = response;
-  while (!rest.empty()) {
-    const ssize_t count = ::write(STDOUT_FILENO, rest.data(), rest.size());
-    if (count < 0 && errno != EINTR) return;
-    if (count > 0) rest.remove_prefix(static_cast<std::size_t>(count));
-  }
-}
 
 }  // namespace
 
@@ -96,10 +82,25 @@ void Reply::list(std::string_view key, std::string_view items, ListOf kind) {
   isJson_ ? object_.addValue(key, jsonList(items, kind)) : pair(key, items);
 }
 
+void Reply::write(int code, std::string_view body) const {
+  constexpr std::size_t kOtherBytes = 64;  // at most; status, length and line ends
+  const std::string_view type = isJson_ ? kJsonType : kTextType;
+  const Decimal length(static_cast<std::int64_t>(body.size()));
+  std::string response;
+  response.reserve(header_.size() + kNoStore.size() + type.size() + kOtherBytes + body.size());
+  response.append(header_).append("Status: ").append(reasonOf(code).status);
+  response.append(isSecret_ ? kNoStore : "").append(type);
+  response.append(length.text()).append("\r\n\r\n").append(body);
+  std::string_view rest = response;
+  while (!rest.empty()) {
+    const ssize_t count = ::write(STDOUT_FILENO, rest.data(), rest.size());
+    if (count < 0 && errno != EINTR) return;
+    if (count > 0) rest.remove_prefix(static_cast<std::size_t>(count));
+  }
+}
+
 void Reply::send() const {
-  const Reason& reason = reasonOf(200);
-  isJson_ ? write(reason, kJsonType, header_, object_.text() + "\n")
-          : write(reason, kTextType, header_, body_);
+  isJson_ ? write(200, object_.text() + "\n") : write(200, body_);
 }
 
 std::string Reply::failureJson(int code, std::string_view parameter, std::string_view message) const {
@@ -111,10 +112,10 @@ std::string Reply::failureJson(int code, std::string_view parameter, std::string
 }
 
 void Reply::sendFailure(int code, std::string_view parameter, std::string_view message) const {
-  const Reason& reason = reasonOf(code);
-  if (isJson_) return write(reason, kJsonType, header_, failureJson(reason.code, parameter, message));
+  const int known = reasonOf(code).code;
+  if (isJson_) return write(known, failureJson(known, parameter, message));
   std::string body;
-  appendLine(body, "error", Decimal(reason.code).text());
+  appendLine(body, "error", Decimal(known).text());
   if (!message.empty()) {
     body += "message=";
     appendShown(parameter, &body);
@@ -122,7 +123,7 @@ void Reply::sendFailure(int code, std::string_view parameter, std::string_view m
     appendShown(message, &body);
     body += '\n';
   }
-  write(reason, kTextType, header_, body);
+  write(known, body);
 }
 
 }  // namespace camera

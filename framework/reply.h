@@ -34,6 +34,9 @@ class Reply {
   // Appends complete lines. Only for text.
   void append(std::string_view lines) { body_ += lines; }
 
+  // Tells whoever passes the reply on not to store it.
+  void forbidStoring() { isSecret_ = true; }
+
   // Adds a header line, given without its line end.
   void header(std::string_view line) { header_.append(line).append("\r\n"); }
 
@@ -47,7 +50,10 @@ class Reply {
  private:
   [[gnu::cold]] std::string failureJson(int code, std::string_view parameter, std::string_view message) const;
 
+  void write(int code, std::string_view body) const;
+
   bool isJson_ = false;
+  bool isSecret_ = false;
   std::string header_;
   std::string body_;   // of text
   JsonObject object_;  // of JSON

@@ -53,9 +53,7 @@ void Endpoint::serve() {
   const CgiVariables variables = cgiVariables();
   if (prefersJson(variables.accept)) reply_.useJson();
   for (const ParamRow& row : params_.rows) {
-    if (!row.isSecret) continue;
-    reply_.header("Cache-Control: no-store");
-    break;
+    if (row.isSecret) reply_.forbidStoring();
   }
   const int result = answer(variables);
   if (!ignored_.empty() && result < 400) reportIgnored();

@@ -126,6 +126,16 @@ struct Call {
   std::string to;
 };
 
+// The arguments of a system call that are paths; 0 stands for none in "to".
+struct PathsOf {
+  long call;
+  std::size_t from;
+  std::size_t to;
+};
+
+constexpr PathsOf kPaths[] = {{SYS_openat, 1, 0}, {SYS_unlink, 0, 0},    {SYS_unlinkat, 1, 0},
+                              {SYS_rename, 0, 1}, {SYS_renameat2, 1, 3}, {SYS_linkat, 1, 3}};
+
 // A run of a change; the system call "stop" kills it, or fails with the error.
 class Run {
  public:
@@ -173,9 +183,8 @@ class Run {
 
   bool isRunning() {
     int status = 0;
-    ptrace(PTRACE_SYSCALL, child_, nullptr, signal_);
+    ptrace(PTRACE_SYSCALL, child_, nullptr, std::exchange(signal_, 0));
     waitpid(child_, &status, 0);
-    signal_ = 0;
     isAtCall_ = WIFSTOPPED(status) && WSTOPSIG(status) == (SIGTRAP | 0x80);
     if (WIFSTOPPED(status) && !isAtCall_ && WSTOPSIG(status) != SIGTRAP) signal_ = WSTOPSIG(status);
     isEnded_ = WIFEXITED(status);
@@ -198,17 +207,15 @@ class Run {
   void enter(const __ptrace_syscall_info& info) {
     call_.number = static_cast<long>(info.entry.nr);
     for (std::size_t i = 0; i < call_.arguments.size(); ++i) call_.arguments[i] = info.entry.args[i];
-    const bool isStart = call_.number == SYS_execve;
-    const bool isEnd = call_.number == SYS_exit_group || call_.number == SYS_rt_sigreturn;
     // The action programs are not started: they would only take time.
     if (call_.number == SYS_clone || call_.number == SYS_clone3 || call_.number == SYS_vfork)
       return fail(ENOSYS);
     readPaths();
-    if (isStart || calls_++ != stop_) return;
+    if (call_.number == SYS_execve || calls_++ != stop_) return;
     wasStopped = true;
     if (error_ == 0)
       kill(child_, SIGKILL);
-    else if (!isEnd)
+    else if (call_.number != SYS_exit_group)
       fail(error_);
   }
 
@@ -220,78 +227,46 @@ class Run {
 
   void set(std::size_t where, long value) { ptrace(PTRACE_POKEUSER, child_, where, value); }
 
-  std::string pathAt(int folder, unsigned long long address) {
+  // The path in an argument; an argument before it is the folder in which a relative one begins.
+  std::string pathAt(std::size_t argument) {
     std::array<char, 512> text{};
     const iovec here{text.data(), text.size() - 1};
-    const iovec there{reinterpret_cast<void*>(address), text.size() - 1};
+    const iovec there{reinterpret_cast<void*>(call_.arguments[argument]), text.size() - 1};
     if (process_vm_readv(child_, &here, 1, &there, 1, 0) <= 0) return {};
     const std::string path = text.data();
-    return plain(path.starts_with('/') || folder == AT_FDCWD ? path : trace_.path(folder) + "/" + path);
+    const bool isWhole = path.starts_with('/') || argument == 0;
+    return plain(isWhole ? path : trace_.path(static_cast<int>(call_.arguments[argument - 1])) + "/" + path);
   }
 
   void readPaths() {
-    const auto& [a, b, c, d, e, f] = call_.arguments;
-    call_.from.clear();
-    call_.to.clear();
-    switch (call_.number) {
-      case SYS_open:
-      case SYS_unlink:
-        call_.from = pathAt(AT_FDCWD, a);
-        break;
-      case SYS_rename:
-        call_.from = pathAt(AT_FDCWD, a);
-        call_.to = pathAt(AT_FDCWD, b);
-        break;
-      case SYS_openat:
-      case SYS_unlinkat:
-        call_.from = pathAt(static_cast<int>(a), b);
-        break;
-      case SYS_renameat:
-      case SYS_renameat2:
-      case SYS_linkat:
-        call_.from = pathAt(static_cast<int>(a), b);
-        call_.to = pathAt(static_cast<int>(c), d);
-        break;
-      default:
-        break;
+    for (const PathsOf& paths : kPaths) {
+      if (paths.call != call_.number) continue;
+      call_.from = pathAt(paths.from);
+      call_.to = paths.to == 0 ? "" : pathAt(paths.to);
     }
   }
 
   void follow(int result) {
     const auto& [a, b, c, d, e, f] = call_.arguments;
-    const bool isNew = ((call_.number == SYS_open ? b : c) & O_CREAT) != 0;
+    const int first = static_cast<int>(a);
     switch (call_.number) {
-      case SYS_open:
       case SYS_openat:
-        trace_.opened(result, call_.from, isNew);
-        break;
+        return trace_.opened(result, call_.from, (c & O_CREAT) != 0);
       case SYS_close:
-        trace_.closed(static_cast<int>(a));
-        break;
+        return trace_.closed(first);
       case SYS_write:
-      case SYS_writev:
-        trace_.wrote(static_cast<int>(a));
-        break;
+        return trace_.wrote(first);
       case SYS_fsync:
-      case SYS_fdatasync:
-        trace_.synced(static_cast<int>(a));
-        break;
+        return trace_.synced(first);
       case SYS_unlink:
       case SYS_unlinkat:
-        trace_.changedFolder(call_.from);
-        break;
+        return trace_.changedFolder(call_.from);
       case SYS_linkat:
-        trace_.changedFolder(call_.to);
-        break;
+        return trace_.changedFolder(call_.to);
       case SYS_rename:
-      case SYS_renameat:
-        trace_.renamed(call_.from, call_.to, false);
-        break;
+        return trace_.renamed(call_.from, call_.to, false);
       case SYS_renameat2:
-        trace_.renamed(call_.from, call_.to, e != 0);
-        break;
-      default:
-        break;
+        return trace_.renamed(call_.from, call_.to, e != 0);
     }
   }
 

@@ -70,7 +70,9 @@ Reply request(const std::string& cgi, const CgiInput& input) {
   EXPECT_TRUE(status != 200 || scripted().unfinished == 0) << cgi << " did not run its actions";
   if (body.ends_with('\n')) body.pop_back();
   std::replace(body.begin(), body.end(), '\n', '&');
-  return {status, body, response.substr(0, code)};
+  const std::size_t own = std::min(response.find('\n', code), end) + 1;
+  const std::size_t type = std::min(response.find("Content-Type: "), end);
+  return {status, body, response.substr(0, code) + response.substr(std::min(own, type), type - own)};
 }
 
 bool isFailure(const Reply& reply, int status, const Texts& names) {
