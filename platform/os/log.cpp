@@ -4,7 +4,6 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
-#include <cstring>
 #include <string>
 
 #include "platform/descriptor.h"
@@ -29,15 +28,6 @@ std::string_view logDebug(std::string_view text) {
   const std::string_view sent = text.substr(0, kMostBytes);
   send(joined({kHead, sent}));
   return sent;
-}
-
-// GNU's strerror would link the translation of messages, an eighth of the program.
-const char* errorText(int error) {
-#ifdef __GLIBC__
-  return strerrordesc_np(error);
-#else
-  return std::strerror(error);
-#endif
 }
 
 }  // namespace camera
