@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <iomanip>
 #include <random>
 
@@ -110,8 +109,9 @@ TEST_F(Card, FindsReadsAndRemovesInTheProductsFolderAlone) {
 
 // While a link that leads outside and a folder are exchanged again and again.
 TEST_F(Card, RemovesAFolderWhereverAPathLeadsMeanwhile) {
+  constexpr int kExchange = 2;  // RENAME_EXCHANGE, which not every libc declares
   const auto exchange = [&] {
-    syscall(SYS_renameat2, AT_FDCWD, at("M/2014").c_str(), AT_FDCWD, at("M/aside").c_str(), RENAME_EXCHANGE);
+    syscall(SYS_renameat2, AT_FDCWD, at("M/2014").c_str(), AT_FDCWD, at("M/aside").c_str(), kExchange);
   };
   const pid_t child = fork();
   if (child == 0) {
