@@ -4,7 +4,6 @@
 #   sdmanage.sh format    empties it
 #   sdmanage.sh insert    fills a new card with recordings and snapshots, or completes that
 #   sdmanage.sh measure   prints how much of it is used as settings, for a factory reset
-#   sdmanage.sh folder    prints the path of the product's folder on it, with a slash at the end
 #
 # It fails outside of the sandbox.
 set -eu
@@ -13,7 +12,6 @@ readonly kCard=/mnt/usb
 readonly kSeen=/var/lib/camera/daemons/card
 readonly kFilling=/var/lib/camera/daemons/card-filling  # until a new card is complete
 readonly kReady=2 kToInitialise=8 kFormatting=9
-readonly kMaxPath=31  # bytes; sdcard_format.cgi cuts the path of the folder that it makes there too
 
 fail() {
   echo "sdmanage.sh: $1" >&2
@@ -23,17 +21,6 @@ fail() {
 
 value() { printf %b "$(camera-settings get "$1" "$2" | cut -d = -f 2-)"; }
 hasCard() { grep -qE '^has_sdcard *= *1 *(#.*)?$' /etc/camera/product.conf; }
-
-# Prints an empty folder's path if the model is not a plain file name.
-folder() {
-  local model path
-  model=$(value system model)
-  LC_ALL=C path=$kCard/$model
-  case $model in
-    '' | . | .. | */*) echo /var/empty/ ;;
-    *) echo "${path:0:kMaxPath}/" ;;
-  esac
-}
 
 measure() {
   local total used
@@ -56,12 +43,12 @@ format() {
 insert() {
   hasCard && [[ ! -e $kSeen ]] || return 0
   [[ $(ls -A "$kCard") ]] || : >"$kFilling"
-  [[ ! -e $kFilling ]] || camera-simulator fill-card "$(folder)"
+  [[ ! -e $kFilling ]] || camera-simulator fill-card "$(cardFolder)"
   : >"$kSeen"
   rm -f "$kFilling"
 }
 
 case ${1-} in
-  format | insert | measure | folder) "$1" ;;
-  *) fail "format, insert, measure or folder" ;;
+  format | insert | measure) "$1" ;;
+  *) fail "format, insert or measure" ;;
 esac
