@@ -18,6 +18,7 @@
 
 #include "platform/store/record_fields.h"
 #include "platform/store/records/httpsvr.h"
+#include "platform/text.h"
 #include "tests/platform/memory_disk.h"
 #include "tests/platform/sample_record.h"
 #include "tests/support/temporary_folder.h"
@@ -443,7 +444,7 @@ TEST(StoreProcesses, FailInsteadOfWaitingForEver) {
 void setCount(int count, Sample* sample) {
   sample->number = count % 1000;
   std::memcpy(sample->levels, &count, sizeof sample->levels);
-  std::snprintf(sample->text, sizeof sample->text, "%d", count);
+  setText(sample->text, std::to_string(count));
 }
 
 // The count; -1 if the fields are not of one count.
