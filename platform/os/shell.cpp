@@ -2,11 +2,14 @@
 #include "platform/shell.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <span>
 
@@ -17,6 +20,8 @@
 
 namespace camera {
 namespace {
+
+using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t kPieceSize = 128;  // with its NUL
 
@@ -39,7 +44,29 @@ int waitFor(pid_t child) {
   return ended == child ? status : -1;
 }
 
-void takePieces(int descriptor, void (*take)(const char* piece, void* context), void* context) {
+// False if nothing can be read before the end.
+bool waitForOutput(int descriptor, Clock::time_point end) {
+  pollfd entry{.fd = descriptor, .events = POLLIN, .revents = 0};
+  for (;;) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()).count();
+    const int ready = left > 0 ? poll(&entry, 1, static_cast<int>(left)) : 0;
+    if (ready >= 0 || errno != EINTR) return ready > 0;
+  }
+}
+
+bool endsUntil(pid_t child, Clock::time_point end) {
+  siginfo_t ended{};
+  while (waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+         ended.si_pid == 0) {
+    if (Clock::now() >= end) return false;
+    usleep(1000);
+  }
+  return true;
+}
+
+// False if the output goes on after the end or the most bytes.
+bool takePieces(int descriptor, Clock::time_point end, std::size_t left,
+                void (*take)(const char* piece, void* context), void* context) {
   std::array<char, 4096> block;
   std::array<char, kPieceSize> piece;
   std::size_t size = 0;
@@ -50,7 +77,10 @@ void takePieces(int descriptor, void (*take)(const char* piece, void* context), 
     take(piece.data(), context);
     count = length = 0;
   };
-  while (readOnce(descriptor, block.data(), block.size(), &size) == 0 && size > 0) {
+  bool isInTime = true;
+  while (left > 0 && (isInTime = waitForOutput(descriptor, end)) &&
+         readOnce(descriptor, block.data(), std::min(left, block.size()), &size) == 0 && size > 0) {
+    left -= size;
     for (const char byte : std::span(block).first(size)) {
       ++count;
       if (byte != '\0') piece[length++] = byte;
@@ -58,6 +88,7 @@ void takePieces(int descriptor, void (*take)(const char* piece, void* context), 
     }
   }
   if (count > 0) give();
+  return isInTime && left > 0;
 }
 
 }  // namespace
@@ -68,7 +99,8 @@ int runShell(const char* command) {
   return startShell(command, STDOUT_FILENO, &shell) == 0 ? waitFor(shell) : -1;
 }
 
-int readCommand(const char* command, void (*take)(const char* piece, void* context), void* context) {
+int readCommand(const char* command, void (*take)(const char* piece, void* context), void* context,
+                const ReadLimits& limits) {
   const ChildrenWaitable waitable;
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) return -1;
@@ -77,7 +109,11 @@ int readCommand(const char* command, void (*take)(const char* piece, void* conte
   pid_t shell = -1;
   if (startShell(command, writer.number(), &shell) != 0) return -1;
   writer.close();
-  takePieces(reader.number(), take, context);
+  const auto end = Clock::now() + limits.time;
+  if (!takePieces(reader.number(), end, limits.bytes, take, context) || !endsUntil(shell, end)) {
+    logDebug(joined({command, ": too slow or too long"}));
+    kill(shell, SIGKILL);
+  }
   return waitFor(shell);
 }
 

@@ -271,7 +271,8 @@ void makeCardFolder(const std::string& path) {
   answer("run mkdir " + path);
 }
 
-int readCommand(const char* command, void (*take)(const char* piece, void* context), void* context) {
+int readCommand(const char* command, void (*take)(const char* piece, void* context), void* context,
+                const ReadLimits& /*limits*/) {
   const int status = answer(std::string{"get "} + command);
   for (const std::string& piece : scripted().printed)
     if (status == 0) take(piece.c_str(), context);

@@ -92,12 +92,12 @@ TEST(Log, CutsATextAfter1023Bytes) {
   EXPECT_EQ(logDebug(std::string(2000, 'x')), std::string(1023, 'x'));
 }
 
-std::vector<std::string> pieces(const char* command) {
+std::vector<std::string> pieces(const char* command, const ReadLimits& limits = {}) {
   std::vector<std::string> all;
   const auto take = [](const char* piece, void* context) {
     static_cast<std::vector<std::string>*>(context)->emplace_back(piece);
   };
-  all.push_back("status " + std::to_string(readCommand(command, take, &all)));
+  all.push_back("status " + std::to_string(readCommand(command, take, &all, limits)));
   return all;
 }
 
@@ -124,6 +124,21 @@ TEST(Shell, GivesLinesAndPiecesOfLongerOnes) {
       {"printf '%0127d\\n' 0", {full, "\n", "status 0"}},
       {"printf 'a\\000b\\n%0126d\\000c\\n' 0", {"ab\n", full.substr(1), "c\n", "status 0"}}};
   for (const auto& [command, expected] : rows) EXPECT_EQ(pieces(command), expected) << command;
+}
+
+// Status 9: the shell was killed.
+TEST(Shell, IsKilledIfItsOutputDoesNotEnd) {
+  constexpr ReadLimits kShort{.time = std::chrono::milliseconds(500), .bytes = 10};
+  const std::pair<const char*, std::vector<std::string>> rows[] = {
+      {"printf 'one\n'; exec sleep 60", {"one\n", "status 9"}},
+      {"printf one; exec sleep 60 >/dev/null", {"one", "status 9"}},
+      {"printf '123456789'", {"123456789", "status 0"}},
+      {"exec yes one", {"one\n", "one\n", "on", "status 9"}}};
+  for (const auto& [command, expected] : rows) {
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(pieces(command, kShort), expected) << command;
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10)) << command;
+  }
 }
 
 }  // namespace
