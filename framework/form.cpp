@@ -65,6 +65,7 @@ std::size_t controlSize(std::string_view text, std::size_t at) {
 namespace {
 
 bool holdsControl(std::string_view text) {
+  if (isPlain(text)) return false;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (controlSize(text, i) > 0) return true;
   }

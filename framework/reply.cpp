@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include "framework/checks.h"
 #include "framework/form.h"
@@ -39,21 +40,6 @@ const Reason& reasonOf(int code) {
   return kReasons[0];
 }
 
-// Most lines need no encoding: their bytes are copied at once.
-void appendLine(std::string& lines, std::string_view key, std::string_view value) {
-  const std::size_t start = lines.size();
-  lines.resize(start + key.size() + value.size() + 2, '\n');
-  char* end = std::copy(key.begin(), key.end(), &lines[start]);
-  *end = '=';
-  std::copy(value.begin(), value.end(), end + 1);
-  if (isPlain({&lines[start], key.size() + value.size() + 1})) return;
-  lines.resize(start);
-  appendShown(key, &lines);
-  lines += '=';
-  appendShown(value, &lines);
-  lines += '\n';
-}
-
 constexpr std::string_view kNoStore = "\r\nCache-Control: no-store";
 constexpr std::string_view kTextType = "\r\nContent-Type: text/plain; charset=utf-8\r\nContent-Length: ";
 constexpr std::string_view kJsonType =
@@ -61,21 +47,49 @@ constexpr std::string_view kJsonType =
 
 }  // namespace
 
-Reply::Reply() {
-  body_.reserve(kUsualBytes);
+Reply::Reply() : body_(std::make_unique_for_overwrite<char[]>(kUsualBytes)), capacity_(kUsualBytes) {}
+
+char* Reply::extend(std::size_t size) {
+  if (capacity_ - length_ < size) {
+    capacity_ = 2 * (length_ + size);
+    auto larger = std::make_unique_for_overwrite<char[]>(capacity_);
+    std::copy_n(body_.get(), length_, larger.get());
+    body_ = std::move(larger);
+  }
+  return &body_[std::exchange(length_, length_ + size)];
+}
+
+void Reply::append(std::string_view lines) {
+  std::copy(lines.begin(), lines.end(), extend(lines.size()));
+}
+
+// Most lines need no encoding: their bytes are copied at once.
+void Reply::line(std::string_view key, std::string_view value) {
+  const std::size_t size = key.size() + value.size() + 2;
+  char* const start = extend(size);
+  char* end = std::copy(key.begin(), key.end(), start);
+  *end++ = '=';
+  end = std::copy(value.begin(), value.end(), end);
+  *end = '\n';
+  if (isPlain({start, size - 1})) return;
+  length_ -= size;
+  std::string shown;
+  appendShown(key, &shown);
+  shown += '=';
+  appendShown(value, &shown);
+  append(shown += '\n');
 }
 
 void Reply::pair(std::string_view key, std::string_view value) {
-  isJson_ ? object_.add(key, value) : appendLine(body_, key, value);
+  isJson_ ? object_.add(key, value) : line(key, value);
 }
 
 void Reply::pair(std::string_view key, int value) {
-  const Decimal digits(value);
-  isJson_ ? object_.addValue(key, digits.text()) : appendLine(body_, key, digits.text());
+  number(key, Decimal(value).text());
 }
 
 void Reply::number(std::string_view key, std::string_view digits) {
-  isJson_ ? object_.addValue(key, digits) : appendLine(body_, key, digits);
+  isJson_ ? object_.addValue(key, digits) : line(key, digits);
 }
 
 void Reply::list(std::string_view key, std::string_view items, ListOf kind) {
@@ -100,7 +114,7 @@ void Reply::write(int code, std::string_view body) const {
 }
 
 void Reply::send() const {
-  isJson_ ? write(200, object_.text() + "\n") : write(200, body_);
+  isJson_ ? write(200, object_.text() + "\n") : write(200, {body_.get(), length_});
 }
 
 std::string Reply::failureJson(int code, std::string_view parameter, std::string_view message) const {
@@ -114,8 +128,7 @@ std::string Reply::failureJson(int code, std::string_view parameter, std::string
 void Reply::sendFailure(int code, std::string_view parameter, std::string_view message) const {
   const int known = reasonOf(code).code;
   if (isJson_) return write(known, failureJson(known, parameter, message));
-  std::string body;
-  appendLine(body, "error", Decimal(known).text());
+  std::string body = joined({"error=", Decimal(known).text(), "\n"});
   if (!message.empty()) {
     body += "message=";
     appendShown(parameter, &body);

@@ -1,6 +1,8 @@
 // The reply: lines of key and value or a JSON object, or an error code and a message.
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -32,7 +34,7 @@ class Reply {
   std::string json() const { return object_.text(); }
 
   // Appends complete lines. Only for text.
-  void append(std::string_view lines) { body_ += lines; }
+  void append(std::string_view lines);
 
   // Tells whoever passes the reply on not to store it.
   void forbidStoring() { isSecret_ = true; }
@@ -51,11 +53,15 @@ class Reply {
   [[gnu::cold]] std::string failureJson(int code, std::string_view parameter, std::string_view message) const;
 
   void write(int code, std::string_view body) const;
+  void line(std::string_view key, std::string_view value);
+  char* extend(std::size_t size);  // returns where the new bytes of the body belong
 
   bool isJson_ = false;
   bool isSecret_ = false;
   std::string header_;
-  std::string body_;   // of text
+  std::unique_ptr<char[]> body_;  // of text; no string, because growing one would fill it first
+  std::size_t capacity_;
+  std::size_t length_ = 0;
   JsonObject object_;  // of JSON
 };
 

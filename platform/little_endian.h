@@ -1,14 +1,21 @@
 // Numbers in files and messages: little-endian on every machine, with any alignment.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 namespace camera {
 
 template <class Number>
 Number loadLittle(const void* bytes) {
+  if constexpr (std::endian::native == std::endian::little) {  // compilers do not see this in the loop
+    Number number;
+    std::memcpy(&number, bytes, sizeof number);
+    return number;
+  }
   std::make_unsigned_t<Number> value = 0;
   for (std::size_t i = sizeof value; i-- > 0;) {
     value = static_cast<decltype(value)>(std::uint64_t{value} << 8U |

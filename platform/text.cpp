@@ -7,18 +7,6 @@
 
 namespace camera {
 
-std::string_view takeUntil(char separator, std::string_view* rest) {
-  const std::string_view whole = *rest;
-  const void* found = whole.empty() ? nullptr : std::memchr(whole.data(), separator, whole.size());
-  if (found == nullptr) {
-    *rest = {};
-    return whole;
-  }
-  const auto length = static_cast<std::size_t>(static_cast<const char*>(found) - whole.data());
-  *rest = {whole.data() + length + 1, whole.size() - length - 1};
-  return {whole.data(), length};
-}
-
 bool readInteger(std::string_view text, int base, std::int64_t* number) {
   std::int64_t value = 0;
   const char* end = text.data() + text.size();

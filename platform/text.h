@@ -13,7 +13,17 @@ namespace camera {
 
 // Removes the text up to the first separator from rest and returns it, without the separator. Without a
 // separator, this is all of rest.
-std::string_view takeUntil(char separator, std::string_view* rest);
+inline std::string_view takeUntil(char separator, std::string_view* rest) {
+  const std::string_view whole = *rest;
+  const void* found = whole.empty() ? nullptr : std::memchr(whole.data(), separator, whole.size());
+  if (found == nullptr) {
+    *rest = {};
+    return whole;
+  }
+  const auto length = static_cast<std::size_t>(static_cast<const char*>(found) - whole.data());
+  *rest = {whole.data() + length + 1, whole.size() - length - 1};
+  return {whole.data(), length};
+}
 
 // True if the text is one number in that base and nothing else: an optional minus sign and digits. False also
 // if it does not fit into 64 bits. number is written only on success.

@@ -1,8 +1,11 @@
 // wlansurvey.cgi: the wireless networks in range.
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "handlers/endpoint.h"
 #include "platform/network/site_survey.h"
+#include "platform/text.h"
 
 namespace camera {
 namespace {
@@ -19,13 +22,14 @@ constexpr AuthWord kAuthWords[] = {
     {"WPA-PSK", "", "WPA-PSK"}, {"WPA2-PSK", "", "WPA2-PSK"},
 };
 
-constexpr const char* kSurveyedEncryptions[] = {"NONE", "WEP", "AES", "TKIP"};
+constexpr std::string_view kSurveyedEncryptions[] = {"NONE", "WEP", "AES", "TKIP"};
 constexpr const char* kEncryptionWords[] = {"none", "WEP", "AES", "TKIP"};
 
 // Returns null for a network that is left out.
 const char* authWord(const Site& site) {
+  const std::string_view auth = textOf(site.auth);
   for (const AuthWord& row : kAuthWords) {
-    if (row.auth == site.auth && (row.encryption.empty() || row.encryption == site.encryption))
+    if (row.auth == auth && (row.encryption.empty() || row.encryption == textOf(site.encryption)))
       return row.word;
   }
   return nullptr;
@@ -48,15 +52,17 @@ class WlanSurveyEndpoint final : public ReadOnlyEndpoint {
     JsonArray networks;
     for (const Site& site : surveySites()) {
       const char* auth = authWord(site);
-      const int encryption = indexOf(site.encryption, kSurveyedEncryptions);
-      if (*site.ssid == '\0' || auth == nullptr || encryption < 0) continue;
+      const auto* surveyed = std::find(std::begin(kSurveyedEncryptions), std::end(kSurveyedEncryptions),
+                                       textOf(site.encryption));
+      if (*site.ssid == '\0' || auth == nullptr || surveyed == std::end(kSurveyedEncryptions)) continue;
+      const char* encryption = kEncryptionWords[surveyed - kSurveyedEncryptions];
       if (!isJson()) {
-        replySite(site, auth, kEncryptionWords[encryption], &fullReply());
+        replySite(site, auth, encryption, &fullReply());
         continue;
       }
       Reply network;
       network.useJson();
-      replySite(site, auth, kEncryptionWords[encryption], &network);
+      replySite(site, auth, encryption, &network);
       networks.add(network.json());
     }
     if (isJson()) value("networks", networks.text());

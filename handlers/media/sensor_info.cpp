@@ -49,11 +49,13 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
   int replyValues(const Capability& capability) {
     if (capability.values == nullptr) return replyExposureTimes(capability);
     if (capability.currentKey != nullptr) return replyCurrent(capability);
-    std::string offered = offeredBy(sensor_.values(capability));
+    const ValueSet& values = sensor_.values(capability);
+    std::string offered = &values == values_ ? offered_ : offeredBy(values);  // neighbours often share them
     // Two capabilities that offer the same for one parameter stand one after the other and have one line.
     if (capability.parameter == parameter_ && offered == offered_) return 200;
-    replyList(capability.parameter, offered, sensor_.values(capability));
+    replyList(capability.parameter, offered, values);
     parameter_ = capability.parameter;
+    values_ = &values;
     offered_ = std::move(offered);
     return 200;
   }
@@ -85,6 +87,7 @@ class SensorInfoEndpoint final : public ReadOnlyEndpoint {
 
   SensorCapabilities sensor_;
   std::string_view parameter_;  // of the last list
+  const ValueSet* values_ = nullptr;
   std::string offered_;
 };
 

@@ -36,7 +36,7 @@ void NameList::add(std::string_view name, EntryKind kind) {
 
 void NameList::sort(std::size_t first, std::size_t count) {
   const auto begin = entries_.begin() + static_cast<std::ptrdiff_t>(first);
-  std::nth_element(entries_.begin(), begin, entries_.end(), precedes);
+  if (first > 0) std::nth_element(entries_.begin(), begin, entries_.end(), precedes);
   std::partial_sort(begin, begin + static_cast<std::ptrdiff_t>(count), entries_.end(), precedes);
 }
 

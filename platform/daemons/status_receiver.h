@@ -45,7 +45,7 @@ class StatusReceiver {
 
  private:
   using Clock = std::chrono::steady_clock;
-  static constexpr std::size_t kBatch = 64;
+  static constexpr std::size_t kBatch = 16;
 
   bool fetch(Clock::time_point end);
 

@@ -1,17 +1,14 @@
 // Parsers of the driver's files: the wireless networks, and the signal.
 #include "platform/network/site_survey.h"
 
-#include <algorithm>
-
 #include "platform/text.h"
 
 namespace camera {
 namespace {
 
 bool parseSite(std::string_view line, Site* site) {
-  if (std::count(line.begin(), line.end(), '\t') != 5) return false;
-  return setText(site->ssid, takeUntil('\t', &line)) && setText(site->encryption, takeUntil('\t', &line)) &&
-         setText(site->auth, takeUntil('\t', &line)) && setText(site->network_type, takeUntil('\t', &line)) &&
+  const auto take = [&line](auto& field) { return copyText(field, sizeof field, takeUntil('\t', &line)); };
+  return take(site->ssid) && take(site->encryption) && take(site->auth) && take(site->network_type) &&
          readNumber(takeUntil('\t', &line), &site->channel) && readNumber(line, &site->rssi);
 }
 

@@ -26,20 +26,27 @@ constexpr char kMagic[] = {'C', 'S', 'E', 'T'};
 constexpr std::uint16_t kFormatVersion = 1;
 enum HeaderOffset : std::size_t { kFormatAt = 4, kVersionAt = 6, kLengthAt = 8, kCrcAt = 12 };
 
-// The CRC-32 of IEEE 802.3.
+// The CRC-32 of IEEE 802.3 of a byte that so many zero bytes follow.
+template <int kZeros>
 constexpr auto kCrcOfByte = [] {
   std::array<std::uint32_t, 256> table{};
   for (std::uint32_t byte = 0; byte < table.size(); ++byte) {
     table[byte] = byte;
-    for (int bit = 0; bit < 8; ++bit)
+    for (int bit = 0; bit < 8 * (kZeros + 1); ++bit)
       table[byte] = table[byte] >> 1 ^ ((table[byte] & 1) != 0 ? 0xEDB88320U : 0U);
   }
   return table;
 }();
 
+// Four bytes at once: byte by byte, this would be half the cost of a read.
 std::uint32_t crc32(std::span<const std::uint8_t> bytes) {
   std::uint32_t crc = ~std::uint32_t{0};
-  for (const std::uint8_t byte : bytes) crc = crc >> 8 ^ kCrcOfByte[(crc ^ byte) & 0xFF];
+  for (; bytes.size() >= 4; bytes = bytes.subspan(4)) {
+    crc ^= loadLittle<std::uint32_t>(bytes.data());
+    crc = kCrcOfByte<3>[crc & 0xFF] ^ kCrcOfByte<2>[crc >> 8 & 0xFF] ^ kCrcOfByte<1>[crc >> 16 & 0xFF] ^
+          kCrcOfByte<0>[crc >> 24];
+  }
+  for (const std::uint8_t byte : bytes) crc = crc >> 8 ^ kCrcOfByte<0>[(crc ^ byte) & 0xFF];
   return ~crc;
 }
 

@@ -59,6 +59,7 @@ bool waitFor(pid_t child, std::chrono::milliseconds time, int* status) {
 
 // What a program prints must not reach the reply.
 bool runAction(const std::string& program, int waitMilliseconds) {
+  const ChildSignalHeld held;
   const Descriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
   const char* const arguments[] = {program.c_str(), nullptr};
   pid_t child = -1;
@@ -81,7 +82,6 @@ bool runAction(const std::string& program, int waitMilliseconds) {
 
 int runActions(std::uint64_t set, std::span<const RecordInfo* const> records, const ActionRules& rules) {
   if (set == 0) return 0;
-  const ChildSignalHeld held;
   int started = 0;
   for (std::size_t i = 0; i < records.size(); ++i) {
     if ((set >> i & 1) == 0) continue;
