@@ -118,14 +118,16 @@ TEST_F(Card, RemovesAFolderWhereverAPathLeadsMeanwhile) {
     for (;;) exchange();
   }
   int removed = 0;
-  for (int i = 0; i < 200; ++i) {
+  for (int i = 0; i < 200 || (removed < 5 && i < 20'000); ++i) {
     fs::create_directories(at("other/it's;-rf/kept"));
+    std::error_code ignored;  // one of these is the link, or none exists just then
+    for (const char* folder : {"M/2014", "M/aside"}) fs::create_directory(at(folder + "/it's;-rf"s), ignored);
     if (removeFolder(product, "2014/it's;-rf") == 0) ++removed;
     EXPECT_TRUE(fs::exists(at("other/it's;-rf/kept"))) << "after " << removed;
   }
   kill(child, SIGKILL);
   waitpid(child, nullptr, 0);
-  EXPECT_GT(removed, 0);
+  EXPECT_GE(removed, 5);
   if (!fs::is_directory(fs::symlink_status(at("M/2014")))) exchange();
   for (const char* name : {"it's;-rf", "-rf", "sub"}) {
     fs::create_directories(at("M/2014/"s + name + "/inside"));
