@@ -19,7 +19,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -142,6 +141,7 @@ int main(int argc, char** argv) {
     posix_spawn_file_actions_addopen(&quiet, descriptor, "/dev/null", O_RDWR, 0);
 
   std::vector<Program*> rest;
+  rest.reserve(programs.size());
   for (Program& program : programs) rest.push_back(&program);
   const auto isLong = [](const Program* program) { return program->lowest.wall > kLongMicroseconds; };
   // In turn, so that a change of the machine's load affects all of them. Each twice, because the first start
