@@ -18,6 +18,8 @@ struct WordList {
   std::string spaced(std::size_t most = SIZE_MAX) const;
 };
 
+inline constexpr char kProductFile[] = "/etc/camera/product.conf";
+
 struct ProductInfo {
   // Parses the text of a product.conf. False if a line is malformed or a display system is unknown; the log
   // has the line's number or the key. Only for a new object.

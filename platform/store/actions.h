@@ -10,6 +10,8 @@
 
 namespace camera {
 
+inline constexpr char kActionsFolder[] = "/usr/lib/camera/actions";
+
 // Where the programs are, and how long to wait for each. One that takes longer is left running.
 struct ActionRules {
   std::string folder;

@@ -21,14 +21,13 @@
 #include "platform/file.h"
 #include "platform/log.h"
 #include "platform/product/product_info.h"
+#include "platform/store/actions.h"
 #include "platform/store/records/system.h"
 #include "platform/text.h"
 
 namespace camera {
 namespace {
 
-constexpr char kProductFile[] = "/etc/camera/product.conf";
-constexpr char kActionsFolder[] = "/usr/lib/camera/actions";
 constexpr char kFormatLog[] = "/tmp/sd.txt";
 constexpr mode_t kOthers = 077;  // the rights of everybody but the owner
 constexpr std::chrono::seconds kPatience{1};

@@ -8,7 +8,7 @@ const ProductInfo* productInfo() {
   // Intentionally leaked: the process ends with its one request.
   static const ProductInfo* product = []() -> const ProductInfo* {
     std::string text;
-    if (readFile("/etc/camera/product.conf", &text) != 0) return nullptr;
+    if (readFile(kProductFile, &text) != 0) return nullptr;
     auto* read = new ProductInfo;
     return read->parse(std::move(text)) ? read : nullptr;
   }();

@@ -15,7 +15,6 @@ namespace {
 
 static_assert(sizeof(std::time_t) == sizeof(std::int64_t), "the camera is in use beyond 2038");
 
-constexpr char kActionsFolder[] = "/usr/lib/camera/actions";
 constexpr int kActionMilliseconds = 10'000;
 
 // Intentionally leaked: the process ends with its one request.
