@@ -37,9 +37,8 @@ export const bdi = (text) => el('bdi', {}, String(text));
 export const prose = (text) => text.split('`').map((part, i) => (i % 2 ? el('code', {}, part) : part));
 
 let lastId = 0;
-export const isNear = /^(127\.|localhost$|\[::1\]$)/.test(location.hostname);
-
 export const newId = () => `id${++lastId}`;
+export const isNear = /^(127\.|localhost$|\[::1\]$)/.test(location.hostname);  // perhaps a virtual camera
 
 /** @param {string} title @param {string} endpoint @param {...Child} content */
 export function section(title, endpoint, ...content) {
@@ -231,20 +230,20 @@ export async function exactNames(url, names, find) {
 
 /** Better words for names, or parts of them. What is not here is shown as it is, with a capital. */
 const kWords = Object.fromEntries(`
-  auth:authentication, autoexposure:automatic exposure, autogainctrl:automatic gain, backlightcomp:back-light
-  compensation, bitrate:bit rate, current:display system, ddns:dynamic DNS, del:delete, dhcp:DHCP, dns1:DNS server 1,
-  dns2:DNS server 2, dstauto:daylight saving by region, dstenable:daylight saving time, essid:network name,
-  framerate:frame rate, ftp:FTP, httpexternalport:external HTTP port, httpport:HTTP port, icr:day/night switch,
-  info:information, io:inputs and outputs, ip:IP address, ipaddr:IP address, irled:infrared LEDs, key1:WEP key,
-  livevideo:live video needs login, macaddr:MAC address, maxexposuretime:longest exposure, mbmask:motion mask,
-  method:clock set by, mic:microphone, mod:change, newname:new name, samplerate:sample rate, noisereduction:noise
-  reduction, p:pan, t:tilt, z:zoom, pass:password, pir:infrared sensor, pppoe:PPPoE, privacy:privacy mode,
-  profileid:profile, ptz:head, rel:step, rtspexternalport:external RTSP port, rtspport:RTSP port, rtspurl:RTSP path,
-  sd:SD card, sdcard:SD card, sensor:image sensor, snapshoturl:snapshot needs login, sw:software, timeserver:NTP server,
-  timestamp:on-screen display, timezone:time zone, upnp:UPnP, qualitymode:quality mode, urlentry:path,
-  videoinformat:video format, user:account, whitebalance:white balance, reboot:restart, H264:H.264, MPEG4:MPEG-4,
-  CBR:constant bit rate, Fixquality:fixed quality, datetime.cgi:clock, video.cgi:video profiles, audio.cgi:audio
-  profiles`
+  auth:authentication, autoexposure:automatic exposure, autogainctrl:automatic gain,
+  backlightcomp:back-light compensation, bitrate:bit rate, current:display system, ddns:dynamic DNS, del:delete,
+  dhcp:DHCP, dns1:DNS server 1, dns2:DNS server 2, dstauto:daylight saving by region, dstenable:daylight saving time,
+  essid:network name, framerate:frame rate, ftp:FTP, httpexternalport:external HTTP port, httpport:HTTP port,
+  icr:day/night switch, info:information, io:inputs and outputs, ip:IP address, ipaddr:IP address, irled:infrared LEDs,
+  key1:WEP key, livevideo:live video needs login, macaddr:MAC address, maxexposuretime:longest exposure,
+  mbmask:motion mask, method:clock set by, mic:microphone, mod:change, newname:new name, samplerate:sample rate,
+  noisereduction:noise reduction, p:pan, t:tilt, z:zoom, pass:password, pir:infrared sensor, pppoe:PPPoE,
+  privacy:privacy mode, profileid:profile, ptz:head, rel:step, rtspexternalport:external RTSP port, rtspport:RTSP port,
+  rtspurl:RTSP path, sd:SD card, sdcard:SD card, sensor:image sensor, snapshoturl:snapshot needs login, sw:software,
+  timeserver:NTP server, timestamp:on-screen display, timezone:time zone, upnp:UPnP, qualitymode:quality mode,
+  urlentry:path, videoinformat:video format, user:account, whitebalance:white balance, reboot:restart, H264:H.264,
+  MPEG4:MPEG-4, CBR:constant bit rate, Fixquality:fixed quality, datetime.cgi:clock, video.cgi:video profiles,
+  audio.cgi:audio profiles`
   .split(',').map((pair) => pair.trim().split(':')));
 
 /** @param {string} name of an endpoint, a parameter or a value */

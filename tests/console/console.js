@@ -31,7 +31,7 @@ export class Console {
   static async open(camera, hash = '', options = {}) {
     const self = new Console();
     self.camera = camera;
-    self.context = await browser.newContext({ viewport: { width: 1280, height: 800 }, bypassCSP: false,
+    self.context = await browser.newContext({ viewport: { width: 1280, height: 800 },
       timezoneId: 'Europe/Berlin', ...options });
     await self.tab(hash);
     return self;

@@ -185,10 +185,9 @@ suite('one camera', () => {
   test('a folder of the card is deleted after a question', async () => {
     const self = await person('#/card/');
     const files = self.card('sdcard_list.cgi');
-    const link = files.locator('td.folder a').first();
-    const folder = `${camera.state}/sdcard/${await link.textContent()}`;
-    const found = execFileSync('find', [camera.state + '/sdcard', '-type', 'd', '-name', await link.textContent()]).toString().trim();
-    assert(existsSync(found), folder);
+    const name = await files.locator('td.folder a').first().textContent();
+    const found = execFileSync('find', [camera.state + '/sdcard', '-type', 'd', '-name', name]).toString().trim();
+    assert(existsSync(found), name);
     await files.locator('tbody input').first().check();
     await files.getByRole('button', { name: 'Delete selected…' }).click();
     const question = self.page.getByRole('dialog');
