@@ -4,17 +4,19 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
+#include <chrono>
 #include <utility>
 
 #include "framework/checks.h"
 #include "framework/form.h"
+#include "platform/descriptor.h"
 #include "platform/text.h"
 
 namespace camera {
 namespace {
 
-constexpr std::size_t kUsualBytes = 1024;  // reserved for a body; few are longer
+constexpr std::size_t kUsualBytes = 1024;      // reserved for a body; few are longer
+constexpr std::chrono::seconds kPatience{60};  // with a server whose pipe is full and would not block
 
 struct Reason {
   int code;
@@ -105,12 +107,7 @@ void Reply::write(int code, std::string_view body) const {
   response.append(header_).append("Status: ").append(reasonOf(code).status);
   response.append(isSecret_ ? kNoStore : "").append(type);
   response.append(length.text()).append("\r\n\r\n").append(body);
-  std::string_view rest = response;
-  while (!rest.empty()) {
-    const ssize_t count = ::write(STDOUT_FILENO, rest.data(), rest.size());
-    if (count < 0 && errno != EINTR) return;
-    if (count > 0) rest.remove_prefix(static_cast<std::size_t>(count));
-  }
+  writeInTime(STDOUT_FILENO, response, kPatience);
 }
 
 void Reply::send() const {

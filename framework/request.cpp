@@ -1,6 +1,7 @@
 // Reads the request from the CGI variables and standard input.
 #include "framework/request.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -92,11 +93,19 @@ class Preference {
   return json.quality() > text.quality();
 }
 
+// Some servers give a pipe that does not block. False if nothing comes in time.
+[[gnu::cold]] bool waitForInput() {
+  constexpr int kPatience = 60'000;  // ms
+  pollfd in{STDIN_FILENO, POLLIN, 0};
+  return poll(&in, 1, kPatience) != 0;
+}
+
 // Fills the text from standard input. False if the input ends too early.
 bool readInput(std::string* text) {
   for (std::size_t filled = 0; filled < text->size();) {
     const ssize_t count = read(STDIN_FILENO, text->data() + filled, text->size() - filled);
-    if (count == 0 || (count < 0 && errno != EINTR)) return false;
+    if (count == 0 || (count < 0 && errno != EINTR && errno != EAGAIN)) return false;
+    if (count < 0 && errno == EAGAIN && !waitForInput()) return false;
     if (count > 0) filled += static_cast<std::size_t>(count);
   }
   return true;

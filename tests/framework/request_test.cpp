@@ -1,7 +1,12 @@
 // Requests, read from query string and form body, and the bytes of a reply.
 #include "framework/request.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/time.h>
+#include <sys/wait.h>
+
+#include <csignal>
 
 #include "framework/reply.h"
 #include "tests/support/cgi_run.h"
@@ -69,6 +74,46 @@ TEST(Request, ReadsABodyOnlyWhenItIsAFormOfTheLengthItSays) {
     capture(input, [&] { readRequest(cgiVariables(), false, &request); });
     EXPECT_EQ(request.params, params) << testing::PrintToString(changes);
     EXPECT_EQ(request.error, error) << testing::PrintToString(changes);
+  }
+}
+
+// Signals interrupt each read and write of the program, so that they are short, or do nothing.
+[[noreturn]] void echoAmongSignals(int in, int out, int flags) {
+  struct sigaction interrupts {};
+  interrupts.sa_handler = [](int) {};
+  sigaction(SIGALRM, &interrupts, nullptr);
+  const itimerval often{{0, 1000}, {0, 1000}};
+  setitimer(ITIMER_REAL, &often, nullptr);
+  for (const int end : {in, out}) fcntl(end, F_SETFL, flags);
+  dup2(in, STDIN_FILENO);
+  dup2(out, STDOUT_FILENO);
+  Request request;
+  readRequest(cgiVariables(), false, &request);
+  Reply reply;
+  reply.append(request.error + request.params["a"]);
+  reply.send();
+  _exit(0);
+}
+
+TEST(Channels, ABodyAndAReplyComeWholeInWhateverPieces) {
+  signal(SIGPIPE, SIG_IGN);
+  const std::string value(60'000, 'x');
+  const CgiInput input = post("a=" + value);
+  for (const int flags : {0, O_NONBLOCK}) {
+    int body[2], reply[2];
+    ASSERT_TRUE(pipe2(body, O_CLOEXEC) == 0 && pipe2(reply, O_CLOEXEC) == 0);
+    fcntl(reply[1], F_SETPIPE_SZ, 4096);
+    capture(input, [] {});  // sets the variables
+    const pid_t child = fork();
+    if (child == 0) echoAmongSignals(body[0], reply[1], flags);
+    close(body[0]), close(reply[1]);
+    for (std::size_t i = 0; i < input.body.size(); i += 2000, usleep(2000))
+      EXPECT_GT(write(body[1], &input.body[i], std::min<std::size_t>(2000, input.body.size() - i)), 0);
+    std::string all;
+    for (char byte = 0; read(reply[0], &byte, 1) == 1; all += byte)
+      if (all.size() % 1000 == 0) usleep(2000);
+    EXPECT_TRUE(all.ends_with("\r\n\r\n" + value)) << flags << ": " << all.substr(0, 200);
+    close(body[1]), close(reply[0]), waitpid(child, nullptr, 0);
   }
 }
 
