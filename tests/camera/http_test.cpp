@@ -197,13 +197,15 @@ TEST_F(Http, OnlyTheEndpointsAndTheCardAreServed) {
     EXPECT_EQ(camera_->get(folder).status, 403) << folder;
 }
 
-// Outside the sandbox, root could write to these files.
+// Outside the sandbox, root could write to these files and have namespaces.
 TEST_F(Http, NothingInTheCameraReachesTheHostsKernel) {
-  const Output output =
-      camera_->inside({"bash", "-c",
-                       "shopt -s globstar; for f in /proc/sys/{kernel,vm,net}/** /proc/sysrq-trigger; do  [[ "
-                       "! -f $f ]] || { (: >>\"$f\") 2>/dev/null && echo \"$f\"; }; done; echo done"});
-  EXPECT_EQ(output.out, "done\n");
+  const Output output = camera_->inside(
+      {"bash", "-c",
+       "shopt -s globstar; for f in /proc/sys/{kernel,vm,net}/** /proc/sysrq-trigger; do  [[ "
+       "! -f $f ]] || { (: >>\"$f\") 2>/dev/null && echo \"$f\"; }; done; unshare -U echo "
+       "unshared; bwrap --unshare-user --ro-bind / / echo cloned; grep CapBnd /proc/self/status"});
+  EXPECT_EQ(output.out, "CapBnd:\t0000000000000000\n") << output.err;
+  EXPECT_NE(output.err.find("unshare failed: Operation not permitted"), std::string::npos) << output.err;
 }
 
 // Changes of the PPPoE record are never merged: the second of two concurrent requests is applied again.
