@@ -92,21 +92,21 @@ function setOnline(online) {
   bus.dispatchEvent(new Event(online ? 'online' : 'offline'));
 }
 
-/** @param {string} url @param {RequestInit & { accept?: string, limit?: number }} [options] limit: ms until the reply
- * @returns {Promise<Response>} a successful one */
-export async function request(url, { accept = 'application/json', limit = 40000, signal, headers, ...init } = {}) {
+/** Answers a successful reply, or what `take` makes of it while the signal still counts. @param {string} url @param
+ * {RequestInit & { accept?: string, limit?: number }} [options] limit: ms @param {(r: Response) => any} [take] */
+export async function request(url, { accept = 'application/json', limit = 40000, signal, headers, ...init } = {},
+  take = (response) => response) {
   const ended = new AbortController();
-  const abort = () => ended.abort();
-  const timer = setTimeout(abort, limit);
-  if (signal?.aborted) abort();
-  signal?.addEventListener('abort', abort);
+  const timer = setTimeout(() => ended.abort(), limit);
+  if (signal?.aborted) ended.abort();
+  signal?.addEventListener('abort', () => ended.abort());
   document.body.classList.toggle('busy', ++underWay > 0);
   try {
     const response = await fetch(url, { cache: 'no-cache', ...init, signal: ended.signal, headers: { Accept: accept,
       ...headers } });
     setOnline(true);
     if (!response.ok) throw refusalOf(response.status, await response.text());
-    return response;
+    return await take(response);
   } catch (error) {
     if (error instanceof Refusal) throw error;
     if (signal?.aborted) throw new Refusal(0, 'ended');
@@ -117,6 +117,8 @@ export async function request(url, { accept = 'application/json', limit = 40000,
     document.body.classList.toggle('busy', --underWay > 0);
   }
 }
+
+export const requestJson = (/** @type {string} */ url, options = {}) => request(url, options, (r) => r.json());
 
 /** @param {number} status @param {string} body JSON, or lines KEY=VALUE, or another server's page */
 function refusalOf(status, body) {
@@ -135,17 +137,16 @@ const form = (params) => typeof params === 'string' ? params :
 /** Asks whether there is a web server. @param {number} limit in milliseconds */
 export const ping = (limit) => request('/console/style.css', { method: 'HEAD', accept: '*/*', limit });
 
-/** @param {string} name @param {Params | string} [params] @param {AbortSignal} [signal]
- * @returns {Promise<Record<string, any>>} */
-export const read = async (name, params = {}, signal) =>
-  (await request(`/cgi-bin/${name}?${form(params)}`.replace(/\?$/, ''), { signal })).json();
+/** @param {string} name @param {Params | string} [params] @param {AbortSignal} [signal] */
+export const read = (name, params = {}, signal) =>
+  requestJson(`/cgi-bin/${name}?${form(params)}`.replace(/\?$/, ''), { signal });
 
-/** @param {string} name @param {Params | string} params @returns {Promise<Record<string, any>>} */
-export const change = async (name, params) => (await post(`/cgi-bin/${name}`, form(params))).json();
+/** @param {string} name @param {Params | string} params */
+export const change = (name, params) => requestJson(`/cgi-bin/${name}`, posted(form(params)));
 
-/** @param {string} url @param {string} body a form @param {string} [accept] */
-export const post = (url, body, accept) =>
-  request(url, { method: 'POST', body, accept, headers: { 'Content-Type': 'application/x-www-form-urlencoded' } });
+/** The options of a request. @param {string} body a form @param {string} [accept] */
+export const posted = (body, accept) =>
+  ({ method: 'POST', body, accept, headers: { 'Content-Type': 'application/x-www-form-urlencoded' } });
 
 /** Resolves once the page is visible and the camera answers. @param {AbortSignal} signal */
 export async function awake(signal) {
@@ -217,7 +218,7 @@ export const decodeBytes = (text, code = /%([0-9a-f]{2})/gi) =>
  * {(text: string) => string[]} find those of text */
 export async function exactNames(url, names, find) {
   if (!names.some((name) => name.includes('\ufffd'))) return names.map(bytesOf);
-  const buffer = await (await request(url, { accept: 'text/plain' })).arrayBuffer();
+  const buffer = await request(url, { accept: 'text/plain' }, (reply) => reply.arrayBuffer());
   const found = find(Array.from(new Uint8Array(buffer), (byte) => String.fromCharCode(byte)).join(''));
   return names.map((name, i) => {
     if (!name.includes('\ufffd') || found[i] === undefined) return bytesOf(name);
@@ -306,7 +307,7 @@ export function makeField(name, schema, required = false) {
 }
 
 export async function loadDescription() {
-  const api = await (await request('/openapi.json')).json();
+  const api = await requestJson('/openapi.json');
   /** What a reference stands for. @param {any} node @returns {any} */
   const at = (node) => {
     /** @type {string[]} */

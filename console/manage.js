@@ -1,7 +1,7 @@
 // The pages System, Accounts, API and Card; waiting for the camera.
 import { Refusal, actionForm, ask, awake, bdi, button, bytesOf, camera, card, carryOut, change, controlOf, decodeBytes,
   el, encodeBytes, endpointOf, endpointsOf, exactNames, fieldOf, has, isNear, loadWhenSeen, makeField, newId, ping,
-  post, prose, read, refill, request, say, section, size, sleep, table, textOf, words } from './core.js';
+  posted, prose, read, refill, request, requestJson, say, section, size, sleep, table, textOf, words } from './core.js';
 
 /** @import { Child, Endpoint, Params } from './core.js' */
 
@@ -123,9 +123,10 @@ export async function awaitRestart(isReset) {
 async function simulator(page, signal) {
   await awake(signal);
   /** @type {{ commands: { name: string, usage: string, help: string }[] }} */
-  const { commands } = await (await request('/simulator', { signal })).json();
+  const { commands } = await requestJson('/simulator', { signal });
   const run = async (/** @type {string} */ command) => {
-    const text = await (await post('/simulator', `command=${encodeURIComponent(command)}`, 'text/plain')).text();
+    const text = await request('/simulator', posted(`command=${encodeURIComponent(command)}`, 'text/plain'),
+      (reply) => reply.text());
     return text ? el('pre', {}, bdi(text)) : 'Done.';
   };
   page.append(section('Simulate events', 'simulator', el('p', { class: 'summary' },
@@ -271,7 +272,7 @@ function trial({ name, fields, privilege, changes }) {
     const { url, body } = target();
     const start = performance.now();
     answer.textContent = 'Under way…';
-    const sent = body === undefined ? request(url, { accept: format.value }) : post(url, body, format.value);
+    const sent = request(url, body === undefined ? { accept: format.value } : posted(body, format.value));
     const [status, text] = await sent.then(async (response) => [response.status, await response.text()],
       ({ status, parameter, message }) => [status || 'no answer', parameter ? `${parameter}: ${message}` : message]);
     answer.replaceChildren(`${status}, ${Math.round(performance.now() - start)} ms\n`, bdi(text));

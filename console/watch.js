@@ -82,8 +82,8 @@ function picture(signal, head) {
   const full = button('Full screen', () =>
     document.fullscreenElement ? document.exitFullscreen() : stage.requestFullscreen());
   const keep = button('Save a snapshot', async () => {
-    const response = await request(`/snapshot.jpg?profile=${profile.value}`, { accept: 'image/jpeg' });
-    const href = URL.createObjectURL(await response.blob());
+    const href = URL.createObjectURL(await request(`/snapshot.jpg?profile=${profile.value}`, { accept: 'image/jpeg' },
+      (reply) => reply.blob()));
     const time = new Date().toISOString().slice(0, 19).replace(/[:T]/g, '-');
     el('a', { href, download: `snapshot-${time}.jpg` }).click();
     setTimeout(() => URL.revokeObjectURL(href), 10000);
@@ -456,9 +456,8 @@ function log(signal) {
     box.scrollTop = box.scrollHeight;
   };
   const load = async () => {
-    const response = await request(`/log${size ? `?after=${size}` : ''}`, { accept: 'text/plain', signal });
-    const bytes = await response.arrayBuffer();
-    const total = Number(response.headers.get('X-Log-Size'));
+    const [bytes, total] = await request(`/log${size ? `?after=${size}` : ''}`, { accept: 'text/plain', signal },
+      async (reply) => [await reply.arrayBuffer(), Number(reply.headers.get('X-Log-Size'))]);
     // The camera may have forgotten what was read.
     if (total - bytes.byteLength !== size) lines = [];
     size = total;
