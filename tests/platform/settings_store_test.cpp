@@ -130,27 +130,6 @@ TEST_F(Store, AStepThatFailsFailsTheWriteAndKeepsTheOldRecord) {
   }
 }
 
-TEST_F(Store, DeathAtAnyStepLeavesTheOldOrTheNewRecord) {
-  for (const Crash crash : {Crash::kKilled, Crash::kPowerLost, Crash::kDataLost}) {
-    bool survived = false;
-    for (int step = 0; !survived; ++step) {
-      SCOPED_TRACE(testing::Message() << "crash " << static_cast<int>(crash) << " at step " << step);
-      disk = MemoryDisk();
-      ASSERT_EQ(Process(disk).put(1), kDone);
-      disk.stepsToLive = step;
-      const StoreResult result = Process(disk).put(2);
-      survived = !disk.dead();
-      ASSERT_LT(step, 20);
-      disk.restartAfter(crash);
-      const int number = stored(disk).number;
-      EXPECT_TRUE(number == 2 || (number == 1 && result != kDone)) << number;
-      EXPECT_EQ(Process(disk).put(3), kDone);
-      EXPECT_EQ(stored(disk).number, 3);
-      EXPECT_FALSE(disk.has(".new"));
-    }
-  }
-}
-
 // One record is replaced, one reset, one stays.
 TEST_F(Store, ReplacesAllRecordsOrNoneWhereverItDies) {
   Sample wanted = kSampleDefaults;
@@ -384,29 +363,6 @@ pid_t fork(const std::function<bool()>& body) {
 int statusOf(pid_t child) {
   int status = -1;
   return waitpid(child, &status, 0) == child ? status : -1;
-}
-
-TEST(StoreProcesses, LoseNothingToEachOther) {
-  constexpr int kWrites = 250;
-  const TemporaryFolder folder;
-  PosixStoreFiles shared(folder.path());
-  Sample expected = kSampleDefaults;
-  pid_t children[4];
-  for (int index = 0; index < 4; ++index) {
-    expected.levels[index] = static_cast<std::uint8_t>(expected.levels[index] + kWrites);
-    children[index] = fork([&] {
-      PosixStoreFiles files(folder.path());
-      Process process(files);
-      for (int i = 0; i < kWrites; ++i) {
-        process.read();
-        ++process.sample.levels[index];
-        if (process.write() != kDone) return false;
-      }
-      return true;
-    });
-  }
-  for (const pid_t child : children) EXPECT_EQ(statusOf(child), 0);
-  EXPECT_TRUE(same(stored(shared), expected));
 }
 
 // A request takes the store's lock up to three times.
