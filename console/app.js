@@ -114,7 +114,7 @@ async function watchConnection() {
   bus.addEventListener('online', () => (notice.hidden = true));
   for (;;) {
     await sleep(1000);
-    if (document.hidden || (link.online && Date.now() - link.lastContact < 5000)) continue;
+    if (document.hidden || (link.online && performance.now() - link.lastContact < 5000)) continue;
     await ping(4000).catch(() => undefined);
   }
 }

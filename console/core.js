@@ -81,12 +81,12 @@ export class Refusal extends Error {
 
 /** Fires "online", "offline", and "saved" with the endpoint as detail. */
 export const bus = new EventTarget();
-export const link = { online: true, lastContact: Date.now() };
+export const link = { online: true, lastContact: performance.now() };
 let underWay = 0;
 
 /** @param {boolean} online */
 function setOnline(online) {
-  if (online) link.lastContact = Date.now();
+  if (online) link.lastContact = performance.now();
   if (link.online === online) return;
   link.online = online;
   bus.dispatchEvent(new Event(online ? 'online' : 'offline'));

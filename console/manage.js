@@ -75,7 +75,7 @@ const answers = () => ping(3000).then(() => true, ({ status }) => status > 0);
 
 /** Waits until the web server is away, at most so long. @param {number} seconds */
 async function isAway(seconds) {
-  for (const end = Date.now() + seconds * 1000; Date.now() < end; await sleep(300)) {
+  for (const end = performance.now() + seconds * 1000; performance.now() < end; await sleep(300)) {
     if (!document.hidden && !(await answers())) return true;
   }
   return false;
@@ -107,10 +107,10 @@ export async function awaitRestart(isReset) {
   const known = isReset ? Number(sessionStorage.getItem('firstPort')) : httpport;
   const ports = [known, ...(known ? [] : [8080, 80])].filter((port) => port && port !== here);
   await isAway(30);
-  const since = Date.now();
+  const since = performance.now();
   for (; !(await answers()); await sleep(1000)) {
     while (document.hidden) await sleep(500);
-    if (Date.now() - since < 12000 || !ports.length) continue;
+    if (performance.now() - since < 12000 || !ports.length) continue;
     dialog.append('It may have moved to another port: ', ...ports.splice(0).flatMap((port) => [linkTo(port), ' ']));
     if (known) location.assign(linkTo(known).href);
   }

@@ -78,7 +78,7 @@ function picture(signal, head) {
   profile.addEventListener('change', play);
   play();
   // The browser does not tell that a stream has ended.
-  void repeat(signal, 1000, async () => Date.now() - link.lastContact > 1500 && ping(4000));
+  void repeat(signal, 1000, async () => performance.now() - link.lastContact > 1500 && ping(4000));
   const full = button('Full screen', () =>
     document.fullscreenElement ? document.exitFullscreen() : stage.requestFullscreen());
   const keep = button('Save a snapshot', async () => {

@@ -5,18 +5,20 @@
 local common = dofile("/etc/camera/common.lua")(lighty)
 
 local kBurst, kAccountBurst = 10, 30  -- wrong passwords; then one a second
-local kLifetime = 700                 -- s, more than that of a nonce
+local kLifetime = 700                 -- s, of a nonce; the web server's own limit is less, if its clock does not jump
 local kManyDebts = 1000
+
+-- Seconds since the machine was started. The clock of the day may jump, and then a used login would be forgotten.
+local now = math.floor(tonumber(common.read("/proc/uptime"):match("^[%d.]+")))
 
 local state = package.loaded["camera-logins"]
 if not state then
-  state = { used = {}, usedBefore = {}, since = os.time(), debts = {}, count = 0, known = {} }
+  state = { used = {}, usedBefore = {}, since = now, debts = {}, count = 0, known = {} }
   package.loaded["camera-logins"] = state
 end
 
 local request = lighty.r.req_header
 local env = lighty.r.req_env
-local now = os.time()
 local target = lighty.r.req_attr["request.orig-uri"]
 
 -- Returns the text up to the closing quote, and the position after that.
@@ -58,14 +60,20 @@ local function isLogin(fields)
     and (not fields.qop or fields.qop == "auth" and fields.cnonce and (fields.nc or ""):find("^%x+$"))
 end
 
--- The web server takes any nonce that has the form of its own and is not too old. A seal shows that it is its own.
-local function seal(nonce)
-  return lighty.c.hmac("sha256", os.getenv("CAMERA_SECRET"), nonce):sub(1, 32):lower()
+-- The web server takes any nonce that has the form of its own and, by the clock of the day, is not too old. A seal shows
+-- that it is its own, and when it was made.
+local function hashOf(text)
+  return lighty.c.hmac("sha256", os.getenv("CAMERA_SECRET"), text):sub(1, 32):lower()
 end
 
-local function isSealed(nonce)
-  local own, given = nonce:match("^(%x+:%x+):(%x+)$")
-  return own ~= nil and given == seal(own)
+local function seal(nonce)
+  local dated = ("%s:%x"):format(nonce, now)
+  return dated .. ":" .. hashOf(dated)
+end
+
+local function isFresh(nonce)
+  local dated, made, hash = nonce:match("^(%x+:%x+:(%x+)):(%x+)$")
+  return dated ~= nil and hash == hashOf(dated) and now - tonumber(made, 16) <= kLifetime
 end
 
 -- The debt of a key is one second for each wrong password. Stored is the time at which it is paid.
@@ -87,7 +95,7 @@ local function forgetPaidDebts()
 end
 
 local function remember(response)
-  if now - state.since > kLifetime or now < state.since then
+  if now - state.since > kLifetime then
     state.usedBefore, state.used, state.since = state.used, {}, now
   end
   state.used[response] = true
@@ -108,7 +116,7 @@ if lighty.r.req_item.http_status ~= 0 then
   lighty.r.resp_header["Authentication-Info"] = ""  -- it may hold a nonce without seal
   if lighty.r.req_item.http_status ~= 401 then return end
   local challenge = (lighty.r.resp_header["WWW-Authenticate"] or ""):gsub('nonce="([%x:]+)"', function(nonce)
-    return 'nonce="' .. nonce .. ":" .. seal(nonce) .. '"'
+    return 'nonce="' .. seal(nonce) .. '"'
   end)
   local isStale = challenge:find("stale=true")
   if env["LOGIN_STALE"] == "1" and not isStale then challenge = challenge .. ", stale=true" end
@@ -136,7 +144,7 @@ end
 if fields.uri ~= target then return common.refuse(400, "Authorization: a digest login for this address") end
 name = fields.username
 env["LOGIN_NAME"], env["LOGIN_RESPONSE"] = name, fields.response:lower()
-if not isSealed(fields.nonce) or state.used[fields.response:lower()] or state.usedBefore[fields.response:lower()] then
+if not isFresh(fields.nonce) or state.used[fields.response:lower()] or state.usedBefore[fields.response:lower()] then
   env["LOGIN_STALE"] = "1"
   request["Authorization"] = ""
   return

@@ -194,6 +194,25 @@ TEST(Access, ALoginIsAcceptedOnceAndGuessingIsSlow) {
   EXPECT_EQ(log.find("secret"), log.npos) << log;
 }
 
+// The web server sees the clock of the day through a library. It must not start again either.
+TEST(Access, ALoginIsAcceptedOnceAlsoIfTheClockJumps) {
+  constexpr char kScript[] = R"(
+    camera-settings set account admin_password=a && refreshAccounts && mkdir -p /run/camera/errors && echo +0 >/tmp/clock
+    export CAMERA_ADDRESS=127.0.0.1 CAMERA_PORT=8700 CAMERA_PID_FILE=/tmp/pid CAMERA_CARD=/mnt/usb CAMERA_SECRET=x
+    export CAMERA_GUARD=/etc/camera/guarded.conf page=http://127.0.0.1:8700/console/index.html
+    export FAKETIME_TIMESTAMP_FILE=/tmp/clock FAKETIME_NO_CACHE=1 FAKETIME_DONT_FAKE_MONOTONIC=1
+    LD_PRELOAD='/usr/$LIB/faketime/libfaketime.so.1' /usr/sbin/lighttpd -f /etc/camera/lighttpd.conf
+    login=$(curl -sv --digest -u admin:a $page 2>&1 | sed -n 's/^> \(Authorization: .*\)\r$/\1/p')
+    for clock in +800 +1600 +9000 -100 -200 +0; do
+      echo $clock >/tmp/clock
+      sleep 1.2
+      curl -so /dev/null -w "%{http_code} " --digest -u admin:a $page
+    done
+    curl -so /dev/null -w "%{http_code}" -H "$login" $page)";
+  const Output output = Camera().inside({"bash", "-c", kScript});
+  EXPECT_EQ(output.out, "200 200 200 200 200 200 401") << output.err;
+}
+
 // The refresh fails, and the web server is not there to be restarted.
 TEST(Access, AnAccountChangeThatDoesNotTakeEffectFails) {
   Camera camera;
