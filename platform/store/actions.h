@@ -1,12 +1,10 @@
-// Runs the programs that put changed settings into effect. Endpoints call runActions of settings.h instead,
-// which releases the store first.
+// Runs the programs that put changed settings into effect. Endpoints call runActions of settings.h instead.
 #pragma once
 
 #include <cstdint>
-#include <span>
 #include <string>
 
-#include "platform/store/record.h"
+#include "platform/store/settings_store.h"
 
 namespace camera {
 
@@ -19,7 +17,8 @@ struct ActionRules {
 };
 
 // Runs FOLDER/NAME for each record in the set (bit i: record i), in record order, if that is an executable
-// file. Returns how many programs were started.
-int runActions(std::uint64_t set, std::span<const RecordInfo* const> records, const ActionRules& rules);
+// file. Releases the store first, because a program may change settings. Returns how many programs were
+// started.
+int runActions(SettingsStore& store, std::uint64_t set, const ActionRules& rules);
 
 }  // namespace camera

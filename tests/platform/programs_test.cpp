@@ -23,16 +23,19 @@ class Actions : public testing::Test {
     std::filesystem::permissions(folder.path(name), std::filesystem::perms(mode));
   }
   int run(std::uint64_t set, int waitMilliseconds = 10'000) {
-    return runActions(set, kSampleRecords, {folder.path(), waitMilliseconds});
+    store.hold();
+    return runActions(store, set, {folder.path(), waitMilliseconds});
   }
   TemporaryFolder folder;
+  PosixStoreFiles files{folder.path()};
+  SettingsStore store{files, kSampleRecords};
 };
 
 TEST_F(Actions, RunForTheRecordsOfTheSetInRecordOrder) {
   EXPECT_EQ(run(7), 0) << "there is none";
   program("sample", "sleep 0.05; echo sample >> log; exit 3");
   program("whole", "echo whole >> log", 0600);
-  program("linked", "echo linked >> log");
+  program("linked", "flock -n . echo linked >> log");  // as if it changed a setting
   const std::tuple<std::uint64_t, int, const char*> rows[] = {
       {0, 0, ""}, {1, 1, "sample\n"}, {6, 1, "linked\n"}, {7, 2, "sample\nlinked\n"}, {0xF8, 0, ""}};
   for (const auto& [set, started, log] : rows) {

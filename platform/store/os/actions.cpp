@@ -80,8 +80,10 @@ bool runAction(const std::string& program, int waitMilliseconds) {
 
 }  // namespace
 
-int runActions(std::uint64_t set, std::span<const RecordInfo* const> records, const ActionRules& rules) {
+int runActions(SettingsStore& store, std::uint64_t set, const ActionRules& rules) {
+  store.release();
   if (set == 0) return 0;
+  const std::span<const RecordInfo* const> records = store.records();
   int started = 0;
   for (std::size_t i = 0; i < records.size(); ++i) {
     if ((set >> i & 1) == 0) continue;

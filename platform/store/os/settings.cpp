@@ -63,8 +63,7 @@ void releaseStore() {
 }
 
 void runActions(const Actions& actions) {
-  store().release();
-  runActions(actions.records, kRecords, {kActionsFolder, kActionMilliseconds});
+  runActions(store(), actions.records, {kActionsFolder, kActionMilliseconds});
 }
 
 void applyTimeZone() {
