@@ -10,8 +10,9 @@ const axe = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.mi
 const kRefused = /^Failed to load resource: .*\b(400|401|403|404|500|503|ERR_CONNECTION_REFUSED|ERR_EMPTY_RESPONSE|ERR_CONNECTION_RESET|ERR_INCOMPLETE_CHUNKED_ENCODING)\b/;
 
 let browser;
-export const openBrowser = async () =>
-  (browser = await chromium.launch({ executablePath: '/usr/bin/chromium', args: ['--no-sandbox'] }));
+export const openBrowser = async (...options) =>
+  (browser = await chromium.launch({ executablePath: '/usr/bin/chromium', args: ['--no-sandbox', ...options] }));
+export const newContext = options => browser.newContext(options);
 export const closeBrowser = () => browser.close();
 
 // Waits until `look` returns `expected`; fails with what it returned last.

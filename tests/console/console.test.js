@@ -1,7 +1,7 @@
 // A person at the console of running cameras: settings, picture, head, events, card, accounts, system.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { existsSync, mkdirSync, readdirSync, readFileSync, writeFileSync } from 'node:fs';
+import { existsSync, readdirSync, readFileSync, writeFileSync } from 'node:fs';
 import { after, before, suite, test } from 'node:test';
 import { setTimeout as sleep } from 'node:timers/promises';
 import { gzipSync } from 'node:zlib';
@@ -9,12 +9,11 @@ import { Camera, freePort, root } from '../api/camera.js';
 import { change, describeFields, refuse, save } from './card.js';
 import { Console, closeBrowser, eventually, openBrowser } from './console.js';
 
-const kPictures = process.env.CONSOLE_PICTURES;
 const kDark = { colorScheme: 'dark', viewport: { width: 360, height: 740 }, reducedMotion: 'reduce' };
 // It lists files, and stores nothing.
 const kFixed = ['sdcard_list.cgi'];
 
-before(openBrowser);
+before(() => openBrowser());
 after(closeBrowser);
 
 async function started(product, t) {
@@ -50,23 +49,6 @@ suite('products', { concurrency: 3 }, () => {
       assert.equal(await person.page.locator('details.api').count(), described);
       await person.close();
     });
-  }
-});
-
-test('pictures for the documentation', { skip: !kPictures }, async t => {
-  const camera = await started('full', t);
-  await camera.get('/cgi-bin/user_mod.cgi', { name: 'admin', password: btoa('first') });
-  const around = [['motion', '42'], ['sound', '120'], ['input', '1', 'on']];
-  for (const what of around) execFileSync(root + 'run', ['--state', camera.state, 'sim', ...what]);
-  mkdirSync(kPictures, { recursive: true });
-  const shown = [['live', '#/live'], ['settings', '#/settings/Picture%20and%20sound'], ['events', '#/events'], ['card', '#/card/'],
-    ['narrow', '#/live', { viewport: { width: 360, height: 740 } }], ['dark', '#/system', { colorScheme: 'dark' }]];
-  for (const [name, hash, options] of shown) {
-    const self = await Console.open(camera, hash, { ...options, httpCredentials: { username: 'admin', password: 'first' } });
-    await sleep(2500);
-    await self.page.evaluate(() => scrollTo(0, 0));
-    writeFileSync(`${kPictures}/console-${name}.jpg`, await self.page.screenshot({ type: 'jpeg', quality: 75 }));
-    await self.close();
   }
 });
 
