@@ -13,6 +13,8 @@ class PtzPresetListEndpoint final : public PtzEndpoint<ReadOnlyEndpoint> {
       if (!nameOf(preset).empty()) appendItem(&names, nameOf(preset));
     }
     pair("presets", names);
+    // A preset may be named "presets", as clients have stored it: the first line is the list, any other a
+    // preset. In JSON the names are no keys.
     for (const PtzPreset& preset : presets_.slots) {
       if (!nameOf(preset).empty()) replyPreset(preset);
     }

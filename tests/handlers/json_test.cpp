@@ -4,7 +4,7 @@
 namespace camera::test {
 namespace {
 
-constexpr char kPresets[] = "ptd.preset0=-170,5,low ptd.preset4=130,-3,7";
+constexpr char kPresets[] = "ptd.preset0=-170,5,presets ptd.preset4=130,-3,7";
 constexpr char kCard[] = "sd.state=2 sd.free=1 system.model=Cam card=b'.avi,1025 card=d,folder card=d/x,1";
 constexpr char kAccounts[] = "account.user_count=2 account.user_name[1]=ann account.user_name[2]=12";
 constexpr char kSensor[] =
@@ -23,9 +23,9 @@ struct JsonRow {
 TEST(JsonReply, HasNamedPartsWhereTextHasLists) {
   const JsonRow rows[] = {
       {"ptz_preset_list.cgi", kPresets, "", "", 200,
-       R"({"presets":[{"name":"low","p":130,"t":5},{"name":"7","p":-170,"t":-3}]})"},
-      {"config_auto_patrol.cgi", kPresets, "", R"({"presets":["7","low"]})", 200,
-       R"({"presets":["7","low"]})"},
+       R"({"presets":[{"name":"presets","p":130,"t":5},{"name":"7","p":-170,"t":-3}]})"},
+      {"config_auto_patrol.cgi", kPresets, "", R"({"presets":["7","presets"]})", 200,
+       R"({"presets":["7","presets"]})"},
       {"user_list.cgi", kAccounts, "", "", 200,
        R"({"users":[{"name":"admin","group":"Administrator"},{"name":"ann","group":"Users"},{"name":"12","group":"Users"}]})"},
       {"group_list.cgi", kAccounts, "", "", 200,
