@@ -111,10 +111,10 @@ class Camera:
 class Viewer:
     """Watches a stream, or only begins to: reads nothing but the answers to its requests."""
 
-    def __init__(self, url):
+    def __init__(self, url, source="127.0.0.1"):
         self.url, self.count = url, 0
         address = urllib.parse.urlsplit(url)
-        self.connection = socket.create_connection((address.hostname, address.port), timeout=BOUND_S)
+        self.connection = socket.create_connection((address.hostname, address.port), BOUND_S, (source, 0))
 
     def request(self, method, *headers, url=None):
         self.count += 1
@@ -126,9 +126,9 @@ class Viewer:
             if not part:
                 raise ConnectionResetError
             reply += part
-        head = reply.partition(b"\r\n\r\n")[0].decode()
-        self.session = next((line for line in head.split("\r\n") if line.startswith("Session:")), "").partition(";")[0]
-        return int(head.split()[1])
+        self.head = reply.partition(b"\r\n\r\n")[0].decode()
+        self.session = next((line for line in self.head.split("\r\n") if line.startswith("Session:")), "").partition(";")[0]
+        return int(self.head.split()[1])
 
     def play(self):
         self.request("SETUP", "Transport: RTP/AVP/TCP;unicast;interleaved=0-1", url=self.url + "/stream=0")
@@ -236,6 +236,16 @@ class Streams(unittest.TestCase):
         until(lambda: logs_in(f"admin:{PASSWORD}@"), 10)
         for login in "admin:wrong@", f"nobody:{PASSWORD}@":
             self.assertFalse(logs_in(login), login)
+        guess = 'Authorization: Digest username="admin", realm="camera", nonce="0", uri="/", response="0"'
+        guesser, slowed = Viewer(camera.url("live1")), 0
+        for _ in range(30):
+            self.assertEqual(guesser.request("DESCRIBE", guess), 401)
+            slowed += "WWW-Authenticate" not in guesser.head
+        self.assertTrue(15 <= slowed <= 21, slowed)
+        self.assertFalse(logs_in(f"admin:{PASSWORD}@"), "it would tell a right guess")
+        guesser.request("DESCRIBE", guess.replace("admin", "ann"))
+        self.assertIn("WWW-Authenticate", guesser.head)
+        until(lambda: logs_in(f"admin:{PASSWORD}@"), 10)
         camera.ask("stream_auth", livevideo="off")
         until(lambda: status(camera.url("live1")) == 200, 2)
         viewer = Viewer(camera.url("live1"))
@@ -259,6 +269,22 @@ class Streams(unittest.TestCase):
         camera.ask("network", rtspport=camera.rtsp)
         until(camera.listens, 4)
         self.compare(camera, 2, True)
+
+    def test_slow_clients_keep_nobody_out(self):
+        camera = self.camera("ov7740")
+        viewer = Viewer(camera.url("live1"), "127.0.0.2")
+        self.assertEqual(viewer.play(), 200)
+        slow = [Viewer(camera.url("live1"), "127.0.0.2") for _ in range(300)]
+        for _ in range(12):
+            self.assertFalse(viewer.is_gone())
+            for client in slow:
+                with contextlib.suppress(OSError):
+                    client.connection.sendall(b"O")
+            begin = time.monotonic()
+            self.assertEqual(Viewer(camera.url("live1")).request("DESCRIBE"), 200)
+            self.assertLess(time.monotonic() - begin, 1)
+            time.sleep(1)
+        self.assertTrue(all(client.is_gone() for client in slow))
 
     def test_viewers_come_and_go(self):
         camera = self.camera("ov9710")

@@ -1,13 +1,12 @@
-// Protects the web server from slow and from many connections. It is loaded into the web server (LD_PRELOAD)
-// and stands between it and the system's accept4() and read().
+// Protects the web server and the RTSP server from slow and from many connections. It is loaded into them
+// (LD_PRELOAD) and stands between them and the system's accept4(), read() and recv().
 //
 // - A request has to be complete ten seconds after its first byte. The web server itself limits only the time
-// between
-//   two bytes, and drops a connection without a request.
+//   between two bytes, and drops a connection without a request. The RTSP server's first request has to be
+//   complete ten seconds after the connection began; later ones share it with what a viewer reports.
 // - One address has at most 64 connections, all have 256. For a new one beyond that the connection is shut
-// down that has
-//   waited longest for its request; without such a one, that which has been silent longest. The web server
-//   then closes it.
+//   down that has waited longest for its request; without such a one, that which has been silent longest. The
+//   server then closes it.
 #include <dlfcn.h>
 #include <linux/tcp.h>
 #include <netinet/in.h>
@@ -18,6 +17,7 @@
 #include <chrono>
 #include <cstdint>
 #include <iterator>
+#include <mutex>
 #include <unordered_map>
 
 namespace {
@@ -37,7 +37,8 @@ struct Connection {
   bool isWaiting() const { return sent == answered; }
 };
 
-std::unordered_map<int, Connection> connections;  // by descriptor; the web server has one thread
+std::unordered_map<int, Connection> connections;  // by descriptor
+std::mutex mutex;                                 // the RTSP server has threads
 
 template <class Function>
 Function* systems(const char* name) {
@@ -84,19 +85,40 @@ void makeRoom(std::uint32_t address) {
 }
 
 void add(int descriptor, const sockaddr_in& peer) {
+  const std::scoped_lock lock(mutex);
   makeRoom(peer.sin_addr.s_addr);
   const Clock::time_point now = Clock::now();
   connections[descriptor] = {.address = peer.sin_addr.s_addr, .begun = now, .last = now};
 }
 
+enum class Timed { kEachRequest, kFirstRequest };
+
 // False if the request on this connection takes too long.
-bool received(Connection* connection) {
+bool received(Connection* connection, Timed timed) {
   const Clock::time_point now = Clock::now();
   connection->last = now;
   if (connection->isWaiting()) return now - connection->begun <= kRequestTime;
+  if (timed == Timed::kFirstRequest) return true;
   connection->begun = now;
   connection->answered = connection->sent;
   return true;
+}
+
+// Returns the size of what was received, or -1 if the request takes too long.
+ssize_t checked(int descriptor, ssize_t size, Timed timed) {
+  if (size <= 0) return size;
+  const std::scoped_lock lock(mutex);
+  const auto entry = connections.find(descriptor);
+  if (entry == connections.end()) return size;
+  if (!update(descriptor, &entry->second)) {
+    connections.erase(entry);
+  } else if (!received(&entry->second, timed)) {
+    (void)shutdown(descriptor, SHUT_RDWR);
+    connections.erase(entry);
+    errno = ECONNRESET;
+    return -1;
+  }
+  return size;
 }
 
 }  // namespace
@@ -111,17 +133,10 @@ extern "C" int accept4(int listener, sockaddr* peer, socklen_t* size, int flags)
 
 extern "C" ssize_t read(int descriptor, void* buffer, std::size_t room) {
   static auto* const real = systems<decltype(read)>("read");
-  const ssize_t size = real(descriptor, buffer, room);
-  if (size <= 0) return size;
-  const auto entry = connections.find(descriptor);
-  if (entry == connections.end()) return size;
-  if (!update(descriptor, &entry->second)) {
-    connections.erase(entry);
-  } else if (!received(&entry->second)) {
-    (void)shutdown(descriptor, SHUT_RDWR);
-    connections.erase(entry);
-    errno = ECONNRESET;
-    return -1;
-  }
-  return size;
+  return checked(descriptor, real(descriptor, buffer, room), Timed::kEachRequest);
+}
+
+extern "C" ssize_t recv(int descriptor, void* buffer, std::size_t room, int flags) {
+  static auto* const real = systems<decltype(recv)>("recv");
+  return checked(descriptor, real(descriptor, buffer, room, flags), Timed::kFirstRequest);
 }
