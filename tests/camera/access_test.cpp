@@ -260,6 +260,10 @@ TEST(Access, SlowClientsKeepNobodyOut) {
   late.send("G");
   early.send(request + "\r\n");
   EXPECT_TRUE(early.receive().starts_with("HTTP/1.1 200 "));
+  const Connection body(camera.port(), "127.0.0.5");
+  body.send(
+      "POST /cgi-bin/io.cgi HTTP/1.1\r\nHost: 127.0.0.1\r\nExpect: 100-continue\r\nContent-Length: "
+      "7\r\n\r\n");
   std::deque<Connection> slow;
   for (int i = 0; i < 1500; ++i) slow.emplace_back(camera.port(), "127.0.0.2").send("G");
   for (int i = 0; i < 500; ++i)
@@ -269,10 +273,13 @@ TEST(Access, SlowClientsKeepNobodyOut) {
     EXPECT_LT(seconds("127.0.0.3"), 1);
     for (const Connection& connection : slow) connection.send("E");
     late.send(second == 0 ? request.substr(1) : "X: x\r\n");
+    if (second >= 6) body.send("x");
     std::this_thread::sleep_for(std::chrono::seconds(1));
   }
   late.send("\r\n");
   EXPECT_EQ(late.receive(), "");
+  body.send("x");
+  EXPECT_EQ(body.receive(), "HTTP/1.1 100 Continue\r\n\r\n");
 }
 
 // Any page can make its visitor's browser send these; over HTTP it may send nothing that says from where.

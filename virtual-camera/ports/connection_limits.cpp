@@ -27,6 +27,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds kRequestTime{10};
 constexpr std::size_t kMostOfAddress = 64;
 constexpr std::size_t kMost = 256;
+constexpr std::size_t kContinue = sizeof "HTTP/1.1 100 Continue\r\n\r\n" - 1;  // no answer is so short
 
 struct Connection {
   std::uint32_t address = 0;
@@ -34,7 +35,7 @@ struct Connection {
   Clock::time_point last;      // when something was received
   std::uint64_t answered = 0;  // bytes that had been sent when that request began
   std::uint64_t sent = 0;      // bytes
-  bool isWaiting() const { return sent == answered; }
+  bool isWaiting() const { return sent - answered <= kContinue; }
 };
 
 std::unordered_map<int, Connection> connections;  // by descriptor
