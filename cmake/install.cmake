@@ -41,7 +41,7 @@ install(FILES ${target}/product.conf DESTINATION /etc/camera COMPONENT camera RE
 set(CAMERA_PRODUCT ${target}/product.conf CACHE FILEPATH "The product.conf of the product whose description is installed")
 if(NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR OR CMAKE_SYSTEM_PROCESSOR STREQUAL CMAKE_HOST_SYSTEM_PROCESSOR)
   add_custom_command(OUTPUT openapi.json DEPENDS camera-api ${CAMERA_PRODUCT} ${shared}/access VERBATIM
-    COMMAND camera-api ${CAMERA_PRODUCT} ${shared}/access > openapi.json)
+    COMMAND ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:camera-api> ${CAMERA_PRODUCT} ${shared}/access > openapi.json)
   add_custom_target(description ALL DEPENDS openapi.json)
   install(FILES ${CMAKE_BINARY_DIR}/openapi.json DESTINATION ${camera_folder} COMPONENT camera)
 endif()

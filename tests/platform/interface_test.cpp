@@ -35,7 +35,7 @@ sockaddr address(const char* dotted) {
 // Takes the loopback interface of its own network through its states. For a child process only.
 [[noreturn]] void walkThroughStates() {
   test::enterOwnNetwork();
-  const auto report = [kernel = socket(AF_INET, SOCK_DGRAM, 0)](unsigned long change, void* to) {
+  const auto report = [kernel = socket(AF_INET, SOCK_DGRAM, 0)](int change, void* to) {
     ioctl(kernel, change, to);
     const auto info = activeSystemInterface("lo");
     std::fprintf(stderr, "%s, ", info ? inet_ntoa(info->gateway) : "inactive");
