@@ -103,6 +103,8 @@ TEST_F(Run, OutlivesTheReaderOfItsOutput) {
 TEST_F(Run, RefusesInOneLineAndChangesNothing) {
   int taken = 0;
   const int listener = listenSomewhere(&taken);
+  std::filesystem::create_directory(folder_.path("shared"));
+  std::filesystem::permissions(folder_.path("shared"), std::filesystem::perms(0777));
   const std::string us = "taken by run_test (process " + std::to_string(getpid()) + ")";
   const std::pair<Command, std::string> rows[] = {
       {{"--port", std::to_string(taken)}, us},
@@ -120,6 +122,7 @@ TEST_F(Run, RefusesInOneLineAndChangesNothing) {
       {{"settings", "list", "--state", folder_.path("run") + "/sub"}, "run is not a folder"},
       {{"--port", "8123", "settings", "list"}, "--port is for starting"},
       {{"sim", "status"}, "the camera is off"},
+      {{"settings", "list", "--state", folder_.path("shared/state")}, "shared is not yours alone"},
       {{"--product", "toaster"}, "no product \"toaster\"; there are: basic corner full"},
       {{"--colour", "red"}, "unknown option --colour"}};
   for (const auto& [options, complaint] : rows) expectRefusal(options, complaint);
