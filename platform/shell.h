@@ -9,8 +9,8 @@
 
 namespace camera {
 
-// Runs the command, with this process's output, and waits for it. Returns its wait status, or -1 if it cannot
-// be started.
+// Runs the command, with this process's output, and waits for it, however long: it may be in the midst of a
+// change of the card. Returns its wait status, or -1 if it cannot be started.
 int runShell(const char* command);
 
 // How long a command may take, and how many bytes of its output are read.
