@@ -95,18 +95,6 @@ TEST_F(Http, ServesWhoAsksForTheCameraItself) {
   EXPECT_TRUE(within(30, [] { return camera_->log().find("cgi_name:httpport.cgi") != std::string::npos; }));
 }
 
-TEST_F(Http, AChangeMovesTheServer) {
-  const int from = camera_->port();
-  const int byGet = freePort();
-  EXPECT_EQ(camera_->get(query(std::to_string(byGet))).body, portLine(byGet));
-  expectMoved(from, byGet);
-
-  const int byForm = freePort();
-  const std::string change = "httpport=" + std::to_string(byForm);
-  EXPECT_EQ(ask(byGet, std::string{"POST "} + kName, form(change)).body, portLine(byForm));
-  expectMoved(byGet, byForm);
-}
-
 TEST_F(Http, APortThatCannotBeHadIsReported) {
   int taken = 0;
   const int listener = listenSomewhere(&taken);
@@ -139,6 +127,8 @@ TEST_F(Http, TheConsoleMayBeKeptAndNotBeFramedNorLoadFromElsewhere) {
        {"/console", "/console/none.js", "/console/.git", "/console/..%2fetc/camera/access"})
     EXPECT_EQ(camera_->get(path).status, 404) << path;
   EXPECT_NE(camera_->get(kName).head.find("\r\nCache-Control: no-store\r\n"), std::string::npos);
+  const std::string type = camera_->get("/openapi.json").head;
+  EXPECT_NE(type.find("\r\nContent-Type: application/json; charset=utf-8\r\n"), type.npos) << type;
 }
 
 // Without the options, no other origin is allowed and "/" is the console.
@@ -172,14 +162,6 @@ TEST(Pages, OnlyThoseThatTheUserNamesAreServedOrMaySendRequests) {
     EXPECT_NE(reply.head.find(content), std::string::npos) << line << rest << reply.head;
     EXPECT_EQ(reply.head.find("Allow-Origin") != std::string::npos, content == allowed) << line << rest;
   }
-}
-
-TEST_F(Http, TheDescriptionIsThatOfTheProduct) {
-  const auto description = camera_->get("/openapi.json");
-  EXPECT_EQ(description.status, 200);
-  EXPECT_NE(description.head.find("\r\nContent-Type: application/json; charset=utf-8\r\n"),
-            std::string::npos);
-  EXPECT_NE(description.body.find("\"/cgi-bin/ptz_move.cgi\""), std::string::npos);
 }
 
 TEST_F(Http, OnlyTheEndpointsAndTheCardAreServed) {
