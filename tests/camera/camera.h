@@ -27,8 +27,8 @@ struct Reply {
   std::string body;
 };
 
-// Starts a program with these files as its standard streams. The camera's programs are those of this test's
-// build.
+// Starts a program with these files as its standard streams. The camera's programs are those of the folder
+// CAMERA_BUILD_DIR or, without that variable, of this test's build.
 pid_t start(const Command& command, const std::string& in, const std::string& out, const std::string& err);
 int waitFor(pid_t pid);
 
