@@ -191,7 +191,8 @@ RecordInfo variant(std::uint16_t version, std::span<const Field> fields) {
   return {"sample", version, static_cast<std::uint16_t>(size), fields, &kSampleDefaults, false, 0};
 }
 
-constexpr Field kUnbounded[] = {{"all", FieldKind::kReserved, false, 0, sizeof(Sample), 1, 0, 0}};
+constexpr Field kUnbounded[] = {describe::field<std::int32_t>("number", 0, 0),
+                                {"rest", FieldKind::kReserved, false, 4, sizeof(Sample) - 4, 1, 0, 0}};
 constexpr std::size_t kFieldsOf[] = {0, 4, 5, 6};  // of a version's record
 
 RecordInfo inVersion(std::uint16_t version) {
