@@ -158,19 +158,9 @@ constexpr Object& follow(State&, Object& object) {
 template <auto kStep, auto... kRest, class State, class Object>
 constexpr auto& follow(State& state, Object& object) {
   if constexpr (std::is_array_v<Object>) {
-    auto& element = object[state.*kStep];
-    if constexpr (sizeof...(kRest) == 0) {
-      return element;
-    } else {
-      return follow<kRest...>(state, element);
-    }
+    return follow<kRest...>(state, object[state.*kStep]);
   } else {
-    auto& member = object.*kStep;
-    if constexpr (sizeof...(kRest) == 0) {
-      return member;
-    } else {
-      return follow<kRest...>(state, member);
-    }
+    return follow<kRest...>(state, object.*kStep);
   }
 }
 
