@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
 #include <string>
 
 #include "platform/clock/time_zones.h"
@@ -62,25 +61,6 @@ TEST_F(Clock, EveryZoneIsItsDeclaredOffsetAndShowsWhatItWasSetTo) {
       }
     }
   }
-}
-
-TEST(TimeZones, AreThoseOfTheDocumentation) {
-  std::ifstream file{CAMERA_SOURCE_DIR "/docs/api.md"};
-  int count = 0;
-  for (std::string line; std::getline(file, line);) {
-    int number = 0;
-    char sign = 0;
-    int hours = 0;
-    int minutes = 0;
-    char word[4] = "";
-    const int parts =
-        std::sscanf(line.c_str(), "| %d | %c%d:%d | %3[a-z] |", &number, &sign, &hours, &minutes, word);
-    if (parts != 5 || ++count != number) continue;
-    const TimeZone& zone = kTimeZones.at(static_cast<std::size_t>(number) - 1);
-    EXPECT_EQ(zone.east, (sign == '-' ? -1 : 1) * (hours * 60 + minutes)) << line;
-    EXPECT_EQ(zone.daylight != nullptr, std::string{word} == "yes") << line;
-  }
-  EXPECT_EQ(count, kTimeZoneCount);
 }
 
 TEST_F(Clock, ReadsInstantsByTheStoredZone) {

@@ -93,17 +93,6 @@ TEST(IoDaemon, SwitchesTheOutputsThatThereAreAndLogsIt) {
   EXPECT_EQ(camera.log.text(), " Digital Output 2 switched on\n Digital Output 2 switched off\n");
 }
 
-TEST(EventLog, GoesOnAfterAnyLineThatItKeeps) {
-  EventLog log;
-  for (int i = 0; i < 501; ++i)
-    log.add(std::to_string(100 + i));  // five bytes each, with a space and a line end
-  EXPECT_EQ(log.size(), 2505U);
-  const std::pair<int, std::size_t> rows[] = {{2505, 0}, {2500, 5}, {2499, 2500}, {10, 2495},
-                                              {5, 2500}, {0, 2500}, {2506, 2500}, {-5, 2500}};
-  for (const auto& [after, size] : rows) EXPECT_EQ(log.textAfter(after).size(), size) << after;
-  EXPECT_EQ(log.textAfter(2495), " 599\n 600\n");
-}
-
 constexpr std::string_view kQuiet = "4:4:0:0 800000:0:30:0 ";
 
 TEST(Control, ChangesTheNextPackages) {
