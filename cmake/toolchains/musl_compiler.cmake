@@ -26,4 +26,8 @@ else()
     file(CHMOD ${script} PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
     set(CMAKE_${tool} ${script})
   endforeach()
+  set(CMAKE_INTERPROCEDURAL_OPTIMIZATION OFF)  # it makes camera-cgi a fifth larger
+  # zig makes the strong form of -fstack-protector.
+  set(CAMERA_STACK_PROTECTOR -fno-stack-protector "SHELL:-Xclang -stack-protector" "SHELL:-Xclang 1"
+    "SHELL:-Xclang -stack-protector-buffer-size" "SHELL:-Xclang 24")
 endif()
