@@ -87,12 +87,6 @@ TEST(EveryRecord, AcceptsWhatCamerasHaveStored) {
   EXPECT_EQ(bounds.str(), expected);
 }
 
-TEST(StoreFile, WithoutAFolderReadsTheDefaults) {
-  PosixStoreFiles nowhere(testing::TempDir() + "no-such-folder");
-  EXPECT_TRUE(same(stored(nowhere), kSampleDefaults));
-  EXPECT_EQ(Process(nowhere).put(1), kFailed);
-}
-
 TEST(StoreFile, HasTheseBytesThisModeAndNothingBesideIt) {
   const TemporaryFolder folder;
   PosixStoreFiles files(folder.path());

@@ -71,13 +71,5 @@ TEST(Picture, HasTheSizeOfEveryResolution) {
   }
 }
 
-TEST(Picture, AWhiteBalanceForLampsMakesDaylightBlue) {
-  const auto blue = [](WhiteBalance balance) {
-    return shot({.whiteBalance = balance}, {.instant = kNoon}).cb[0];
-  };
-  EXPECT_GT(blue(WhiteBalance::kIndoor), blue(WhiteBalance::kAuto));
-  EXPECT_LT(blue(WhiteBalance::kDisabled), blue(WhiteBalance::kAuto));
-}
-
 }  // namespace
 }  // namespace camera::picture
