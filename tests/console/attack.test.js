@@ -7,14 +7,15 @@ import { setTimeout as sleep } from 'node:timers/promises';
 import { Camera } from '../api/camera.js';
 import { closeBrowser, newContext, openBrowser } from './console.js';
 
-const kAttacks = {
-  navigation: url => `<script>location = '${url}'</script>`,
-  form: url => `<form method=post action='${url}'><input name=location value=there></form><script>document.forms[0].submit()</script>`,
-  refresh: url => `<meta http-equiv=refresh content='0;url=${url}'>`,
-  image: url => `<img src='${url}'>`,
-  frame: url => `<iframe src='${url}'></iframe>`,
-  fetch: url => `<script>fetch('${url}', { mode: 'no-cors', credentials: 'include' })</script>`,
-};
+const kAttacks = [
+  url => `<script>location = '${url}'</script>`,
+  url => `<form method=post action='${url}'><input name=location value=there></form>
+    <script>document.forms[0].submit()</script>`,
+  url => `<meta http-equiv=refresh content='0;url=${url}'>`,
+  url => `<img src='${url}'>`,
+  url => `<iframe src='${url}'></iframe>`,
+  url => `<script>fetch('${url}', { mode: 'no-cors', credentials: 'include' })</script>`,
+];
 const kReferrers = ['', '<meta name=referrer content=no-referrer>'];
 const lan = Object.values(networkInterfaces()).flat().find(({ family, internal }) => family === 'IPv4' && !internal)?.address;
 
@@ -44,7 +45,7 @@ test('no page of another site changes the camera', async t => {
     const target = `http://${host}:${camera.port}`;
     const own = await context.newPage();
     assert.equal((await own.goto(`${target}/cgi-bin/camera_info.cgi`)).status(), 200);  // logs in
-    for (const html of Object.values(kAttacks))
+    for (const html of kAttacks)
       for (const referrer of kReferrers) {
         page = referrer + html(`${target}/cgi-bin/camera_info.cgi?name=stolen`);
         assert.deepEqual(await visit(context, `http://site.example:${site.address().port}/`), [403], `${host} ${page}`);
