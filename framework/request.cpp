@@ -6,15 +6,18 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <utility>
 
 #include "framework/checks.h"
+#include "platform/descriptor.h"
 #include "platform/text.h"
 
 namespace camera {
 namespace {
 
-constexpr int kMostBytes = 64 * 1024;  // of a query, and of a body
+constexpr int kMostBytes = 64 * 1024;          // of a query, and of a body
+constexpr std::chrono::seconds kPatience{60};  // with a server that sends nothing
 constexpr std::string_view kFormType = "application/x-www-form-urlencoded";
 constexpr std::string_view kJsonType = "application/json";
 
@@ -93,19 +96,13 @@ class Preference {
   return json.quality() > text.quality();
 }
 
-// Some servers give a pipe that does not block. False if nothing comes in time.
-[[gnu::cold]] bool waitForInput() {
-  constexpr int kPatience = 60'000;  // ms
-  pollfd in{STDIN_FILENO, POLLIN, 0};
-  return poll(&in, 1, kPatience) != 0;
-}
-
 // Fills the text from standard input. False if the input ends too early.
 bool readInput(std::string* text) {
   for (std::size_t filled = 0; filled < text->size();) {
     const ssize_t count = read(STDIN_FILENO, text->data() + filled, text->size() - filled);
     if (count == 0 || (count < 0 && errno != EINTR && errno != EAGAIN)) return false;
-    if (count < 0 && errno == EAGAIN && !waitForInput()) return false;
+    // Some servers give a pipe that does not block.
+    if (count < 0 && errno == EAGAIN && !waitUntilReady(STDIN_FILENO, POLLIN, kPatience)) return false;
     if (count > 0) filled += static_cast<std::size_t>(count);
   }
   return true;

@@ -43,6 +43,9 @@ int readAll(int descriptor, std::string* text);
 
 int writeAll(int descriptor, const void* data, std::size_t size);
 
+// False if the descriptor is not ready for the events of poll() within that time; true also after a signal.
+[[gnu::cold]] bool waitUntilReady(int descriptor, short events, std::chrono::milliseconds patience);
+
 // Writes to a descriptor that does not block. False if the reader has gone, or reads nothing for that time.
 bool writeInTime(int descriptor, std::string_view text, std::chrono::milliseconds patience);
 

@@ -41,14 +41,18 @@ int writeAll(int descriptor, const void* data, std::size_t size) {
   return 0;
 }
 
+bool waitUntilReady(int descriptor, short events, std::chrono::milliseconds patience) {
+  pollfd entry{descriptor, events, 0};
+  return poll(&entry, 1, static_cast<int>(patience.count())) != 0;
+}
+
 bool writeInTime(int descriptor, std::string_view text, std::chrono::milliseconds patience) {
   while (!text.empty()) {
     const ssize_t size = write(descriptor, text.data(), text.size());
     if (size > 0) {
       text.remove_prefix(static_cast<std::size_t>(size));
     } else if (errno == EAGAIN) {
-      pollfd out{descriptor, POLLOUT, 0};
-      if (poll(&out, 1, static_cast<int>(patience.count())) == 0) return false;
+      if (!waitUntilReady(descriptor, POLLOUT, patience)) return false;
     } else if (errno != EINTR) {
       return false;
     }
